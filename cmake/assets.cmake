@@ -1,0 +1,28 @@
+# The icon and the end-of-search sound are drawn and composed by scripts while building.
+#
+# tallowmere.ico is found by resource scripts through the include path (ICON "tallowmere.ico");
+# s_done.wav stands beside the program, where the program looks for it.
+if(WIN32)
+  find_package(Python3 REQUIRED COMPONENTS Interpreter)
+
+  set(generated_dir ${PROJECT_BINARY_DIR}/generated)
+  include_directories(${generated_dir})
+
+  add_custom_command(
+    OUTPUT ${generated_dir}/tallowmere.ico
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${generated_dir}
+    COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/tools/make_icon.py
+            ${generated_dir}/tallowmere.ico
+    DEPENDS ${PROJECT_SOURCE_DIR}/tools/make_icon.py
+    COMMENT "Drawing tallowmere.ico"
+    VERBATIM)
+  add_custom_command(
+    OUTPUT ${PROJECT_BINARY_DIR}/s_done.wav
+    COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/tools/make_sound.py
+            ${PROJECT_BINARY_DIR}/s_done.wav
+    DEPENDS ${PROJECT_SOURCE_DIR}/tools/make_sound.py
+    COMMENT "Composing s_done.wav"
+    VERBATIM)
+  add_custom_target(assets ALL DEPENDS ${generated_dir}/tallowmere.ico
+                                       ${PROJECT_BINARY_DIR}/s_done.wav)
+endif()
