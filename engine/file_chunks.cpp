@@ -1,0 +1,41 @@
+#include "engine/file_chunks.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cstring>
+
+namespace tallowmere {
+
+FileChunks::FileChunks(std::size_t lookback, std::size_t lookahead)
+    : lookback_(lookback),
+      lookahead_(std::max<std::size_t>(lookahead, 1)),
+      buffer_(lookback_ + chunk_size + lookahead_),
+      base_(buffer_.data() + lookback_) {}
+
+std::optional<SystemError> FileChunks::first(FileSystem& files) {
+  number_ = 0;
+  before_ = 0;
+  return fill(files, 0);
+}
+
+std::optional<SystemError> FileChunks::next(FileSystem& files) {
+  assert(more());
+  ++number_;
+  const std::size_t kept = after_;
+  const std::size_t before = std::min(lookback_, before_ + chunk_size);
+  std::memmove(base_ - before, base_ + chunk_size - before, before + kept);
+  before_ = before;
+  return fill(files, kept);
+}
+
+// `kept` bytes of the chunk are in place already.
+std::optional<SystemError> FileChunks::fill(FileSystem& files, std::size_t kept) {
+  std::size_t got = 0;
+  const auto error = files.read(base_ + kept, chunk_size + lookahead_ - kept, got);
+  const std::size_t present = kept + got;
+  size_ = std::min(present, chunk_size);
+  after_ = present - size_;
+  return error;
+}
+
+}  // namespace tallowmere

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "engine/byte_search.h"
+#include "engine/file_system.h"
+
+namespace tallowmere {
+
+/// The open file as a sequence of chunks, each with some bytes of the file on either side of it in
+/// the same piece of memory. A file that fits into one chunk costs one read.
+class FileChunks {
+ public:
+  static constexpr std::size_t chunk_size = 63000;
+
+  /// `lookback` and `lookahead` are how many bytes before and after a chunk are wanted; lookahead
+  /// is at least 1, which also tells whether there is a further chunk.
+  FileChunks(std::size_t lookback, std::size_t lookahead);
+
+  /// Loads the file's first chunk. An empty file has one empty chunk.
+  std::optional<SystemError> first(FileSystem& files);
+
+  /// True when the file goes on behind the chunk.
+  bool more() const { return after_ > 0; }
+
+  /// Loads the next chunk; to be called only when there is more.
+  std::optional<SystemError> next(FileSystem& files);
+
+  const Byte* begin() const { return base_; }
+  const Byte* end() const { return base_ + size_; }
+  std::size_t size() const { return size_; }
+  bool is_first() const { return number_ == 0; }
+
+  /// The first byte of the file that is still in memory before the chunk.
+  const Byte* memory_begin() const { return base_ - before_; }
+  /// One past the last byte of the file that is in memory.
+  const Byte* memory_end() const { return base_ + size_ + after_; }
+
+ private:
+  std::optional<SystemError> fill(FileSystem& files, std::size_t kept);
+
+  std::size_t lookback_;
+  std::size_t lookahead_;
+  std::vector<Byte> buffer_;
+  Byte* base_;  ///< where every chunk begins in the buffer
+  std::size_t size_ = 0;
+  std::size_t before_ = 0;
+  std::size_t after_ = 0;
+  std::int64_t number_ = 0;
+};
+
+}  // namespace tallowmere

@@ -1,0 +1,173 @@
+#include "engine/file_search.h"
+
+#include <algorithm>
+
+#include "engine/file_types.h"
+#include "engine/unicode.h"
+
+namespace tallowmere {
+
+namespace {
+
+/// A folder whose subfolders are being searched: how far its own path goes in the current path,
+/// and its subfolders, the next one last.
+struct OpenFolder {
+  std::size_t path_length;
+  std::vector<std::string> subfolders;
+};
+
+std::vector<std::string> sorted_backwards(const FolderListing& listing) {
+  std::vector<std::string> names;
+  names.reserve(listing.folder_count());
+  for (std::size_t i = 0; i < listing.folder_count(); ++i) names.emplace_back(listing.folder(i));
+  std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+    const int order = compare_ignore_case(b, a);
+    return order != 0 ? order < 0 : b < a;
+  });
+  return names;
+}
+
+}  // namespace
+
+FileSearch::FileSearch(const SearchCriteria& search, const CodePage& page, FileSystem& files,
+                       const Clock& clock, SearchHost& host)
+    : search_(search),
+      files_(files),
+      host_(host),
+      dates_(search, clock),
+      matcher_(search, page),
+      go_on_([this] { return keep_going(); }) {}
+
+bool FileSearch::keep_going() {
+  if (!stopped_ && !host_.go_on()) stopped_ = true;
+  return !stopped_;
+}
+
+void FileSearch::note_unread(const std::string& folder, std::string_view name,
+                             const SystemError& error) {
+  unread_.push_back({folder + std::string(name), error.text});
+}
+
+void FileSearch::search_files() {
+  const std::string root = with_separator(search_.path);
+  while (true) {
+    listing_.clear();
+    const auto error = files_.list_folder(root, listing_, go_on_);
+    if (!error) break;
+    if (host_.retry_folder(*error)) continue;
+    stopped_ = true;
+    return;
+  }
+  if (!keep_going()) return;
+  search_folder_files(root);
+  if (search_.search_subfolders) SearchAllDir(root);
+}
+
+// Depth first, each folder's own files before its subfolders. An explicit stack instead of
+// recursion: the depth of a tree is bounded by memory alone. The listing is that of `root`.
+void FileSearch::SearchAllDir(const std::string& root) {
+  std::string path = root;
+  std::vector<OpenFolder> open;
+  open.push_back({path.size(), sorted_backwards(listing_)});
+  while (!open.empty() && keep_going()) {
+    OpenFolder& top = open.back();
+    if (top.subfolders.empty()) {
+      open.pop_back();
+      continue;
+    }
+    path.resize(top.path_length);
+    path += top.subfolders.back();
+    path += path_separator;
+    top.subfolders.pop_back();
+    if (!list(path)) continue;
+    search_folder_files(path);
+    if (listing_.folder_count() > 0) open.push_back({path.size(), sorted_backwards(listing_)});
+  }
+}
+
+/// Lists a folder below the one to search; what cannot be listed is noted and passed over.
+bool FileSearch::list(const std::string& folder) {
+  listing_.clear();
+  const auto error = files_.list_folder(folder, listing_, go_on_);
+  if (error) note_unread(folder, "", *error);
+  return !error;
+}
+
+// Every file type ticked is a pass of its own over the folder. A file that fits two of them counts
+// and is listed twice; it is read once.
+void FileSearch::search_folder_files(const std::string& folder) {
+  verdicts_.assign(listing_.file_count(), Verdict::untested);
+  for (std::size_t slot = 0; slot < search_.user_types.size(); ++slot) {
+    if (search_.type_checked[slot]) search_slot(folder, search_.user_types[slot]);
+  }
+}
+
+void FileSearch::search_slot(const std::string& folder, const std::string& pattern) {
+  for (std::size_t row = 0; row < listing_.file_count(); ++row) {
+    if (!fits_file_type(listing_.file(row).name, pattern)) continue;
+    if (!keep_going()) return;
+    const bool matches = test_listed_file(folder, row);
+    // A file that Stop broke off was not searched to its end.
+    if (stopped_) return;
+    ++files_searched_;
+    if (!matches) continue;
+    FolderListing::File file = listing_.file(row);
+    if (!file.facts_known) files_.facts(folder, file.name, file.facts);
+    ++files_matched_;
+    host_.file_matched({folder, file.name, file.facts});
+  }
+}
+
+bool FileSearch::test_listed_file(const std::string& folder, std::size_t row) {
+  Verdict& verdict = verdicts_[row];
+  if (verdict == Verdict::untested) {
+    FolderListing::File file = listing_.file(row);
+    const bool matches = wanted_by_date(folder, file) && test_file(folder, file.name);
+    verdict = matches ? Verdict::match : Verdict::no_match;
+  }
+  return verdict == Verdict::match;
+}
+
+bool FileSearch::wanted_by_date(const std::string& folder, FolderListing::File& file) {
+  if (!dates_.limits()) return true;
+  if (!file.facts_known) {
+    if (const auto error = files_.facts(folder, file.name, file.facts)) {
+      note_unread(folder, file.name, *error);
+      return false;
+    }
+  }
+  return dates_.file_in_date_range(file.facts.modified);
+}
+
+bool FileSearch::test_file(const std::string& folder, std::string_view name) {
+  if (const auto error = files_.open(folder, name)) {
+    note_unread(folder, name, *error);
+    return false;
+  }
+  SystemError error;
+  const MatchOutcome outcome = matcher_.match_open_file(files_, go_on_, error);
+  if (outcome == MatchOutcome::failed) {
+    host_.read_failed(folder + std::string(name), error);
+    note_unread(folder, name, error);
+  }
+  return outcome == MatchOutcome::match;
+}
+
+void FileSearch::SearchListboxFiles(std::size_t count,
+                                    const std::function<FoundFile(std::size_t)>& file_at) {
+  files_searched_ = static_cast<std::int64_t>(count);
+  for (std::size_t i = 0; i < count && keep_going(); ++i) {
+    const FoundFile stored = file_at(i);
+    const std::string folder(stored.folder);
+    FolderListing::File file{stored.name, false, {}};
+    if (!wanted_by_date(folder, file) || !test_file(folder, stored.name)) continue;
+    ++files_matched_;
+    host_.file_matched(stored);
+  }
+}
+
+bool FileSearch::search_selected_file(const std::string& folder, const std::string& name) {
+  return test_file(folder, name);
+}
+
+}  // namespace tallowmere

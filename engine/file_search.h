@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/date_filter.h"
+#include "engine/file_system.h"
+#include "engine/search_criteria.h"
+#include "engine/text_matcher.h"
+
+namespace tallowmere {
+
+/// A file that matched. The views live only during the call that hands them over.
+struct FoundFile {
+  std::string_view folder;  ///< with its final separator
+  std::string_view name;
+  FileFacts facts;
+};
+
+/// A file or folder that the search had to pass over.
+struct UnreadFile {
+  std::string path;
+  std::string reason;  ///< the system's own words
+};
+
+/// What a search tells and asks the program around it. All calls come on the search's own thread.
+class SearchHost {
+ public:
+  virtual ~SearchHost() = default;
+
+  /// Serves pending events. Called before every file and every further chunk; returns false when
+  /// the run is to stop.
+  virtual bool go_on() = 0;
+
+  virtual void file_matched(const FoundFile& file) = 0;
+
+  /// Reading broke off inside `path`; the file counts as unread when this returns.
+  virtual void read_failed(const std::string& path, const SystemError& error) = 0;
+
+  /// The folder to search cannot be listed; true asks for another try, false stops the run.
+  virtual bool retry_folder(const SystemError& error) = 0;
+};
+
+/// One search run over the files of a folder, of a list or of a selection.
+class FileSearch {
+ public:
+  FileSearch(const SearchCriteria& search, const CodePage& page, FileSystem& files,
+             const Clock& clock, SearchHost& host);
+  FileSearch(const FileSearch&) = delete;
+  FileSearch& operator=(const FileSearch&) = delete;
+
+  /// Searches `path` of the criteria, with its subfolders when they say so.
+  void search_files();
+
+  /// Tests `count` files named by `file_at`, which yields each one's stored name, folder and
+  /// facts. The date filter asks the disk, not the list. Files matched are handed to the host as
+  /// stored.
+  void SearchListboxFiles(std::size_t count, const std::function<FoundFile(std::size_t)>& file_at);
+
+  /// Tests one file whatever its date; true when it matches. The host is not told of a match.
+  bool search_selected_file(const std::string& folder, const std::string& name);
+
+  std::int64_t files_searched() const { return files_searched_; }
+  std::int64_t files_matched() const { return files_matched_; }
+  bool stopped() const { return stopped_; }
+  const std::vector<UnreadFile>& unread() const { return unread_; }
+
+ private:
+  void SearchAllDir(const std::string& root);
+  void search_folder_files(const std::string& folder);
+  void search_slot(const std::string& folder, const std::string& pattern);
+  bool test_listed_file(const std::string& folder, std::size_t row);
+  bool test_file(const std::string& folder, std::string_view name);
+  bool wanted_by_date(const std::string& folder, FolderListing::File& file);
+  bool list(const std::string& folder);
+  bool keep_going();
+  void note_unread(const std::string& folder, std::string_view name, const SystemError& error);
+
+  const SearchCriteria& search_;
+  FileSystem& files_;
+  SearchHost& host_;
+  DateFilter dates_;
+  TextMatcher matcher_;
+  FolderListing listing_;
+
+  /// What testing a row of the listing has told already, for a file that fits several types.
+  enum class Verdict : signed char { untested, match, no_match };
+  std::vector<Verdict> verdicts_;
+
+  std::function<bool()> go_on_;
+  std::int64_t files_searched_ = 0;
+  std::int64_t files_matched_ = 0;
+  bool stopped_ = false;
+  std::vector<UnreadFile> unread_;
+};
+
+}  // namespace tallowmere

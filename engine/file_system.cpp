@@ -1,0 +1,40 @@
+#include "engine/file_system.h"
+
+namespace tallowmere {
+
+std::string with_separator(std::string folder) {
+  const bool has_one = !folder.empty() && (folder.back() == path_separator || folder.back() == '/');
+  if (!has_one) folder.push_back(path_separator);
+  return folder;
+}
+
+void FolderListing::clear() {
+  names_.clear();
+  files_.clear();
+  folders_.clear();
+}
+
+void FolderListing::add_file(std::string_view name, const FileFacts* facts) {
+  files_.push_back({{names_.size(), name.size()}, facts != nullptr, facts ? *facts : FileFacts{}});
+  names_.append(name);
+}
+
+void FolderListing::add_folder(std::string_view name) {
+  folders_.push_back({names_.size(), name.size()});
+  names_.append(name);
+}
+
+FolderListing::File FolderListing::file(std::size_t index) const {
+  const FileRow& row = files_[index];
+  return {text(row.name), row.facts_known, row.facts};
+}
+
+std::string_view FolderListing::folder(std::size_t index) const {
+  return text(folders_[index]);
+}
+
+std::string_view FolderListing::text(const Name& name) const {
+  return std::string_view(names_).substr(name.start, name.length);
+}
+
+}  // namespace tallowmere

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/date_time.h"
+
+namespace tallowmere {
+
+#ifdef _WIN32
+inline constexpr char path_separator = '\\';
+#else
+inline constexpr char path_separator = '/';
+#endif
+
+/// `folder` with a final separator, added only when it is missing.
+std::string with_separator(std::string folder);
+
+/// What the system says of a failed operation: its code and its own words, UTF-8, without the
+/// final period or line break.
+struct SystemError {
+  int code = 0;
+  std::string text;
+};
+
+struct FileFacts {
+  Ticks modified = 0;
+  std::int64_t size = 0;  ///< bytes
+};
+
+/// The ordinary files and the subfolders of one folder. Reused from folder to folder so that a
+/// listing allocates only while it grows. Views stay valid until clear() or the next add.
+class FolderListing {
+ public:
+  struct File {
+    std::string_view name;
+    bool facts_known = false;  ///< false: the system lists names only; ask FileSystem::facts
+    FileFacts facts;
+  };
+
+  void clear();
+  void add_file(std::string_view name, const FileFacts* facts);
+  void add_folder(std::string_view name);
+
+  std::size_t file_count() const { return files_.size(); }
+  File file(std::size_t index) const;
+  std::size_t folder_count() const { return folders_.size(); }
+  std::string_view folder(std::size_t index) const;
+
+ private:
+  struct Name {
+    std::size_t start;
+    std::size_t length;
+  };
+  struct FileRow {
+    Name name;
+    bool facts_known;
+    FileFacts facts;
+  };
+  std::string_view text(const Name& name) const;
+
+  std::string names_;
+  std::vector<FileRow> files_;
+  std::vector<Name> folders_;
+};
+
+/// The system's files, seen as the engine needs them. One file is open at a time. Folders are
+/// given with their final separator. Implemented in posix/ and win32/; tests have one in memory.
+class FileSystem {
+ public:
+  virtual ~FileSystem() = default;
+
+  /// Adds the folder's ordinary files (neither hidden nor system nor folders), in the system's
+  /// order, and its subfolders (neither hidden nor system nor reached through a link). Asks
+  /// `go_on` now and then and ends early, without an error, when that says no.
+  virtual std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,
+                                                 const std::function<bool()>& go_on) = 0;
+
+  /// Opens a file for reading by bytes, so that others may read, write, rename and delete it
+  /// meanwhile. What is no file on a disk (a device, a pipe) fails instead of blocking.
+  virtual std::optional<SystemError> open(const std::string& folder, std::string_view name) = 0;
+
+  /// Reads on in the open file. Fewer bytes than wanted means that the file ended.
+  virtual std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
+                                          std::size_t& got) = 0;
+
+  /// Closes the open file; nothing happens when none is open.
+  virtual void close() = 0;
+
+  virtual std::optional<SystemError> facts(const std::string& folder, std::string_view name,
+                                           FileFacts& facts) = 0;
+};
+
+}  // namespace tallowmere

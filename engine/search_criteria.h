@@ -1,0 +1,85 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "engine/code_page.h"
+#include "engine/date_time.h"
+
+namespace tallowmere {
+
+enum SearchType : int {
+  search_and = 0,     ///< every term must occur
+  search_or = 1,      ///< one term must occur
+  search_phrase = 2,  ///< the criteria as they stand must occur
+  search_near = 3     ///< the later terms must occur around the first
+};
+
+enum DateSearch : int {
+  all_dates = 0,
+  between_dates = 1,
+  specific_year = 2,
+  specific_month = 3,
+  previous_days = 4
+};
+
+inline constexpr int file_type_slots = 7;  ///< slot 0 is "All Files", 1 to 6 are the user's
+
+/// The one record of the current search: what the dialogs edit, the settings keep and the engine
+/// reads. Owned by the program's entry point and passed by reference.
+struct SearchCriteria {
+  // What to search for.
+  std::string criteria;  ///< as typed, UTF-8; except for phrases without its trailing spaces
+  int search_type = search_phrase;
+  bool match_case = false;
+  bool ignore_case = true;  ///< the engine's working flag: not `match_case`
+  int prox_before = 0;      ///< characters before the first term that a NEAR window takes in
+  int prox_after = 0;       ///< characters after it
+  bool prox_all = false;    ///< NEAR wants all later terms in the window, not just one
+
+  // The terms, made by load_search_criteria. One entry per term in each array; lengths are in
+  // characters, which are bytes of the code page.
+  std::vector<std::string> terms;  ///< lower-cased when `ignore_case`
+  std::vector<int> term_len;
+  std::vector<bool> whole_word;     ///< false: the term also matches inside a word
+  std::vector<bool> representable;  ///< false: the code page lacks a character of the term
+  int last_term = -1;
+  int max_term_len = 0;  ///< for a phrase its length; 0 matches every file
+  int window_len = 0;
+  PageText phrase;  ///< the whole criteria in the code page, for PHRASE only
+
+  // Where to search.
+  std::string drive;  ///< as the drive list shows it, for example C:\ on Windows
+  std::string path;   ///< a missing final separator is added before use
+  bool search_subfolders = true;
+  std::array<bool, file_type_slots> type_checked{};
+  std::array<std::string, file_type_slots> user_types{"*"};
+  std::array<std::string, file_type_slots> type_descriptions{};  ///< as the system registers them
+
+  // Which file dates to accept.
+  int date_search = all_dates;
+  int past_days = 0;
+  Date from_date;
+  Date to_date;
+  int s_year = 0;
+  int s_month = 0;
+  int s_month_year = 0;
+};
+
+/// What the criteria and proximity dialogs hold when a search begins.
+struct CriteriaInput {
+  std::string criteria;  ///< UTF-8
+  int search_type = search_phrase;
+  bool match_case = false;
+  int prox_before = 0;
+  int prox_after = 0;
+  bool prox_all = false;
+};
+
+/// Takes the dialogs' values over into `search` and splits the criteria into terms. Called once at
+/// the start of each run. The trimmed text in `search.criteria` is to be put back into the dialog.
+void load_search_criteria(SearchCriteria& search, const CriteriaInput& input, const CodePage& page);
+
+}  // namespace tallowmere

@@ -1,0 +1,265 @@
+#include "engine/text_matcher.h"
+
+#include <algorithm>
+
+namespace tallowmere {
+
+namespace {
+
+bool is_word_byte(std::size_t byte) {
+  return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte >= 192;
+}
+
+std::size_t longest(const SearchCriteria& search) {
+  return static_cast<std::size_t>(search.max_term_len);
+}
+
+/// Bytes before a chunk that its seam and its NEAR windows reach back to.
+std::size_t wanted_lookback(const SearchCriteria& search) {
+  const auto before = static_cast<std::size_t>(std::max(search.prox_before, 0));
+  return std::max<std::size_t>(longest(search) + before, 1);
+}
+
+std::size_t wanted_lookahead(const SearchCriteria& search) {
+  const bool windows = search.search_type == search_near && search.last_term > 0;
+  return windows ? static_cast<std::size_t>(search.window_len) : 1;
+}
+
+}  // namespace
+
+TextMatcher::TextMatcher(const SearchCriteria& search, const CodePage& page, Kernel kernel)
+    : search_(search),
+      chunks_(wanted_lookback(search), wanted_lookahead(search)),
+      found_(search.terms.size()),
+      next_raw_(search.terms.size()) {
+  const auto* lower = search.ignore_case ? &page.lower_table() : nullptr;
+  if (search.search_type == search_phrase) {
+    std::string phrase = search.phrase.bytes;
+    if (lower) {
+      for (char& c : phrase) c = static_cast<char>((*lower)[static_cast<Byte>(c)]);
+    }
+    patterns_.emplace_back(phrase, lower, kernel);
+  }
+  for (const std::string& term : search.terms) patterns_.emplace_back(term, lower, kernel);
+  for (std::size_t byte = 0; byte < 256; ++byte) {
+    word_in_file_[byte] = is_word_byte(byte);
+    word_in_text_[byte] = is_word_byte(lower ? (*lower)[byte] : byte);
+  }
+  if (kernel == Kernel::fastest && search.search_type == search_or) prepare_passes();
+}
+
+void TextMatcher::prepare_passes() {
+  for (std::size_t term = 0; term < patterns_.size(); ++term) {
+    // An empty term occurs everywhere and is soon found.
+    if (patterns_[term].length() == 0) return;
+    if (search_.representable[term]) passes_terms_.push_back(term);
+  }
+  if (!MultiPattern::usable() || passes_terms_.size() < MultiPattern::fewest) return;
+  for (std::size_t first = 0; first < passes_terms_.size(); first += MultiPattern::most) {
+    const std::size_t behind = std::min(first + MultiPattern::most, passes_terms_.size());
+    std::vector<const BytePattern*> group;
+    for (std::size_t i = first; i < behind; ++i) group.push_back(&patterns_[passes_terms_[i]]);
+    passes_.emplace_back(group);
+  }
+}
+
+MatchOutcome TextMatcher::match_open_file(FileSystem& files, const std::function<bool()>& go_on,
+                                          SystemError& error) {
+  struct Closer {
+    FileSystem& files;
+    ~Closer() { files.close(); }
+  } closer{files};
+
+  if (search_.max_term_len == 0) return MatchOutcome::match;
+  std::fill(found_.begin(), found_.end(), false);
+  carry_ = 0;
+  auto failure = chunks_.first(files);
+  while (true) {
+    if (failure) {
+      error = *failure;
+      return MatchOutcome::failed;
+    }
+    if (match_chunk()) return MatchOutcome::match;
+    if (!chunks_.more()) return MatchOutcome::no_match;
+    if (!go_on()) return MatchOutcome::stopped;
+    failure = chunks_.next(files);
+  }
+}
+
+bool TextMatcher::match_chunk() {
+  switch (search_.search_type) {
+    case search_and:
+      return match_all_terms();
+    case search_or:
+      return match_any_term();
+    case search_phrase:
+      return match_phrase_in_chunk();
+    default:
+      return match_near_in_chunk();
+  }
+}
+
+bool TextMatcher::match_all_terms() {
+  for (std::size_t term = 0; term < found_.size(); ++term) {
+    if (found_[term]) continue;
+    if (!match_term_in_chunk(term)) return false;
+    found_[term] = true;
+  }
+  return true;
+}
+
+bool TextMatcher::match_any_term() {
+  const auto in_chunk = find_any_term();
+  if (in_chunk == MultiPattern::Outcome::found) return true;
+  const bool one_by_one = in_chunk == MultiPattern::Outcome::too_costly;
+  for (std::size_t term = 0; term < found_.size(); ++term) {
+    if (one_by_one ? match_term_in_chunk(term) : match_term_at_boundary(term)) return true;
+  }
+  return false;
+}
+
+MultiPattern::Outcome TextMatcher::find_any_term() const {
+  if (passes_.empty()) return MultiPattern::Outcome::too_costly;
+  for (std::size_t pass = 0; pass < passes_.size(); ++pass) {
+    const auto accept = [&](std::size_t index, const Byte* at) {
+      const std::size_t term = passes_terms_[pass * MultiPattern::most + index];
+      return !search_.whole_word[term] || !not_whole_word_in_file(at, patterns_[term].length());
+    };
+    const auto outcome = passes_[pass].find_any(chunks_.begin(), chunks_.end(), accept);
+    if (outcome != MultiPattern::Outcome::none) return outcome;
+  }
+  return MultiPattern::Outcome::none;
+}
+
+bool TextMatcher::find_term(std::size_t term) const {
+  if (!search_.representable[term]) return false;
+  OccurrenceScan scan(patterns_[term], chunks_.begin(), chunks_.end());
+  const std::size_t length = patterns_[term].length();
+  const bool whole = search_.whole_word[term];
+  return scan.next([&](const Byte* at) { return !whole || !not_whole_word_in_file(at, length); }) !=
+         nullptr;
+}
+
+bool TextMatcher::match_term_in_chunk(std::size_t term) {
+  return find_term(term) || match_term_at_boundary(term);
+}
+
+// The carry is renewed only where the last term was looked for in vain. An AND search that stops
+// at an earlier term therefore goes without a carry, and a term at a seam is found only when it
+// is the last one and all the others came before: this is how AND has always worked.
+bool TextMatcher::match_term_at_boundary(std::size_t term) {
+  const bool at_boundary = carry_ > 0 && find_term_at_boundary(term);
+  if (term + 1 == found_.size()) carry_ = std::min(longest(search_), chunks_.size());
+  return at_boundary;
+}
+
+TextMatcher::Text TextMatcher::term_boundary(std::size_t carry, std::size_t head) const {
+  return {chunks_.begin() - carry, chunks_.begin() + std::min(head, chunks_.size())};
+}
+
+// Neither the first nor the last byte of the boundary takes part in a hit, so that a hit has both
+// neighbours. In a last chunk shorter than the longest term this passes over a hit that ends with
+// the file, as it always has.
+bool TextMatcher::find_term_at_boundary(std::size_t term) {
+  if (!search_.representable[term]) return false;
+  const Text boundary = term_boundary(carry_, longest(search_));
+  const std::size_t length = patterns_[term].length();
+  OccurrenceScan scan(patterns_[term], boundary.begin + 1, boundary.end - 1);
+  const bool whole = search_.whole_word[term];
+  return scan.next([&](const Byte* at) {
+    return !whole || !not_whole_word_in_text(boundary, at, length);
+  }) != nullptr;
+}
+
+bool TextMatcher::match_phrase_in_chunk() {
+  if (!search_.phrase.representable) return false;
+  // Chunk and seam in one go: a phrase is taken as it stands, so they are one text.
+  OccurrenceScan scan(patterns_[0], chunks_.begin() - carry_, chunks_.end());
+  if (scan.next()) return true;
+  carry_ = std::min(longest(search_) - 1, chunks_.size());
+  return false;
+}
+
+bool TextMatcher::match_near_in_chunk() {
+  if (!search_.representable[0]) return false;
+  std::fill(next_raw_.begin(), next_raw_.end(), nullptr);
+  const std::size_t length = patterns_[0].length();
+  const bool whole = search_.whole_word[0];
+
+  OccurrenceScan in_chunk(patterns_[0], chunks_.begin(), chunks_.end());
+  const auto whole_in_file = [&](const Byte* at) {
+    return !whole || !not_whole_word_in_file(at, length);
+  };
+  while (const Byte* anchor = in_chunk.next(whole_in_file)) {
+    if (anchor_passes(anchor)) return true;
+  }
+
+  if (carry_ > 0) {
+    std::fill(next_raw_.begin(), next_raw_.end(), nullptr);
+    const Text boundary = term_boundary(carry_, length);
+    OccurrenceScan at_boundary(patterns_[0], boundary.begin + 1, boundary.end - 1);
+    const auto whole_at_boundary = [&](const Byte* at) {
+      return !whole || !not_whole_word_in_text(boundary, at, length);
+    };
+    while (const Byte* anchor = at_boundary.next(whole_at_boundary)) {
+      // The window of an anchor at a seam stands one byte further right than elsewhere.
+      if (anchor_passes(anchor + 1)) return true;
+    }
+  }
+  carry_ = std::min(length, chunks_.size());
+  return false;
+}
+
+bool TextMatcher::not_whole_word_in_file(const Byte* at, std::size_t length) const {
+  const Byte* behind = at + length;
+  return (at > chunks_.memory_begin() && word_in_file_[at[-1]]) ||
+         (behind < chunks_.memory_end() && word_in_file_[*behind]);
+}
+
+bool TextMatcher::not_whole_word_in_text(const Text& text, const Byte* at,
+                                         std::size_t length) const {
+  const Byte* behind = at + length;
+  return (at > text.begin && word_in_text_[at[-1]]) ||
+         (behind < text.end && word_in_text_[*behind]);
+}
+
+bool TextMatcher::anchor_passes(const Byte* anchor) {
+  return search_.last_term == 0 || near_terms_in_window(load_near_window(anchor));
+}
+
+// A window that would begin before the file begins with the file and keeps its full length.
+TextMatcher::Text TextMatcher::load_near_window(const Byte* anchor) const {
+  const auto before = static_cast<std::ptrdiff_t>(search_.prox_before);
+  const Byte* memory = chunks_.memory_begin();
+  const Byte* begin = anchor - memory >= before ? anchor - before : memory;
+  const auto length = std::min<std::ptrdiff_t>(search_.window_len, chunks_.memory_end() - begin);
+  return {begin, begin + length};
+}
+
+bool TextMatcher::near_terms_in_window(const Text& window) {
+  const bool all = search_.prox_all;
+  for (std::size_t term = 1; term < patterns_.size(); ++term) {
+    if (find_term_in_window(window, term) != all) return !all;
+  }
+  return all;
+}
+
+// Windows move to the right only, so the next occurrence of a term, once found, answers for every
+// window that ends before it: many anchors close together do not each search their window.
+bool TextMatcher::find_term_in_window(const Text& window, std::size_t term) {
+  if (!search_.representable[term]) return false;
+  const BytePattern& pattern = patterns_[term];
+  const std::size_t length = pattern.length();
+  const Byte*& next = next_raw_[term];
+  if (!next || next < window.begin) {
+    const Byte* hit = OccurrenceScan(pattern, window.begin, chunks_.memory_end()).next();
+    next = hit ? hit : chunks_.memory_end();
+  }
+  if (next >= window.end || static_cast<std::size_t>(window.end - next) < length) return false;
+  if (!search_.whole_word[term]) return true;
+  OccurrenceScan scan(pattern, next, window.end);
+  return scan.next([&](const Byte* at) { return !not_whole_word_in_text(window, at, length); }) !=
+         nullptr;
+}
+
+}  // namespace tallowmere

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "engine/byte_search.h"
+#include "engine/file_chunks.h"
+#include "engine/multi_search.h"
+#include "engine/search_criteria.h"
+
+namespace tallowmere {
+
+enum class MatchOutcome {
+  match,
+  no_match,
+  stopped,  ///< the host wanted no further chunk
+  failed    ///< reading broke off
+};
+
+/// Decides whether one file satisfies the criteria. Made once per run; its buffer serves all
+/// files. The file is seen in chunks of 63,000 bytes, and what counts as an occurrence at the seam
+/// of two chunks is part of the answer: it differs between the search types.
+class TextMatcher {
+ public:
+  /// `search` and `page` must outlive the matcher.
+  TextMatcher(const SearchCriteria& search, const CodePage& page, Kernel kernel = Kernel::fastest);
+  TextMatcher(const TextMatcher&) = delete;
+  TextMatcher& operator=(const TextMatcher&) = delete;
+
+  /// Tests the file that is open in `files`, and closes it in every case. `go_on` is asked before
+  /// every chunk after the first; `error` is set when the outcome is `failed`.
+  MatchOutcome match_open_file(FileSystem& files, const std::function<bool()>& go_on,
+                               SystemError& error);
+
+ private:
+  struct Text {
+    const Byte* begin;
+    const Byte* end;
+  };
+
+  bool match_chunk();
+  bool match_all_terms();
+  bool match_any_term();
+  void prepare_passes();
+  MultiPattern::Outcome find_any_term() const;
+  bool find_term(std::size_t term) const;
+  bool match_term_in_chunk(std::size_t term);
+  bool match_term_at_boundary(std::size_t term);
+  bool match_phrase_in_chunk();
+  bool match_near_in_chunk();
+  bool find_term_at_boundary(std::size_t term);
+  Text term_boundary(std::size_t carry, std::size_t head) const;
+  bool not_whole_word_in_file(const Byte* at, std::size_t length) const;
+  bool not_whole_word_in_text(const Text& text, const Byte* at, std::size_t length) const;
+  Text load_near_window(const Byte* anchor) const;
+  bool near_terms_in_window(const Text& window);
+  bool find_term_in_window(const Text& window, std::size_t term);
+  bool anchor_passes(const Byte* anchor);
+
+  const SearchCriteria& search_;
+  std::vector<BytePattern> patterns_;      ///< one per term, or the phrase alone
+  std::vector<MultiPattern> passes_;       ///< OR with many terms: several at a time
+  std::vector<std::size_t> passes_terms_;  ///< their terms, MultiPattern::most to a pass
+  std::array<bool, 256> word_in_file_;     ///< the bytes that continue a word
+  std::array<bool, 256> word_in_text_;     ///< the same for text that is seen lower-cased
+  FileChunks chunks_;
+  std::vector<bool> found_;            ///< AND: the terms found in this file so far
+  std::size_t carry_ = 0;              ///< bytes before the chunk that its boundary takes in
+  std::vector<const Byte*> next_raw_;  ///< NEAR: each term's next occurrence, or null
+};
+
+}  // namespace tallowmere

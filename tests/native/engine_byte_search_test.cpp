@@ -1,0 +1,120 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "engine/byte_search.h"
+#include "engine/code_page.h"
+#include "engine/multi_search.h"
+#include "tests/support/seed.h"
+
+namespace tallowmere {
+namespace {
+
+const std::array<Byte, 256>& lower_table() {
+  static const CodePage page = CodePage::windows_1252();
+  return page.lower_table();
+}
+
+std::string folded(std::string text) {
+  for (char& c : text) c = static_cast<char>(lower_table()[static_cast<Byte>(c)]);
+  return text;
+}
+
+const Byte* bytes(const std::string& text) {
+  return reinterpret_cast<const Byte*>(text.data());
+}
+
+std::vector<std::size_t> naive(const std::string& text, const std::string& pattern, bool fold) {
+  const std::string seen = fold ? folded(text) : text;
+  std::vector<std::size_t> places;
+  for (std::size_t at = seen.find(pattern); at < seen.size(); at = seen.find(pattern, at + 1)) {
+    places.push_back(at);
+  }
+  return places;
+}
+
+std::vector<std::size_t> scanned(const std::string& text, const BytePattern& pattern) {
+  // A copy of exactly this size, so that a load past the end is caught.
+  const std::vector<Byte> copy(text.begin(), text.end());
+  OccurrenceScan scan(pattern, copy.data(), copy.data() + copy.size());
+  std::vector<std::size_t> places;
+  while (const Byte* at = scan.next()) places.push_back(static_cast<std::size_t>(at - copy.data()));
+  return places;
+}
+
+std::string random_text(std::mt19937& random, const std::string& alphabet, std::size_t size) {
+  std::string text(size, ' ');
+  for (char& c : text) c = alphabet[random() % alphabet.size()];
+  return text;
+}
+
+TEST(ByteSearch, FindsWhatANaiveSearchFinds) {
+  std::mt19937 random(test_seed());
+  const std::vector<std::string> alphabets = {"ab", "aAbB", "a", "aeE\xC9\xE9\x8A\x9A\x9F\xFF@`[{",
+                                              "etaoin x"};
+  for (int round = 0; round < 4000; ++round) {
+    const std::string& alphabet = alphabets[random() % alphabets.size()];
+    const std::string text = random_text(random, alphabet, random() % 300);
+    const bool fold = random() % 2 == 0;
+    std::string pattern = random_text(random, alphabet, random() % 24);
+    if (fold) pattern = folded(pattern);
+    const auto expected = naive(text, pattern, fold);
+    for (const Kernel kernel : {Kernel::fastest, Kernel::scalar}) {
+      const BytePattern compiled(pattern, fold ? &lower_table() : nullptr, kernel);
+      ASSERT_EQ(scanned(text, compiled), expected)
+          << "pattern " << pattern << " in " << text << " fold " << fold;
+    }
+  }
+}
+
+TEST(ByteSearch, StaysExactWhereItTurnsLinear) {
+  // Nearly periodic text and pattern: comparing each candidate in full would be quadratic.
+  std::string text;
+  for (int i = 0; i < 200; ++i) text += std::string(499, 'a') + (i % 50 == 49 ? "aa" : "b");
+  const std::string pattern(500, 'a');
+  for (const bool fold : {false, true}) {
+    const BytePattern compiled(pattern, fold ? &lower_table() : nullptr, Kernel::fastest);
+    EXPECT_EQ(scanned(text, compiled), naive(text, pattern, fold));
+  }
+}
+
+TEST(ByteSearch, AcceptPassesOccurrencesOver) {
+  const std::string text = "cat concat cat";
+  const BytePattern pattern("cat", nullptr, Kernel::fastest);
+  OccurrenceScan scan(pattern, bytes(text), bytes(text) + text.size());
+  const Byte* hit = scan.next([&](const Byte* at) { return at != bytes(text) && at[-1] == ' '; });
+  ASSERT_NE(hit, nullptr);
+  EXPECT_EQ(hit - bytes(text), 11);
+}
+
+TEST(MultiSearch, FindsAnyPatternThatOneByOneWouldFind) {
+  if (!MultiPattern::usable()) GTEST_SKIP() << "this machine searches for patterns one by one";
+  std::mt19937 random(test_seed());
+  for (int round = 0; round < 3000; ++round) {
+    const std::string alphabet = round % 2 ? "abcdefghABCDEFGH\xC9\xE9 " : "abA";
+    const std::vector<Byte> text = [&] {
+      const std::string drawn = random_text(random, alphabet, random() % 200);
+      return std::vector<Byte>(drawn.begin(), drawn.end());
+    }();
+    const bool fold = random() % 2 == 0;
+    std::vector<BytePattern> patterns;
+    bool expected = false;
+    for (std::size_t i = 0, count = 1 + random() % 20; i < count; ++i) {
+      std::string pattern = random_text(random, alphabet, 1 + random() % 9);
+      if (fold) pattern = folded(pattern);
+      patterns.emplace_back(pattern, fold ? &lower_table() : nullptr, Kernel::fastest);
+      // Every second pattern is refused wherever it stands.
+      expected |=
+          i % 2 == 0 && !naive(std::string(text.begin(), text.end()), pattern, fold).empty();
+    }
+    std::vector<const BytePattern*> pointers;
+    for (const BytePattern& pattern : patterns) pointers.push_back(&pattern);
+    const auto outcome = MultiPattern(pointers).find_any(
+        text.data(), text.data() + text.size(),
+        [](std::size_t index, const Byte*) { return index % 2 == 0; });
+    ASSERT_EQ(outcome == MultiPattern::Outcome::found, expected) << "round " << round;
+  }
+}
+
+}  // namespace
+}  // namespace tallowmere

@@ -1,0 +1,122 @@
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <map>
+#include <string>
+
+#include "engine/file_system.h"
+
+namespace tallowmere {
+
+/// Folders and files in memory, with whatever trouble a test wants. Paths use '/' on every system.
+class MemoryFiles : public FileSystem {
+ public:
+  struct File {
+    std::string text;
+    FileFacts facts;
+    bool unreadable = false;           ///< cannot be opened
+    std::size_t breaks_at = SIZE_MAX;  ///< reading fails from here on
+  };
+
+  /// Adds a file and the folders above it.
+  File& add(const std::string& path, std::string text, Ticks modified = 0) {
+    File& file = files_[path];
+    file.facts = {modified, static_cast<std::int64_t>(text.size())};
+    file.text = std::move(text);
+    return file;
+  }
+
+  std::map<std::string, SystemError> folder_errors;  ///< by path with final separator
+  std::function<void()> on_read;                     ///< runs before every read
+  bool listing_knows_facts = true;
+  int opened = 0;
+  int closed = 0;
+
+  std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,
+                                         const std::function<bool()>&) override {
+    if (const auto error = folder_errors.find(folder); error != folder_errors.end()) {
+      return error->second;
+    }
+    std::string last_folder;
+    for (const auto& [path, file] : files_) {
+      if (!path.starts_with(folder)) continue;
+      const std::string rest = path.substr(folder.size());
+      const std::size_t separator = rest.find(path_separator);
+      if (separator == std::string::npos) {
+        listing.add_file(rest, listing_knows_facts ? &file.facts : nullptr);
+      } else if (rest.substr(0, separator) != last_folder) {
+        last_folder = rest.substr(0, separator);
+        listing.add_folder(last_folder);
+      }
+    }
+    return std::nullopt;
+  }
+
+  std::optional<SystemError> open(const std::string& folder, std::string_view name) override {
+    current_ = find(folder, name);
+    position_ = 0;
+    if (!current_) return SystemError{2, "File not found"};
+    if (current_->unreadable) return SystemError{5, "Access is denied"};
+    ++opened;
+    return std::nullopt;
+  }
+
+  std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
+                                  std::size_t& got) override {
+    if (on_read) on_read();
+    got = 0;
+    if (position_ + wanted > current_->breaks_at) return SystemError{23, "Data error"};
+    if (position_ < current_->text.size())
+      got = std::min(wanted, current_->text.size() - position_);
+    if (got > 0) std::memcpy(into, current_->text.data() + position_, got);
+    position_ += got;
+    return std::nullopt;
+  }
+
+  void close() override {
+    if (current_) ++closed;
+    current_ = nullptr;
+  }
+
+  std::optional<SystemError> facts(const std::string& folder, std::string_view name,
+                                   FileFacts& facts) override {
+    const File* file = find(folder, name);
+    if (!file) return SystemError{2, "File not found"};
+    facts = file->facts;
+    return std::nullopt;
+  }
+
+ private:
+  File* find(const std::string& folder, std::string_view name) {
+    const auto file = files_.find(folder + std::string(name));
+    return file == files_.end() ? nullptr : &file->second;
+  }
+
+  std::map<std::string, File> files_;
+  File* current_ = nullptr;
+  std::size_t position_ = 0;
+};
+
+/// A clock that stands still, in UTC.
+class FixedClock : public Clock {
+ public:
+  double time_of_day = 43200;
+  Date day{2024, 5, 17};
+
+  double seconds_since_midnight() const override { return time_of_day; }
+  Date today() const override { return day; }
+
+  DateTime to_local(Ticks moment) const override {
+    const std::int64_t seconds = moment / ticks_per_second;
+    const auto in_day = static_cast<int>(seconds % 86400);
+    return {add_days({1601, 1, 1}, seconds / 86400), in_day / 3600, in_day / 60 % 60, in_day % 60};
+  }
+
+  Ticks start_of_day(const Date& date) const override {
+    return (days_from_epoch(date) - days_from_epoch({1601, 1, 1})) * 86400 * ticks_per_second;
+  }
+};
+
+}  // namespace tallowmere
