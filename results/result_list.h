@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/date_time.h"
+#include "engine/file_system.h"
+
+namespace tallowmere {
+
+/// One file that matched.
+struct FileRecord {
+  std::string filename;  ///< without its folder
+  Ticks filedate = 0;    ///< last modification; 0 when it could not be read
+  std::string filepath;  ///< the folder, ending with the separator
+  std::int64_t filesize = 0;
+  bool operator==(const FileRecord&) const = default;
+};
+
+/// The records of the matched files: the truth of which the list view only shows rows. A row's
+/// index is its record's index. Which row is selected is the window's matter.
+class ResultList {
+ public:
+  std::size_t file_count() const { return records_.size(); }
+  const FileRecord& record(std::size_t index) const { return records_[index]; }
+
+  /// For the sort, which only changes the order.
+  std::vector<FileRecord>& records() { return records_; }
+  const std::vector<FileRecord>& records() const { return records_; }
+
+  /// Moves the records out and leaves the list empty; a search among the listed files reads the
+  /// old ones while it appends the new.
+  std::vector<FileRecord> take_records();
+
+  void add_file_row(FileRecord record);
+  void add_file_row(std::string_view folder, std::string_view name, const FileFacts& facts);
+  /// Splits `path` behind its last separator.
+  void add_file_row(std::string_view path, const FileFacts& facts);
+
+  /// Removes all rows; a new search calls it. The sort flags stay.
+  void setup_new_list();
+
+  /// Drops each record that equals its neighbour and lowers both counters. Called after each sort,
+  /// which brings equal records together.
+  void fill_result_list();
+
+  /// Full path of a record.
+  std::string indexed_filename(std::size_t index) const;
+
+  /// What follows the last "." of the name; empty without one.
+  std::string list2_extension(std::size_t index) const;
+
+  /// The lowest index with exactly this full path; file_count() when there is none.
+  std::size_t find_result_index(std::string_view path) const;
+
+  std::int64_t matched_count = 0;    ///< files the run matched; the run sets it before the fill
+  std::ptrdiff_t viewed_index = -1;  ///< the record in the viewer; -1: none
+  bool sort_descending = false;      ///< the reverse of the key's natural order; outlives searches
+  bool resort_pending = false;       ///< choosing the checked key sorts afresh, not in reverse
+
+ private:
+  std::vector<FileRecord> records_;
+};
+
+/// The first place, from 1-based byte position `start` downwards, at which `pattern` stands in
+/// `text`; 0 when there is none. The match may run past `start`.
+std::ptrdiff_t instr_reverse(std::ptrdiff_t start, std::string_view text, std::string_view pattern,
+                             bool ignore_case);
+
+}  // namespace tallowmere
