@@ -1,0 +1,78 @@
+#include "shell/folder_tree.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "engine/unicode.h"
+
+namespace tallowmere {
+namespace {
+
+/// Bytes of the root at the start of `path`, with its separator: \\server\share\, C:\ or /.
+std::size_t root_length(const std::string& path, char separator) {
+  const auto behind_separator = [&](std::size_t from) {
+    const std::size_t found = path.find(separator, from);
+    return found == std::string::npos ? path.size() : found + 1;
+  };
+  const bool is_share = separator == '\\' && path.starts_with("\\\\");
+  return is_share ? behind_separator(behind_separator(2)) : behind_separator(0);
+}
+
+std::vector<std::string> sorted_subfolders(const FolderListing& listing) {
+  std::vector<std::string> names;
+  names.reserve(listing.folder_count());
+  for (std::size_t i = 0; i < listing.folder_count(); ++i) names.emplace_back(listing.folder(i));
+  std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+    const int order = compare_ignore_case(a, b);
+    return order != 0 ? order < 0 : a < b;
+  });
+  return names;
+}
+
+}  // namespace
+
+std::vector<FolderRow> folder_ancestry(const std::string& path, char separator) {
+  std::vector<FolderRow> rows;
+  std::size_t end = root_length(path, separator);
+  rows.push_back({path.substr(0, end), path.substr(0, end), 0, FolderKind::ancestor});
+  while (end < path.size()) {
+    const std::size_t start = end;
+    end = std::min(path.find(separator, start), path.size() - 1) + 1;
+    const std::size_t length = end - start - (path[end - 1] == separator ? 1 : 0);
+    if (length == 0) continue;
+    rows.push_back({path.substr(start, length), path.substr(0, end), static_cast<int>(rows.size()),
+                    FolderKind::ancestor});
+  }
+  rows.back().kind = FolderKind::open;
+  return rows;
+}
+
+std::optional<SystemError> FolderTree::open(FileSystem& files, const std::string& path,
+                                            const std::function<bool()>& go_on) {
+  const std::string folder = with_separator(path);
+  FolderListing listing;
+  if (std::optional<SystemError> error = files.list_folder(folder, listing, go_on)) return error;
+  std::vector<FolderRow> rows = folder_ancestry(folder, path_separator);
+  const int open_row = static_cast<int>(rows.size()) - 1;
+  for (std::string& name : sorted_subfolders(listing)) {
+    std::string child_path = with_separator(folder + name);
+    rows.push_back({std::move(name), std::move(child_path), open_row + 1, FolderKind::child});
+  }
+  path_ = folder;
+  rows_ = std::move(rows);
+  open_row_ = open_row;
+  return std::nullopt;
+}
+
+std::string set_dir_to_drive(const std::string& drive, std::string& path,
+                             const std::string& tree_path) {
+  if (path.empty()) path = tree_path;
+  const bool same_drive = compare_ignore_case(drive.substr(0, 2), path.substr(0, 2)) == 0;
+  return same_drive ? path : drive;
+}
+
+std::string drive_not_ready_message(const SystemError& error) {
+  return error.text + " - encountered while trying to access disk.";
+}
+
+}  // namespace tallowmere

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/file_search.h"
+
+namespace tallowmere {
+
+inline constexpr std::string_view searching_text = "Searching";
+inline constexpr std::string_view sorting_text = "Sorting";
+inline constexpr std::string_view sorting_found_text = "Sorting Files Found";
+inline constexpr std::string_view search_stopped_text = "Search Stopped";
+inline constexpr std::string_view no_files_text = "No Files Found";
+
+/// Matches above which sorting_found_text is shown.
+inline constexpr std::int64_t quick_run_matches = 200;
+
+/// Seconds between two times of day; at least 0.01, so too when midnight lay between.
+double elapsed_seconds(double started, double ended);
+
+/// "3 file(s) matched out of 40", while searching and afterwards.
+std::string count_text(std::int64_t listed, std::int64_t searched);
+
+/// The first label after a run over folders or the list.
+std::string finished_text(std::int64_t listed, std::int64_t searched);
+
+/// The first label after a run over the selected file.
+std::string_view selected_file_text(bool matched);
+
+/// The second label after a run: how long it took, or that it was stopped.
+std::string timing_text(bool stopped, double elapsed);
+
+/// The tool tip of the count: how many files could not be read, the first ten of them with the
+/// reason. Empty when all could be read.
+std::string unread_tool_tip(const std::vector<UnreadFile>& unread);
+
+}  // namespace tallowmere

@@ -1,0 +1,227 @@
+#include "shell/settings.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "engine/unicode.h"
+#include "shell/file_type_rule.h"
+
+namespace tallowmere {
+namespace {
+
+constexpr std::size_t longest_font_name = 31;  ///< in UTF-16, what a font may be called on Windows
+constexpr double largest_font_size = 2160;
+
+std::string first_characters(std::string_view text, int count) {
+  std::size_t position = 0;
+  for (; count > 0 && position < text.size(); --count) next_code_point(text, position);
+  return std::string(text.substr(0, position));
+}
+
+void load_path(SettingsStore& store, SearchCriteria& search, const SettingsContext& context) {
+  search.path = store.get_setting("path");
+  if (search.path.empty()) search.path = first_characters(context.program_folder, 3);
+  search.drive = first_characters(search.path, 3);
+}
+
+/// Reads a number that replaces its default only when something is stored.
+void load_integer(SettingsStore& store, std::string_view key, int& value) {
+  const std::string text = store.get_setting(key);
+  if (!text.empty()) value = lenient_integer(text);
+}
+
+void load_dates(SettingsStore& store, SearchCriteria& search, const SettingsContext& context) {
+  set_date_defaults(search, context.today);
+  search.date_search = lenient_integer(store.get_setting("date_search"));
+  search.past_days = lenient_integer(store.get_setting("past_days"));
+  lenient_date(store.get_setting("from_date"), context.date_order, search.from_date);
+  lenient_date(store.get_setting("to_date"), context.date_order, search.to_date);
+  load_integer(store, "s_year", search.s_year);
+  load_integer(store, "s_month", search.s_month);
+  load_integer(store, "s_month_year", search.s_month_year);
+}
+
+std::string user_type_key(int slot) {
+  return "user_type" + std::to_string(slot);
+}
+
+void load_user_types(SettingsStore& store, SearchCriteria& search) {
+  search.user_types[0] = "*";
+  for (int slot = 1; slot < file_type_slots; ++slot) {
+    const std::string type = store.get_setting(user_type_key(slot));
+    if (!type.empty() && is_valid_file_type(type)) search.user_types[slot] = type;
+  }
+}
+
+/// The flags in one string of "Y" and "N", read by 1-based position. Most flags start clear and
+/// are set by "Y" only, the others start set and are cleared by "N" only: any other character, or
+/// a missing one, leaves a flag as it starts.
+class CheckedFlags {
+ public:
+  explicit CheckedFlags(std::string_view text) {
+    std::size_t position = 0;
+    while (position < text.size() && flags_.size() < last_position) {
+      flags_ += next_code_point(text, position);
+    }
+  }
+  bool switched_on(std::size_t position) const { return is(position, U'Y'); }
+  bool kept_on(std::size_t position) const { return !is(position, U'N'); }
+
+ private:
+  static constexpr std::size_t last_position = 19;
+  bool is(std::size_t position, char32_t flag) const {
+    return position <= flags_.size() && flags_[position - 1] == flag;
+  }
+  std::u32string flags_;
+};
+
+SortKey load_sort_key(const CheckedFlags& flags) {
+  for (int item = 0; item < sort_key_count; ++item) {
+    if (flags.switched_on(11 + item)) return static_cast<SortKey>(item);
+  }
+  return SortKey::none;
+}
+
+void set_ignore_case(SearchCriteria& search, bool ignore_case) {
+  search.ignore_case = ignore_case;
+  search.match_case = !ignore_case;
+}
+
+void apply_flags(const CheckedFlags& flags, SearchCriteria& search, ShellState& shell) {
+  for (int slot = 0; slot < file_type_slots; ++slot) {
+    search.type_checked[slot] = flags.switched_on(1 + slot);
+  }
+  search.search_subfolders = flags.switched_on(8);
+  shell.minimize_on = flags.switched_on(10);
+  shell.sort_key = load_sort_key(flags);
+  shell.sound_on = flags.kept_on(16);
+  set_ignore_case(search, flags.kept_on(17));
+  shell.find_on_launch = flags.kept_on(18);
+  search.prox_all = flags.switched_on(19);
+}
+
+void apply_first_run(SearchCriteria& search, ShellState& shell) {
+  apply_flags(CheckedFlags(""), search, shell);
+  search.search_subfolders = true;
+  search.type_checked[1] = true;
+  shell.sort_key = SortKey::date;
+  const char* const types[] = {"txt", "doc", "htm", "log", "w??"};
+  std::copy(std::begin(types), std::end(types), search.user_types.begin() + 1);
+}
+
+void load_checked(SettingsStore& store, SearchCriteria& search, ShellState& shell) {
+  const std::string checked = store.get_setting("checked");
+  if (checked.empty()) {
+    apply_first_run(search, shell);
+  } else {
+    apply_flags(CheckedFlags(checked), search, shell);
+  }
+}
+
+void load_criteria(SettingsStore& store, SearchCriteria& search) {
+  const std::string criteria = store.get_setting("criteria");
+  if (!criteria.empty()) search.criteria = criteria;
+  search.search_type = search_phrase;
+  load_integer(store, "search_type", search.search_type);
+  if (search.search_type < search_and || search.search_type > search_near) {
+    search.search_type = search_phrase;
+  }
+  load_integer(store, "prox_before", search.prox_before);
+  load_integer(store, "prox_after", search.prox_after);
+}
+
+void load_font(SettingsStore& store, ShellState& shell) {
+  const std::string name = store.get_setting("font_name");
+  if (!name.empty() && to_utf16(name).size() <= longest_font_name) shell.font_name = name;
+  const double size = lenient_number(store.get_setting("font_size"));
+  if (size >= 1 && size <= largest_font_size) shell.font_size = size;
+}
+
+void load_placement(SettingsStore& store, ShellState& shell) {
+  shell.placement.left = lenient_integer(store.get_setting("left"));
+  shell.placement.top = lenient_integer(store.get_setting("top"));
+  shell.placement.height = lenient_integer(store.get_setting("height"));
+  shell.placement.width = lenient_integer(store.get_setting("width"));
+}
+
+std::string checked_text(const SearchCriteria& search, const ShellState& shell) {
+  const auto flag = [](bool set) { return set ? 'Y' : 'N'; };
+  std::string text;
+  for (const bool ticked : search.type_checked) text += flag(ticked);
+  text += flag(search.search_subfolders);
+  text += 'N';
+  text += flag(shell.minimize_on);
+  for (int item = 0; item < sort_key_count; ++item) {
+    text += flag(shell.sort_key == static_cast<SortKey>(item));
+  }
+  text += flag(shell.sound_on);
+  text += flag(search.ignore_case);
+  text += flag(shell.find_on_launch);
+  text += flag(search.prox_all);
+  return text;
+}
+
+std::string font_size_text(double size) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.6g", size);
+  std::string result = text;
+  std::replace(result.begin(), result.end(), ',', '.');
+  return result;
+}
+
+void save_placement(SettingsStore& store, const TwipRect& placement) {
+  store.save_setting("top", std::to_string(placement.top));
+  store.save_setting("left", std::to_string(placement.left));
+  store.save_setting("height", std::to_string(placement.height));
+  store.save_setting("width", std::to_string(placement.width));
+}
+
+void save_where_and_dates(SettingsStore& store, const SearchCriteria& search) {
+  for (int slot = 1; slot < file_type_slots; ++slot) {
+    store.save_setting(user_type_key(slot), search.user_types[slot]);
+  }
+  store.save_setting("path", search.path);
+  store.save_setting("date_search", std::to_string(search.date_search));
+  store.save_setting("from_date", iso_date(search.from_date));
+  store.save_setting("to_date", iso_date(search.to_date));
+  store.save_setting("s_year", std::to_string(search.s_year));
+  store.save_setting("s_month", std::to_string(search.s_month));
+  store.save_setting("s_month_year", std::to_string(search.s_month_year));
+  store.save_setting("past_days", std::to_string(search.past_days));
+}
+
+}  // namespace
+
+void set_date_defaults(SearchCriteria& search, const Date& today) {
+  search.from_date = today;
+  search.to_date = today;
+  search.s_year = today.year;
+  search.s_month = today.month;
+  search.s_month_year = today.year;
+}
+
+void load_settings(SettingsStore& store, SearchCriteria& search, ShellState& shell,
+                   const SettingsContext& context) {
+  load_path(store, search, context);
+  load_dates(store, search, context);
+  load_user_types(store, search);
+  load_checked(store, search, shell);
+  load_criteria(store, search);
+  load_font(store, shell);
+  load_placement(store, shell);
+}
+
+void save_settings(SettingsStore& store, const SearchCriteria& search, const ShellState& shell,
+                   const std::optional<TwipRect>& placement) {
+  if (placement) save_placement(store, *placement);
+  store.save_setting("criteria", search.criteria);
+  store.save_setting("search_type", std::to_string(search.search_type));
+  store.save_setting("prox_before", std::to_string(search.prox_before));
+  store.save_setting("prox_after", std::to_string(search.prox_after));
+  store.save_setting("checked", checked_text(search, shell));
+  save_where_and_dates(store, search);
+  store.save_setting("font_name", shell.font_name);
+  store.save_setting("font_size", font_size_text(shell.font_size));
+}
+
+}  // namespace tallowmere

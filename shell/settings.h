@@ -1,0 +1,46 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "engine/date_time.h"
+#include "engine/search_criteria.h"
+#include "results/result_sort.h"
+#include "shell/geometry.h"
+#include "shell/lenient_values.h"
+#include "shell/settings_store.h"
+
+namespace tallowmere {
+
+/// What persists besides the search criteria. The initial values are the design's.
+struct ShellState {
+  bool minimize_on = false;
+  bool sound_on = true;
+  bool find_on_launch = true;
+  SortKey sort_key = SortKey::none;
+  std::string font_name = "Courier New";  ///< the viewer's
+  double font_size = 10;                  ///< points
+  TwipRect placement;  ///< as stored, for place_window; all 0 when nothing is stored
+};
+
+/// What loading needs to know of the world.
+struct SettingsContext {
+  std::string program_folder;  ///< its first three characters are the drive searched by default
+  Date today;
+  DateOrder date_order = DateOrder::month_day_year;
+};
+
+/// Sets the dates of the search to today, this year and this month.
+void set_date_defaults(SearchCriteria& search, const Date& today);
+
+/// Reads every setting, once, when the program starts. Numbers are kept as stored, within int: the
+/// dialogs fit them into their ranges.
+void load_settings(SettingsStore& store, SearchCriteria& search, ShellState& shell,
+                   const SettingsContext& context);
+
+/// Writes every setting when the main window unloads. `placement` is given only while the window
+/// is neither minimised nor maximised; otherwise the one stored before stays.
+void save_settings(SettingsStore& store, const SearchCriteria& search, const ShellState& shell,
+                   const std::optional<TwipRect>& placement);
+
+}  // namespace tallowmere
