@@ -1,0 +1,199 @@
+#include <benchmark/benchmark.h>
+
+#include <cstring>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "engine/code_page.h"
+#include "engine/multi_search.h"
+#include "engine/text_matcher.h"
+
+namespace tallowmere {
+namespace {
+
+constexpr std::size_t text_size = 1 << 20;
+
+const CodePage& page() {
+  static const CodePage value = CodePage::windows_1252();
+  return value;
+}
+
+/// Text that looks like prose to a search: words of small letters, blanks, some capitals.
+const std::string& prose() {
+  static const std::string text = [] {
+    std::mt19937 random(20240517);
+    const std::string letters = "etaoinshrdlucmfwypvbgkjqxz";
+    std::string made;
+    while (made.size() < text_size) {
+      for (unsigned left = 2 + random() % 8; left > 0; --left) {
+        const unsigned pick = std::min(random() % 26, random() % 26);
+        made += letters[pick];
+      }
+      made += random() % 9 == 0 ? ".\r\nThe " : " ";
+    }
+    made.resize(text_size);
+    return made;
+  }();
+  return text;
+}
+
+void scan(benchmark::State& state, const std::string& text, const std::string& pattern, bool fold,
+          Kernel kernel) {
+  const BytePattern compiled(pattern, fold ? &page().lower_table() : nullptr, kernel);
+  const auto* begin = reinterpret_cast<const Byte*>(text.data());
+  for (auto _ : state) {
+    OccurrenceScan occurrences(compiled, begin, begin + text.size());
+    std::size_t count = 0;
+    while (occurrences.next()) ++count;
+    benchmark::DoNotOptimize(count);
+  }
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+}
+
+void BM_AbsentPhrase(benchmark::State& state) {
+  scan(state, prose(), "an absent phrase", false, static_cast<Kernel>(state.range(0)));
+}
+BENCHMARK(BM_AbsentPhrase)->Arg(int(Kernel::scalar))->Arg(int(Kernel::sse2));
+
+void BM_AbsentPhraseAnyCase(benchmark::State& state) {
+  scan(state, prose(), "an absent phrase", true, static_cast<Kernel>(state.range(0)));
+}
+BENCHMARK(BM_AbsentPhraseAnyCase)->Arg(int(Kernel::scalar))->Arg(int(Kernel::sse2));
+
+void BM_TwoCharacters(benchmark::State& state) {
+  scan(state, prose(), "th", true, static_cast<Kernel>(state.range(0)));
+}
+BENCHMARK(BM_TwoCharacters)->Arg(int(Kernel::scalar))->Arg(int(Kernel::sse2));
+
+void BM_OneCharacter(benchmark::State& state) {
+  scan(state, prose(), "e", false, Kernel::sse2);
+}
+BENCHMARK(BM_OneCharacter);
+
+/// A pattern of one letter in a text of nothing else but a break now and then, so that every
+/// place is a candidate and no comparison ends early.
+void BM_RunOfOneLetter(benchmark::State& state) {
+  const auto length = static_cast<std::size_t>(state.range(0));
+  std::string text(text_size, 'a');
+  for (std::size_t at = length - 1; at < text.size(); at += length) text[at] = 'b';
+  scan(state, text, std::string(length, 'a'), state.range(1) != 0, Kernel::sse2);
+}
+BENCHMARK(BM_RunOfOneLetter)->ArgsProduct({{4, 100, 30000}, {0, 1}});
+
+std::vector<std::string> terms(std::size_t count) {
+  std::mt19937 random(7);
+  std::vector<std::string> made;
+  for (std::size_t i = 0; i < count; ++i) {
+    std::string term(5 + random() % 6, 'x');
+    for (char& c : term) c = static_cast<char>('a' + random() % 26);
+    made.push_back(term);
+  }
+  return made;
+}
+
+void BM_ManyTermsInOnePass(benchmark::State& state) {
+  std::vector<BytePattern> patterns;
+  for (const std::string& term : terms(static_cast<std::size_t>(state.range(0)))) {
+    patterns.emplace_back(term, &page().lower_table(), Kernel::fastest);
+  }
+  std::vector<std::vector<const BytePattern*>> groups;
+  for (const BytePattern& pattern : patterns) {
+    if (groups.empty() || groups.back().size() == MultiPattern::most) groups.emplace_back();
+    groups.back().push_back(&pattern);
+  }
+  const std::vector<MultiPattern> passes(groups.begin(), groups.end());
+  const auto* begin = reinterpret_cast<const Byte*>(prose().data());
+  for (auto _ : state) {
+    for (const MultiPattern& pass : passes) {
+      const auto outcome = pass.find_any(begin, begin + prose().size(),
+                                         [](std::size_t, const Byte*) { return false; });
+      benchmark::DoNotOptimize(outcome);
+    }
+  }
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * prose().size()));
+}
+BENCHMARK(BM_ManyTermsInOnePass)->Arg(4)->Arg(16)->Arg(50);
+
+void BM_ManyTermsOneByOne(benchmark::State& state) {
+  std::vector<BytePattern> patterns;
+  for (const std::string& term : terms(static_cast<std::size_t>(state.range(0)))) {
+    patterns.emplace_back(term, &page().lower_table(), Kernel::sse2);
+  }
+  const auto* begin = reinterpret_cast<const Byte*>(prose().data());
+  for (auto _ : state) {
+    for (const BytePattern& pattern : patterns) {
+      benchmark::DoNotOptimize(OccurrenceScan(pattern, begin, begin + prose().size()).next());
+    }
+  }
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * prose().size()));
+}
+BENCHMARK(BM_ManyTermsOneByOne)->Arg(4)->Arg(16)->Arg(50);
+
+/// A file that repeats `text` without end in sight; reading costs a copy, as it does from a cache.
+class RepeatedFile : public FileSystem {
+ public:
+  RepeatedFile(const std::string& text, std::size_t size) : text_(text), left_(size) {}
+
+  std::optional<SystemError> list_folder(const std::string&, FolderListing&,
+                                         const std::function<bool()>&) override {
+    return std::nullopt;
+  }
+  std::optional<SystemError> open(const std::string&, std::string_view) override {
+    return std::nullopt;
+  }
+  std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
+                                  std::size_t& got) override {
+    got = std::min({wanted, left_, text_.size()});
+    std::memcpy(into, text_.data(), got);
+    left_ -= got;
+    return std::nullopt;
+  }
+  void close() override {}
+  std::optional<SystemError> facts(const std::string&, std::string_view, FileFacts&) override {
+    return std::nullopt;
+  }
+
+ private:
+  const std::string& text_;
+  std::size_t left_;
+};
+
+void match(benchmark::State& state, const std::string& text, const CriteriaInput& input) {
+  constexpr std::size_t file_size = 16 << 20;
+  SearchCriteria search;
+  load_search_criteria(search, input, page());
+  TextMatcher matcher(search, page());
+  for (auto _ : state) {
+    RepeatedFile file(text, file_size);
+    SystemError error;
+    benchmark::DoNotOptimize(matcher.match_open_file(
+        file, [] { return true; }, error));
+  }
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * file_size));
+}
+
+void BM_MatchFile(benchmark::State& state) {
+  CriteriaInput input;
+  input.search_type = static_cast<int>(state.range(0));
+  input.criteria = "the absentee committee";
+  if (input.search_type == search_or) input.criteria = "absentee committee chairman";
+  input.prox_before = input.prox_after = 110;
+  match(state, prose(), input);
+}
+BENCHMARK(BM_MatchFile)->DenseRange(search_and, search_near);
+
+/// Every byte is an anchor, and no window holds what is looked for.
+void BM_NearWithAnchorsEverywhere(benchmark::State& state) {
+  CriteriaInput input;
+  input.search_type = search_near;
+  input.criteria = "\"a\" \"absent\"";
+  input.prox_before = input.prox_after = 1000;
+  match(state, std::string(text_size, 'a'), input);
+}
+BENCHMARK(BM_NearWithAnchorsEverywhere);
+
+}  // namespace
+}  // namespace tallowmere
+
+BENCHMARK_MAIN();

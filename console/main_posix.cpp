@@ -1,0 +1,56 @@
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+
+#include "console/console_search.h"
+#include "posix/posix_clock.h"
+#include "posix/posix_file_system.h"
+
+namespace {
+
+// A signal handler reaches nothing but static storage.
+std::atomic<bool> interrupt_asked{false};
+
+extern "C" void ask_interrupt(int) {
+  interrupt_asked = true;
+}
+
+void watch_signals() {
+  struct sigaction action {};
+  action.sa_handler = ask_interrupt;
+  sigaction(SIGINT, &action, nullptr);
+  sigaction(SIGTERM, &action, nullptr);
+  // A closed pipe is then told by write() itself.
+  signal(SIGPIPE, SIG_IGN);
+}
+
+tallowmere::console::Written write_all(int handle, std::string_view text) {
+  using tallowmere::console::Written;
+  while (!text.empty()) {
+    const ssize_t count = write(handle, text.data(), text.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return errno == EPIPE ? Written::closed : Written::failed;
+    text.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return Written::good;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  using namespace tallowmere;
+  watch_signals();
+  PosixFileSystem files;
+  const PosixClock clock;
+  const CodePage page = CodePage::windows_1252();
+  console::Surroundings around{files,
+                               clock,
+                               page,
+                               [](std::string_view text) { return write_all(STDOUT_FILENO, text); },
+                               [](std::string_view text) { write_all(STDERR_FILENO, text); },
+                               [] { return interrupt_asked.load(std::memory_order_relaxed); }};
+  return console::run({arguments + 1, arguments + count}, around);
+}

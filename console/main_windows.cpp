@@ -1,0 +1,68 @@
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
+
+#include <atomic>
+
+#include "console/console_search.h"
+#include "engine/unicode.h"
+#include "win32/ansi_code_page.h"
+#include "win32/win_clock.h"
+#include "win32/win_file_system.h"
+
+namespace {
+
+// The handler runs on a thread of the system's and gets nothing but the kind of event.
+std::atomic<bool> interrupt_asked{false};
+
+BOOL WINAPI ask_interrupt(DWORD kind) {
+  if (kind != CTRL_C_EVENT && kind != CTRL_BREAK_EVENT) return FALSE;
+  interrupt_asked = true;
+  return TRUE;
+}
+
+/// A console takes UTF-16, a file or a pipe gets UTF-8.
+tallowmere::console::Written write_all(DWORD which, std::string_view text) {
+  using tallowmere::console::Written;
+  const HANDLE handle = GetStdHandle(which);
+  DWORD mode = 0;
+  DWORD count = 0;
+  if (GetConsoleMode(handle, &mode)) {
+    const std::u16string wide = tallowmere::to_utf16(text);
+    const BOOL good =
+        WriteConsoleW(handle, wide.data(), static_cast<DWORD>(wide.size()), &count, nullptr);
+    return good ? Written::good : Written::failed;
+  }
+  while (!text.empty()) {
+    if (!WriteFile(handle, text.data(), static_cast<DWORD>(text.size()), &count, nullptr)) {
+      const DWORD code = GetLastError();
+      return code == ERROR_BROKEN_PIPE || code == ERROR_NO_DATA ? Written::closed : Written::failed;
+    }
+    text.remove_prefix(count);
+  }
+  return Written::good;
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** arguments) {
+  using namespace tallowmere;
+  SetConsoleCtrlHandler(ask_interrupt, TRUE);
+  _setmode(_fileno(stdin), _O_BINARY);
+  win32::WinFileSystem files;
+  const win32::WinClock clock;
+  const CodePage page = win32::ansi_code_page();
+  console::Surroundings around{
+      files,
+      clock,
+      page,
+      [](std::string_view text) { return write_all(STD_OUTPUT_HANDLE, text); },
+      [](std::string_view text) { write_all(STD_ERROR_HANDLE, text); },
+      [] { return interrupt_asked.load(std::memory_order_relaxed); }};
+  std::vector<std::string> utf8;
+  for (int i = 1; i < count; ++i) {
+    utf8.push_back(to_utf8(reinterpret_cast<const char16_t*>(arguments[i])));
+  }
+  return console::run(utf8, around);
+}
