@@ -104,6 +104,8 @@ class OccurrenceScan {
   bool refill();
   bool refill_everywhere();
   bool refill_vector();
+  template <bool masked>
+  bool refill_masked();
   bool refill_linear();
   bool confirmed(const Byte* at);
 

@@ -1,31 +1,18 @@
 #include "engine/file_search.h"
 
-#include <algorithm>
-
 #include "engine/file_types.h"
-#include "engine/unicode.h"
 
 namespace tallowmere {
 
 namespace {
 
 /// A folder whose subfolders are being searched: how far its own path goes in the current path,
-/// and its subfolders, the next one last.
+/// its subfolders, and which of them is next.
 struct OpenFolder {
   std::size_t path_length;
   std::vector<std::string> subfolders;
+  std::size_t next = 0;
 };
-
-std::vector<std::string> sorted_backwards(const FolderListing& listing) {
-  std::vector<std::string> names;
-  names.reserve(listing.folder_count());
-  for (std::size_t i = 0; i < listing.folder_count(); ++i) names.emplace_back(listing.folder(i));
-  std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
-    const int order = compare_ignore_case(b, a);
-    return order != 0 ? order < 0 : b < a;
-  });
-  return names;
-}
 
 }  // namespace
 
@@ -68,20 +55,19 @@ void FileSearch::search_files() {
 void FileSearch::SearchAllDir(const std::string& root) {
   std::string path = root;
   std::vector<OpenFolder> open;
-  open.push_back({path.size(), sorted_backwards(listing_)});
+  open.push_back({path.size(), sorted_subfolders(listing_)});
   while (!open.empty() && keep_going()) {
     OpenFolder& top = open.back();
-    if (top.subfolders.empty()) {
+    if (top.next == top.subfolders.size()) {
       open.pop_back();
       continue;
     }
     path.resize(top.path_length);
-    path += top.subfolders.back();
+    path += top.subfolders[top.next++];
     path += path_separator;
-    top.subfolders.pop_back();
     if (!list(path)) continue;
     search_folder_files(path);
-    if (listing_.folder_count() > 0) open.push_back({path.size(), sorted_backwards(listing_)});
+    if (listing_.folder_count() > 0) open.push_back({path.size(), sorted_subfolders(listing_)});
   }
 }
 

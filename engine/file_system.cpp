@@ -1,5 +1,9 @@
 #include "engine/file_system.h"
 
+#include <algorithm>
+
+#include "engine/unicode.h"
+
 namespace tallowmere {
 
 std::string with_separator(std::string folder) {
@@ -35,6 +39,17 @@ std::string_view FolderListing::folder(std::size_t index) const {
 
 std::string_view FolderListing::text(const Name& name) const {
   return std::string_view(names_).substr(name.start, name.length);
+}
+
+std::vector<std::string> sorted_subfolders(const FolderListing& listing) {
+  std::vector<std::string> names;
+  names.reserve(listing.folder_count());
+  for (std::size_t i = 0; i < listing.folder_count(); ++i) names.emplace_back(listing.folder(i));
+  std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+    const int order = compare_ignore_case(a, b);
+    return order != 0 ? order < 0 : a < b;
+  });
+  return names;
 }
 
 }  // namespace tallowmere

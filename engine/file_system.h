@@ -69,6 +69,9 @@ class FolderListing {
   std::vector<Name> folders_;
 };
 
+/// The subfolders of a listing in the order of their names, without regard to case.
+std::vector<std::string> sorted_subfolders(const FolderListing& listing);
+
 /// The system's files, seen as the engine needs them. One file is open at a time. Folders are
 /// given with their final separator. Implemented in posix/ and win32/; tests have one in memory.
 class FileSystem {

@@ -18,17 +18,6 @@ std::size_t root_length(const std::string& path, char separator) {
   return is_share ? behind_separator(behind_separator(2)) : behind_separator(0);
 }
 
-std::vector<std::string> sorted_subfolders(const FolderListing& listing) {
-  std::vector<std::string> names;
-  names.reserve(listing.folder_count());
-  for (std::size_t i = 0; i < listing.folder_count(); ++i) names.emplace_back(listing.folder(i));
-  std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
-    const int order = compare_ignore_case(a, b);
-    return order != 0 ? order < 0 : a < b;
-  });
-  return names;
-}
-
 }  // namespace
 
 std::vector<FolderRow> folder_ancestry(const std::string& path, char separator) {
