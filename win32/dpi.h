@@ -1,0 +1,20 @@
+#pragma once
+
+#include <windows.h>
+
+namespace tallowmere::win32 {
+
+/// Dots per inch of the screen the window stands on; the system's where Windows knows no other.
+int window_dpi(HWND window);
+/// Dots per inch the program was started with.
+int system_dpi();
+
+/// A length drawn for 96 dots per inch.
+inline int scale(int pixels_at_96, int dpi) {
+  return MulDiv(pixels_at_96, dpi, 96);
+}
+
+/// GetSystemMetrics for a given screen resolution.
+int metrics(int index, int dpi);
+
+}  // namespace tallowmere::win32

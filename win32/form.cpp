@@ -1,0 +1,198 @@
+#include "win32/form.h"
+
+#include <stdexcept>
+#include <vector>
+
+#include "shell/geometry.h"
+#include "win32/dialog_template.h"
+#include "win32/message_loop.h"
+
+namespace tallowmere::win32 {
+
+namespace {
+
+constexpr wchar_t form_property[] = L"Tallowmere.Form";
+
+void load_common_controls() {
+  INITCOMMONCONTROLSEX classes{sizeof classes,
+                               ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES | ICC_UPDOWN_CLASS};
+  InitCommonControlsEx(&classes);
+}
+
+/// A dialog shows the icons of its owner's window class.
+void share_icons(HWND owner, HWND window) {
+  SendMessageW(window, WM_SETICON, ICON_BIG,
+               static_cast<LPARAM>(GetClassLongPtrW(owner, GCLP_HICON)));
+  SendMessageW(window, WM_SETICON, ICON_SMALL,
+               static_cast<LPARAM>(GetClassLongPtrW(owner, GCLP_HICONSM)));
+}
+
+TwipRect rect_of(const RECT& rect) {
+  return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
+}
+
+/// Messages whose answer a dialog procedure returns itself instead of storing it.
+bool answers_directly(UINT message) {
+  return (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC) ||
+         message == WM_COMPAREITEM || message == WM_VKEYTOITEM || message == WM_CHARTOITEM ||
+         message == WM_QUERYDRAGICON;
+}
+
+}  // namespace
+
+Form::Form(int template_id, HWND owner) {
+  load_common_controls();
+  const std::vector<std::byte> dialog = load_dialog_template(template_id);
+  if (!dialog.empty()) {
+    CreateDialogIndirectParamW(GetModuleHandleW(nullptr),
+                               reinterpret_cast<const DLGTEMPLATE*>(dialog.data()), owner,
+                               dialog_proc, reinterpret_cast<LPARAM>(this));
+  }
+  if (window_ == nullptr) throw std::runtime_error("a window cannot be created");
+  if (owner != nullptr) share_icons(owner, window_);
+}
+
+Form::~Form() {
+  // The derived class, which the handlers belong to, is gone already.
+  commands_.clear();
+  notifications_.clear();
+  hide();
+  if (window_ != nullptr) DestroyWindow(window_);
+}
+
+Form* Form::from(HWND window) {
+  return static_cast<Form*>(GetPropW(window, form_property));
+}
+
+void Form::command(int id, int code, Handler handler) {
+  commands_[{id, code}] = std::move(handler);
+}
+
+void Form::clicked(int id, Handler handler) {
+  command(id, BN_CLICKED, std::move(handler));
+}
+
+void Form::notify(int id, UINT code, NotifyHandler handler) {
+  notifications_[{id, code}] = std::move(handler);
+}
+
+void Form::set_default_button(int id) {
+  SendMessageW(window_, DM_SETDEFID, static_cast<WPARAM>(id), 0);
+}
+
+void Form::show_modal(HWND owner, HWND center_on) {
+  if (modal_owner_ != nullptr) return;
+  modal_owner_ = owner;
+  focus_before_ = GetFocus();
+  center_over(center_on != nullptr ? center_on : owner);
+  EnableWindow(owner, FALSE);
+  ShowWindow(window_, SW_SHOW);
+  if (!IsChild(window_, GetFocus())) SetFocus(GetNextDlgTabItem(window_, nullptr, FALSE));
+  on_shown();
+  while (modal_owner_ != nullptr) {
+    MSG message;
+    const BOOL got = GetMessageW(&message, nullptr, 0, 0);
+    if (got > 0) {
+      dispatch_message(message);
+      continue;
+    }
+    hide();
+    // The outer loops end by this message, too.
+    if (got == 0) PostQuitMessage(static_cast<int>(message.wParam));
+  }
+}
+
+void Form::hide() {
+  if (modal_owner_ == nullptr) return;
+  const HWND owner = std::exchange(modal_owner_, nullptr);
+  // In this order: hiding the active window activates an enabled one, which is to be the owner.
+  EnableWindow(owner, TRUE);
+  ShowWindow(window_, SW_HIDE);
+  if (focus_before_ != nullptr && (focus_before_ == owner || IsChild(owner, focus_before_))) {
+    SetFocus(focus_before_);
+  }
+  focus_before_ = nullptr;
+}
+
+void Form::center_over(HWND main_window) {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromWindow(main_window, MONITOR_DEFAULTTONEAREST), &monitor);
+  RECT window;
+  RECT main;
+  GetWindowRect(window_, &window);
+  GetWindowRect(main_window, &main);
+  if (IsIconic(main_window)) main = monitor.rcWork;
+  OffsetRect(&main, -monitor.rcWork.left, -monitor.rcWork.top);
+  const TwipRect screen = rect_of(monitor.rcWork);
+  const TwipRect size = rect_of(window);
+  const TwipRect place =
+      center_form(rect_of(main), {size.width, size.height}, {screen.width, screen.height});
+  SetWindowPos(window_, nullptr, static_cast<int>(place.left + screen.left),
+               static_cast<int>(place.top + screen.top), 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+bool Form::pre_translate(MSG&) {
+  return false;
+}
+
+bool Form::on_message(UINT, WPARAM, LPARAM, LRESULT&) {
+  return false;
+}
+
+bool Form::run_command(int id, int code) {
+  const auto found = commands_.find({id, code});
+  if (found == commands_.end()) return false;
+  found->second();
+  return true;
+}
+
+bool Form::handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) {
+  if (on_message(message, wparam, lparam, result)) return true;
+  switch (message) {
+    case WM_COMMAND: {
+      // Accelerators come with code 1 and no control: the same as a choice from the menu.
+      const int code = lparam == 0 ? BN_CLICKED : HIWORD(wparam);
+      return run_command(LOWORD(wparam), code);
+    }
+    case WM_NOTIFY: {
+      NMHDR& header = *reinterpret_cast<NMHDR*>(lparam);
+      const auto found = notifications_.find({static_cast<int>(header.idFrom), header.code});
+      if (found == notifications_.end()) return false;
+      result = found->second(header);
+      return true;
+    }
+    case WM_HELP:
+      on_help();
+      result = TRUE;
+      return true;
+  }
+  return false;
+}
+
+INT_PTR CALLBACK Form::dialog_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_INITDIALOG) {
+    Form* form = reinterpret_cast<Form*>(lparam);
+    form->window_ = window;
+    SetWindowLongPtrW(window, DWLP_USER, lparam);
+    SetPropW(window, form_property, form);
+    return FALSE;  // the focus stays where it is: TRUE would activate the hidden window
+  }
+  Form* form = reinterpret_cast<Form*>(GetWindowLongPtrW(window, DWLP_USER));
+  if (form == nullptr) return FALSE;
+  if (message == WM_NCDESTROY) {
+    RemovePropW(window, form_property);
+    SetWindowLongPtrW(window, DWLP_USER, 0);
+    form->window_ = nullptr;
+    form->modal_owner_ = nullptr;  // gone with its owner: show_modal returns
+    return FALSE;
+  }
+  LRESULT result = 0;
+  if (!form->handle_message(message, wparam, lparam, result)) return FALSE;
+  if (answers_directly(message)) return static_cast<INT_PTR>(result);
+  SetWindowLongPtrW(window, DWLP_MSGRESULT, static_cast<LONG_PTR>(result));
+  return TRUE;
+}
+
+}  // namespace tallowmere::win32

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <functional>
+#include <map>
+#include <utility>
+
+namespace tallowmere::win32 {
+
+/// A window made from a DIALOGEX resource, in the system's message font. It is created hidden and
+/// lives as long as this object, so that its controls keep their values between showings.
+///
+/// Derived classes wire their controls to handlers in their constructors. Handlers run on the
+/// thread of the window, inside dispatch_message or SendMessage.
+class Form {
+ public:
+  using Handler = std::function<void()>;
+  using NotifyHandler = std::function<LRESULT(NMHDR&)>;
+
+  /// `owner` may be null (a main window).
+  Form(int template_id, HWND owner);
+  virtual ~Form();
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+
+  HWND handle() const { return window_; }
+  HWND item(int id) const { return GetDlgItem(window_, id); }
+
+  /// The form that a window is, or null.
+  static Form* from(HWND window);
+
+  /// Runs `handler` on WM_COMMAND with this control and notification code (EN_CHANGE, ...).
+  void command(int id, int code, Handler handler);
+  /// Runs `handler` when the button is clicked or the menu entry or its accelerator is chosen.
+  void clicked(int id, Handler handler);
+  /// Runs `handler` on WM_NOTIFY with this control and code; what it returns is the answer.
+  void notify(int id, UINT code, NotifyHandler handler);
+
+  /// Enter counts as a click on button `id` when no other button has the focus.
+  void set_default_button(int id);
+
+  /// Gives the focus to a control as the Tab key would: a button then answers to Enter.
+  void move_focus(HWND control) {
+    SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
+  }
+
+  /// Shows the form over `owner`, which is disabled meanwhile, and serves messages until hide() or
+  /// the program's end. The form is centred over `center_on`, without one over its owner. Not
+  /// re-entrant. The owner's focus returns to where it was.
+  void show_modal(HWND owner, HWND center_on = nullptr);
+  /// Ends show_modal. Safe when the form is not shown.
+  void hide();
+
+  /// Sees every message of the form and its controls before anything else; true: it is done with.
+  /// Called for forms shown by show_modal and for main windows alike.
+  virtual bool pre_translate(MSG& message);
+
+ protected:
+  /// Called by show_modal when the window stands visible, before its first message.
+  virtual void on_shown() {}
+  /// F1, or a click with the question mark of the caption.
+  virtual void on_help() {}
+  /// Any message the handlers do not take. True: `result` is the answer.
+  virtual bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
+
+ private:
+  static INT_PTR CALLBACK dialog_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+  bool handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
+  bool run_command(int id, int code);
+  void center_over(HWND main_window);
+
+  HWND window_ = nullptr;
+  HWND modal_owner_ = nullptr;   ///< the window disabled by show_modal
+  HWND focus_before_ = nullptr;  ///< what had the focus when show_modal was called
+  std::map<std::pair<int, int>, Handler> commands_;
+  std::map<std::pair<int, UINT>, NotifyHandler> notifications_;
+};
+
+}  // namespace tallowmere::win32

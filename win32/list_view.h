@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string_view>
+
+#include "win32/controls.h"
+
+namespace tallowmere::win32 {
+
+/// A report view that owns no rows (LVS_OWNERDATA): it asks for their texts by LVN_GETDISPINFO.
+class ListView : public Control {
+ public:
+  using Control::Control;
+
+  void add_column(int index, std::string_view caption, bool right_aligned) const;
+  void set_column_width(int index, int pixels) const;
+  int column_width(int index) const;
+  /// The arrow in a header that tells the sort order; only one column has it, none when
+  /// `column` is -1.
+  void set_sort_arrow(int column, bool ascending) const;
+  HWND header() const { return ListView_GetHeader(handle()); }
+
+  /// Shows `count` rows; `keep_scroll` leaves the visible part where it is.
+  void set_row_count(int count, bool keep_scroll) const;
+  int row_count() const { return ListView_GetItemCount(handle()); }
+
+  /// The focused row when it is selected, else the first selected one; -1 for none.
+  int selected() const;
+  int selected_count() const { return static_cast<int>(ListView_GetSelectedCount(handle())); }
+  bool is_selected(int row) const {
+    return ListView_GetItemState(handle(), row, LVIS_SELECTED) != 0;
+  }
+  /// Selects and focuses this row alone and scrolls it into view; -1 selects none.
+  void select_only(int row) const;
+
+  void select_all() const { ListView_SetItemState(handle(), -1, LVIS_SELECTED, LVIS_SELECTED); }
+
+  /// Styles LVS_EX_*.
+  void add_styles(DWORD styles) const;
+};
+
+/// Answers LVN_GETDISPINFO with the text of a cell. UTF-8 in; cut at the view's buffer.
+void answer_text(NMLVDISPINFOW& request, std::string_view text);
+
+}  // namespace tallowmere::win32

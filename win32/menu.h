@@ -1,0 +1,38 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+namespace tallowmere::win32 {
+
+/// A menu of the program's resources that no window owns; destroyed with this object.
+class PopupMenu {
+ public:
+  /// The first submenu of the menu resource `id` is what pops up.
+  explicit PopupMenu(int id);
+  ~PopupMenu();
+  PopupMenu(const PopupMenu&) = delete;
+  PopupMenu& operator=(const PopupMenu&) = delete;
+
+  HMENU handle() const { return GetSubMenu(menu_, 0); }
+
+ private:
+  HMENU menu_;
+};
+
+/// Shows `menu` at a place on the screen; its choice arrives at `owner` as WM_COMMAND. Returns when
+/// the menu is closed, which is before the command is served.
+void pop_up(HMENU menu, HWND owner, POINT at);
+
+void enable_entry(HMENU menu, int id, bool on);
+bool entry_enabled(HMENU menu, int id);
+void check_entry(HMENU menu, int id, bool on);
+bool entry_checked(HMENU menu, int id);
+/// The one check mark of a group of entries, shown as a bullet.
+void check_radio_entry(HMENU menu, int first, int last, int checked);
+void set_entry_text(HMENU menu, int id, std::string_view text);
+std::string entry_text(HMENU menu, int id);
+
+}  // namespace tallowmere::win32

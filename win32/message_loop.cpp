@@ -1,0 +1,37 @@
+#include "win32/message_loop.h"
+
+#include "win32/form.h"
+
+namespace tallowmere::win32 {
+
+void dispatch_message(MSG& message) {
+  const HWND root = message.hwnd != nullptr ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
+  if (root != nullptr) {
+    Form* form = Form::from(root);
+    if (form != nullptr && (form->pre_translate(message) || IsDialogMessageW(root, &message))) {
+      return;
+    }
+  }
+  TranslateMessage(&message);
+  DispatchMessageW(&message);
+}
+
+bool pump_pending() {
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    if (message.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(message.wParam));
+      return false;
+    }
+    dispatch_message(message);
+  }
+  return true;
+}
+
+int run_message_loop() {
+  MSG message{};
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) dispatch_message(message);
+  return static_cast<int>(message.wParam);
+}
+
+}  // namespace tallowmere::win32

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <windows.h>
+
+namespace tallowmere::win32 {
+
+/// Hands a message of the queue to its window: first to the Form it belongs to (which sees keys
+/// before its controls), then to the dialog keyboard, then to the window itself.
+void dispatch_message(MSG& message);
+
+/// Serves every message that waits now. Returns false when the program is to end; the quit message
+/// is then back in the queue for the outer loop.
+bool pump_pending();
+
+/// Serves messages until the program is to end; returns its exit code.
+int run_message_loop();
+
+}  // namespace tallowmere::win32

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "shell/settings_store.h"
+
+namespace tallowmere::win32 {
+
+/// An open key of the registry.
+class RegistryKey {
+ public:
+  /// Opens for reading; a key that cannot be opened has no values.
+  RegistryKey(HKEY root, const std::wstring& path);
+  ~RegistryKey();
+  RegistryKey(const RegistryKey&) = delete;
+  RegistryKey& operator=(const RegistryKey&) = delete;
+
+  /// The string of `name` (the default value when empty), up to its first NUL. Nothing when it is
+  /// missing or of another type.
+  std::optional<std::string> string_value(const std::wstring& name) const;
+
+ private:
+  HKEY key_ = nullptr;
+};
+
+/// Settings as string values of one key of the current user.
+class RegistrySettings : public SettingsStore {
+ public:
+  /// `path` is below HKEY_CURRENT_USER; tests take one of their own.
+  explicit RegistrySettings(std::wstring path = L"Software\\Tallowmere\\Startup");
+
+  std::string get_setting(std::string_view key) override;
+  void save_setting(std::string_view key, const std::string& value) override;
+
+ private:
+  std::wstring path_;
+};
+
+/// What the system calls files with this extension (without its dot), for example "Text Document"
+/// for txt; empty when it knows none.
+std::string type_description(std::string_view extension);
+
+}  // namespace tallowmere::win32

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <windows.h>
+
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace tallowmere::win32 {
+
+/// The tool tips of one form. Owns the tip window and the texts, which the window only points to.
+class ToolTip {
+ public:
+  explicit ToolTip(HWND form);
+  ~ToolTip();
+  ToolTip(const ToolTip&) = delete;
+  ToolTip& operator=(const ToolTip&) = delete;
+
+  /// Tip shown while the mouse rests over `control`; an empty text takes it away. A label needs
+  /// the style SS_NOTIFY to have one.
+  void set(HWND control, std::string_view text);
+  /// The tip of `control`, empty when it has none.
+  std::string text(HWND control) const;
+
+ private:
+  HWND form_;
+  HWND window_;
+  std::map<HWND, std::wstring> texts_;
+};
+
+}  // namespace tallowmere::win32

@@ -1,0 +1,126 @@
+#include "win32/win_file_system.h"
+
+#include <memory>
+#include <string_view>
+#include <type_traits>
+
+#include "engine/unicode.h"
+#include "win32/long_path.h"
+#include "win32/system_error.h"
+
+namespace tallowmere::win32 {
+
+namespace {
+
+constexpr unsigned entries_between_questions = 256;
+
+struct FindCloser {
+  void operator()(HANDLE search) const { FindClose(search); }
+};
+using FindHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, FindCloser>;
+
+std::int64_t join_halves(DWORD high, DWORD low) {
+  return static_cast<std::int64_t>(std::uint64_t{high} << 32 | low);
+}
+
+FileFacts facts_of(const FILETIME& modified, DWORD size_high, DWORD size_low) {
+  return {join_halves(modified.dwHighDateTime, modified.dwLowDateTime),
+          join_halves(size_high, size_low)};
+}
+
+/// True for what leads elsewhere: symbolic links, junctions, mount points. Wine gives its links
+/// no tag. Other reparse points, such as the folders of a cloud drive, are what they seem.
+bool is_link(const WIN32_FIND_DATAW& entry) {
+  if ((entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return false;
+  constexpr DWORD name_surrogate = 0x20000000;
+  return entry.dwReserved0 == 0 || (entry.dwReserved0 & name_surrogate) != 0;
+}
+
+void add_entry(const WIN32_FIND_DATAW& entry, FolderListing& listing) {
+  if (entry.dwFileAttributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) return;
+  const std::u16string_view name(reinterpret_cast<const char16_t*>(entry.cFileName));
+  if (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
+    if (name != u"." && name != u".." && !is_link(entry)) listing.add_folder(to_utf8(name));
+    return;
+  }
+  const FileFacts facts = facts_of(entry.ftLastWriteTime, entry.nFileSizeHigh, entry.nFileSizeLow);
+  // What the listing says of a link is not true of the file that it leads to.
+  listing.add_file(to_utf8(name), is_link(entry) ? nullptr : &facts);
+}
+
+}  // namespace
+
+WinFileSystem::~WinFileSystem() {
+  close();
+}
+
+const std::u16string& WinFileSystem::path_of(const std::string& folder, std::string_view name) {
+  if (folder_length_ == 0 || folder != folder_) {
+    folder_ = folder;
+    path_ = long_path(folder);
+    folder_length_ = path_.size();
+  }
+  path_.resize(folder_length_);
+  path_ += to_utf16(name);
+  return path_;
+}
+
+std::optional<SystemError> WinFileSystem::list_folder(const std::string& folder,
+                                                      FolderListing& listing,
+                                                      const std::function<bool()>& go_on) {
+  WIN32_FIND_DATAW entry;
+  const HANDLE first = FindFirstFileExW(wide(path_of(folder, "*")), FindExInfoBasic, &entry,
+                                        FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
+  if (first == INVALID_HANDLE_VALUE) {
+    const DWORD code = GetLastError();
+    // An empty drive has not even the entry "." in its root.
+    if (code == ERROR_FILE_NOT_FOUND) return std::nullopt;
+    return system_error(code);
+  }
+  const FindHandle search(first);
+  unsigned count = 0;
+  do {
+    add_entry(entry, listing);
+    if (++count % entries_between_questions == 0 && !go_on()) return std::nullopt;
+  } while (FindNextFileW(first, &entry));
+  const DWORD code = GetLastError();
+  if (code != ERROR_NO_MORE_FILES) return system_error(code);
+  return std::nullopt;
+}
+
+std::optional<SystemError> WinFileSystem::open(const std::string& folder, std::string_view name) {
+  close();
+  constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  file_ = CreateFileW(wide(path_of(folder, name)), GENERIC_READ, share, nullptr, OPEN_EXISTING,
+                      FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+  if (file_ == INVALID_HANDLE_VALUE) return last_system_error();
+  if (GetFileType(file_) == FILE_TYPE_DISK) return std::nullopt;
+  close();
+  return SystemError{ERROR_BAD_DEVICE, "Not a file on a disk"};
+}
+
+std::optional<SystemError> WinFileSystem::read(unsigned char* into, std::size_t wanted,
+                                               std::size_t& got) {
+  DWORD count = 0;
+  const BOOL good = ReadFile(file_, into, static_cast<DWORD>(wanted), &count, nullptr);
+  got = good ? count : 0;
+  if (good || GetLastError() == ERROR_HANDLE_EOF) return std::nullopt;
+  return last_system_error();
+}
+
+void WinFileSystem::close() {
+  if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
+  file_ = INVALID_HANDLE_VALUE;
+}
+
+std::optional<SystemError> WinFileSystem::facts(const std::string& folder, std::string_view name,
+                                                FileFacts& facts) {
+  WIN32_FILE_ATTRIBUTE_DATA data;
+  if (!GetFileAttributesExW(wide(path_of(folder, name)), GetFileExInfoStandard, &data)) {
+    return last_system_error();
+  }
+  facts = facts_of(data.ftLastWriteTime, data.nFileSizeHigh, data.nFileSizeLow);
+  return std::nullopt;
+}
+
+}  // namespace tallowmere::win32
