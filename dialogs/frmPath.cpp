@@ -1,0 +1,341 @@
+#include "dialogs/frmPath.h"
+
+#include <commctrl.h>
+
+#include <utility>
+
+#include "dialogs/drive_list.h"
+#include "dialogs/focus_check_box.h"
+#include "dialogs/resource.h"
+#include "engine/unicode.h"
+#include "shell/file_type_rule.h"
+#include "win32/message_box.h"
+
+namespace tallowmere {
+namespace {
+
+/// A type box was left with an invalid type: asks to say so as soon as the focus has settled,
+/// because a message box amid a change of focus would confuse it.
+constexpr UINT refuse_message = WM_APP + 1;
+/// Posted on a change of resolution, to be served when the controls have their new fonts.
+constexpr UINT fit_rows_message = WM_APP + 2;
+
+/// A caption that shows `text` as it is, without access keys.
+std::string literal_caption(const std::string& text) {
+  std::string caption;
+  for (const char character : text) {
+    if (character == '&') caption += '&';
+    caption += character;
+  }
+  return caption;
+}
+
+win32::Check check_of(Tick tick) {
+  switch (tick) {
+    case Tick::ticked:
+      return win32::Check::on;
+    case Tick::greyed:
+      return win32::Check::grayed;
+    case Tick::unticked:
+      break;
+  }
+  return win32::Check::off;
+}
+
+}  // namespace
+
+frmPath::frmPath(HWND owner, const DialogContext& context, Handler display_panel_date)
+    : Form(IDD_PATH, owner), context_(context), display_panel_date_(std::move(display_panel_date)) {
+  find_controls();
+  wire();
+}
+
+void frmPath::find_controls() {
+  Drive1 = win32::ComboBox(item(IDC_PATH_DRIVE1));
+  Dir1.attach(item(IDC_PATH_DIR1), context_.files);
+  chkSearchSub = win32::CheckBox(item(IDC_PATH_SUBFOLDERS));
+  Label1 = win32::Label(item(IDC_PATH_LABEL1));
+  chkFileType = win32::CheckBox(item(IDC_PATH_ALL_FILES));
+  const auto self = reinterpret_cast<DWORD_PTR>(this);
+  for (int i = 0; i < user_type_boxes; ++i) {
+    txtUserFileType[i] = win32::TextBox(item(IDC_PATH_USER_TYPE + i));
+    chkUserFileType[i] = win32::CheckBox(item(IDC_PATH_USER_CHECK + i));
+    SetWindowSubclass(txtUserFileType[i].handle(), &frmPath::type_box_proc, 0, self);
+  }
+  Command1 = win32::Button(item(IDOK));
+  Command2 = win32::Button(item(IDCANCEL));
+  SetWindowSubclass(Command2.handle(), &frmPath::cancel_proc, 0, self);
+}
+
+frmPath::~frmPath() {
+  for (const win32::TextBox& box : txtUserFileType) {
+    RemoveWindowSubclass(box.handle(), &frmPath::type_box_proc, 0);
+  }
+  RemoveWindowSubclass(Command2.handle(), &frmPath::cancel_proc, 0);
+}
+
+void frmPath::wire() {
+  // While the list is open, the choice is made when it closes.
+  command(IDC_PATH_DRIVE1, CBN_SELCHANGE, [this] { Drive1_Change(); });
+  command(IDC_PATH_DRIVE1, CBN_CLOSEUP, [this] { Drive1_Change(); });
+  command(IDC_PATH_DIR1, LBN_DBLCLK, [this] { Dir1_DblClick(); });
+  clicked(IDC_PATH_ALL_FILES, [this] { chkFileType_Click(); });
+  wire_check_box(IDC_PATH_SUBFOLDERS);
+  wire_check_box(IDC_PATH_ALL_FILES);
+  for (int i = 0; i < user_type_boxes; ++i) {
+    command(IDC_PATH_USER_TYPE + i, EN_CHANGE, [this, i] { txtUserFileType_Change(i); });
+    command(IDC_PATH_USER_TYPE + i, EN_KILLFOCUS, [this, i] { txtUserFileType_LostFocus(i); });
+    clicked(IDC_PATH_USER_CHECK + i, [this, i] { chkUserFileType_Click(i); });
+    wire_check_box(IDC_PATH_USER_CHECK + i);
+  }
+  clicked(IDOK, [this] { Command1_Click(); });
+  clicked(IDCANCEL, [this] { Command2_Click(); });
+}
+
+void frmPath::wire_check_box(int id) {
+  const auto repaint = [this, id] { InvalidateRect(item(id), nullptr, TRUE); };
+  command(id, BN_SETFOCUS, repaint);
+  command(id, BN_KILLFOCUS, repaint);
+  notify(id, static_cast<UINT>(NM_CUSTOMDRAW), [](NMHDR& header) {
+    return draw_check_box(reinterpret_cast<const NMCUSTOMDRAW&>(header));
+  });
+}
+
+void frmPath::show(HWND owner, HWND main_window) {
+  Form_Load();
+  show_modal(owner, main_window);
+}
+
+bool frmPath::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) {
+  switch (message) {
+    case WM_DRAWITEM:
+      if (wparam != IDC_PATH_DIR1) return false;
+      Dir1.draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
+      result = TRUE;
+      return true;
+    case WM_CTLCOLORSTATIC: {
+      const HWND control = reinterpret_cast<HWND>(lparam);
+      if (control != GetFocus()) return false;
+      const auto canvas = reinterpret_cast<HDC>(wparam);
+      SetTextColor(canvas, focus_text_color());
+      SetBkColor(canvas, GetSysColor(COLOR_BTNFACE));
+      result = reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
+      return true;
+    }
+    case WM_DPICHANGED:
+      PostMessageW(handle(), fit_rows_message, 0, 0);
+      return false;
+    case fit_rows_message:
+      Dir1.fit_rows();
+      Dir1.repaint();
+      return true;
+    case refuse_message:
+      // Not when the user is in another program: the box has the focus again on return.
+      if (to_refuse_ && GetActiveWindow() == handle()) refuse(*to_refuse_);
+      return true;
+    default:
+      return false;
+  }
+}
+
+// Filling the dialog.
+
+void frmPath::Form_Load() {
+  const SearchCriteria& search = context_.search;
+  load_drives();
+  if (!open_start_folder(search.drive, search.path)) {
+    const std::string program_drive = context_.program_folder.substr(0, 3);
+    open_start_folder(program_drive, program_drive);
+  }
+  chkSearchSub.set_checked(search.search_subfolders);
+  choice_.load(search);
+  show_file_types();
+}
+
+void frmPath::load_drives() {
+  Drive1.clear();
+  for (const std::string& drive : existing_drives()) Drive1.add(drive);
+}
+
+bool frmPath::open_start_folder(const std::string& drive, const std::string& path) {
+  if (path.empty() || !select_drive(drive) || Dir1.open(path)) return false;
+  drive_shown_ = selected_drive();
+  return true;
+}
+
+bool frmPath::select_drive(const std::string& drive) const {
+  for (int row = 0; row < Drive1.count(); ++row) {
+    if (compare_ignore_case(Drive1.row_text(row), with_separator(drive)) != 0) continue;
+    Drive1.select(row);
+    return true;
+  }
+  return false;
+}
+
+std::string frmPath::selected_drive() const {
+  const int row = Drive1.selected();
+  return row < 0 ? std::string() : Drive1.row_text(row);
+}
+
+void frmPath::show_file_types() {
+  showing_ = true;
+  chkFileType.set_checked(choice_.all_files());
+  for (int i = 0; i < user_type_boxes; ++i) {
+    txtUserFileType[i].set_text(choice_.user_type(i).text);
+    show_user_type(i);
+  }
+  showing_ = false;
+}
+
+void frmPath::show_user_type(int index) {
+  const FileTypeChoice::UserType& type = choice_.user_type(index);
+  const win32::CheckBox& box = chkUserFileType[index];
+  box.set_text(literal_caption(type.description));
+  box.enable(type.enabled);
+  box.set_state(check_of(type.tick));
+}
+
+void frmPath::Form_Activate() {
+  context_.cancelled = false;
+  to_refuse_.reset();
+  Dir1.focus();
+}
+
+// Drive and folder.
+
+void frmPath::Drive1_Change() {
+  const std::string drive = selected_drive();
+  const bool list_open = SendMessageW(Drive1.handle(), CB_GETDROPPEDSTATE, 0, 0) != FALSE;
+  if (list_open || drive.empty() || drive == drive_shown_) return;
+  std::string path = context_.search.path;
+  const std::string target = set_dir_to_drive(drive, path, Dir1.path());
+  if (auto error = Dir1.open(target == drive ? current_folder(drive) : target)) {
+    select_drive(drive_shown_);
+    drive_not_ready(*error);
+    return;
+  }
+  drive_shown_ = drive;
+}
+
+void frmPath::Dir1_DblClick() {
+  if (auto error = Dir1.open_selected()) drive_not_ready(*error);
+}
+
+void frmPath::drive_not_ready(const SystemError& error) {
+  win32::message_box(handle(), drive_not_ready_message(error), drive_not_ready_title,
+                     win32::BoxIcon::exclamation);
+}
+
+// File types.
+
+void frmPath::chkFileType_Click() {
+  choice_.chkFileType_Click(chkFileType.checked());
+  show_file_types();
+}
+
+void frmPath::chkUserFileType_Click(int index) {
+  choice_.set_ticked(index, choice_.user_type(index).tick == Tick::unticked);
+  show_user_type(index);
+}
+
+void frmPath::txtUserFileType_Change(int index) {
+  if (showing_) return;
+  choice_.txtUserFileType_Change(index, txtUserFileType[index].text());
+  show_user_type(index);
+}
+
+LRESULT CALLBACK frmPath::type_box_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                        UINT_PTR, DWORD_PTR form) {
+  if (message == WM_CHAR) {
+    if (wparam == VK_RETURN) {
+      auto* self = reinterpret_cast<frmPath*>(form);
+      self->txtUserFileType_Enter(self->type_box_at(window));
+      return 0;
+    }
+    if (is_swallowed_type_key(static_cast<char32_t>(wparam))) return 0;
+  }
+  return DefSubclassProc(window, message, wparam, lparam);
+}
+
+int frmPath::type_box_at(HWND window) const {
+  return GetDlgCtrlID(window) - IDC_PATH_USER_TYPE;
+}
+
+bool frmPath::pre_translate(MSG& message) {
+  if (message.message != WM_KEYDOWN || message.wParam != VK_RETURN) return false;
+  const int index = type_box_at(message.hwnd);
+  if (index < 0 || index >= user_type_boxes || GetParent(message.hwnd) != handle()) return false;
+  // The default button is not to see this Enter.
+  txtUserFileType_Enter(index);
+  return true;
+}
+
+void frmPath::txtUserFileType_Enter(int index) {
+  if (!validate(index)) {
+    refuse(index);
+    return;
+  }
+  if (txtUserFileType[index].selection_length() == 0) Command1_Click();
+}
+
+void frmPath::txtUserFileType_LostFocus(int index) {
+  if (context_.cancelled || validate(index)) return;
+  to_refuse_ = index;
+  PostMessageW(handle(), refuse_message, 0, 0);
+}
+
+bool frmPath::validate(int index) {
+  const win32::TextBox& box = txtUserFileType[index];
+  const std::string text = box.text();
+  if (!is_valid_file_type(text)) return false;
+  choice_.set_description(index, text.empty() ? std::string() : context_.type_description(text));
+  show_user_type(index);
+  const int end = box.selection_start() + box.selection_length();
+  box.select(end, end);
+  return true;
+}
+
+void frmPath::refuse(int index) {
+  to_refuse_.reset();
+  win32::message_box(handle(), invalid_file_type_message(), invalid_file_type_title,
+                     win32::BoxIcon::none);
+  txtUserFileType[index].focus();
+  txtUserFileType[index].select_all();
+}
+
+// Leaving.
+
+LRESULT CALLBACK frmPath::cancel_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                      UINT_PTR, DWORD_PTR form) {
+  bool& cancelled = reinterpret_cast<frmPath*>(form)->context_.cancelled;
+  // Before the button takes the focus from a text box, which then is not validated. Without a
+  // click in the end (the mouse moved away) the dialog goes on.
+  if (message == WM_LBUTTONDOWN) cancelled = true;
+  if (message == WM_CAPTURECHANGED) cancelled = false;
+  return DefSubclassProc(window, message, wparam, lparam);
+}
+
+void frmPath::Command1_Click() {
+  for (int i = 0; i < user_type_boxes; ++i) {
+    if (validate(i)) continue;
+    refuse(i);
+    return;
+  }
+  context_.cancelled = false;
+  hide();
+  SearchCriteria& search = context_.search;
+  search.drive = selected_drive();
+  if (!Dir1.path().empty()) search.path = Dir1.path();
+  choice_.accept(search);
+  search.search_subfolders = chkSearchSub.checked();
+  display_panel_date_();
+}
+
+void frmPath::Command2_Click() {
+  // Hiding takes the focus from a text box, which is not to be validated.
+  context_.cancelled = true;
+  hide();
+  Form_Load();
+}
+
+}  // namespace tallowmere

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "dialogs/dialog_context.h"
+#include "dialogs/folder_list_box.h"
+#include "shell/file_type_choice.h"
+#include "win32/controls.h"
+#include "win32/form.h"
+
+namespace tallowmere {
+
+/// Which folder and which types of files the search goes through.
+class frmPath : public win32::Form {
+ public:
+  /// Calls `display_panel_date` after OK, to rebuild the criteria dialog's summary.
+  frmPath(HWND owner, const DialogContext& context, Handler display_panel_date);
+  ~frmPath() override;
+
+  /// Fills the dialog from the search and shows it over `owner`, centred over the main window.
+  void show(HWND owner, HWND main_window);
+  bool pre_translate(MSG& message) override;
+
+  win32::ComboBox Drive1;
+  FolderListBox Dir1;
+  win32::CheckBox chkSearchSub;
+  win32::Label Label1;
+  win32::CheckBox chkFileType;
+  std::array<win32::TextBox, user_type_boxes> txtUserFileType;
+  std::array<win32::CheckBox, user_type_boxes> chkUserFileType;
+  win32::Button Command1, Command2;
+
+ protected:
+  void on_shown() override { Form_Activate(); }
+  bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
+
+ private:
+  static LRESULT CALLBACK type_box_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                        UINT_PTR id, DWORD_PTR form);
+  static LRESULT CALLBACK cancel_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                      UINT_PTR id, DWORD_PTR form);
+  void find_controls();
+  void wire();
+  void wire_check_box(int id);
+  void Form_Load();
+  void Form_Activate();
+  void Drive1_Change();
+  void Dir1_DblClick();
+  void chkFileType_Click();
+  void chkUserFileType_Click(int index);
+  void txtUserFileType_Change(int index);
+  void txtUserFileType_Enter(int index);
+  void txtUserFileType_LostFocus(int index);
+  void Command1_Click();
+  void Command2_Click();
+
+  void load_drives();
+  bool select_drive(const std::string& drive) const;
+  std::string selected_drive() const;
+  bool open_start_folder(const std::string& drive, const std::string& path);
+  void drive_not_ready(const SystemError& error);
+  void show_file_types();
+  void show_user_type(int index);
+  /// Looks up the description of a valid type; false when the type is not valid.
+  bool validate(int index);
+  /// Says why the type is not valid and leads back into its box.
+  void refuse(int index);
+  int type_box_at(HWND window) const;
+
+  DialogContext context_;
+  Handler display_panel_date_;
+  FileTypeChoice choice_;
+  std::string drive_shown_;       ///< the drive that Dir1 stands on
+  bool showing_ = false;          ///< the boxes change because the choice did
+  std::optional<int> to_refuse_;  ///< the box whose refusal waits for the focus to settle
+};
+
+}  // namespace tallowmere

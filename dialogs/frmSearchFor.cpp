@@ -1,0 +1,206 @@
+#include "dialogs/frmSearchFor.h"
+
+#include <algorithm>
+
+#include "dialogs/option_group.h"
+#include "dialogs/resource.h"
+#include "dialogs/search_hints.h"
+#include "shell/search_summary.h"
+#include "win32/clipboard.h"
+#include "win32/message_box.h"
+#include "win32/text.h"
+
+namespace tallowmere {
+namespace {
+
+constexpr int criteria_limit = 32767;  ///< characters
+
+/// As much of `text` as `room` characters of the system take, without half a surrogate pair.
+std::string cut_to(const std::string& text, int room) {
+  std::wstring units = win32::wide(text);
+  if (units.size() <= static_cast<std::size_t>(room)) return text;
+  units.resize(static_cast<std::size_t>(room));
+  if (!units.empty() && IS_HIGH_SURROGATE(units.back())) units.pop_back();
+  return win32::narrow(units);
+}
+
+}  // namespace
+
+frmSearchFor::frmSearchFor(HWND owner, const DialogContext& context)
+    : Form(IDD_SEARCH_FOR, owner), owner_(owner), context_(context), proximity_(handle()) {
+  find_controls();
+  wire();
+  txtSearchFor.set_limit(criteria_limit);
+  size_panels();
+}
+
+void frmSearchFor::find_controls() {
+  Label1 = win32::Label(item(IDC_SEARCH_LABEL1));
+  Label2 = win32::Label(item(IDC_SEARCH_LABEL2));
+  txtSearchFor = win32::TextBox(item(IDC_SEARCH_TEXT));
+  for (int i = 0; i < 4; ++i) Option1[i] = win32::OptionButton(item(IDC_SEARCH_OPTION + i));
+  Check1 = win32::CheckBox(item(IDC_SEARCH_CHECK1));
+  cmdWhere = win32::Button(item(IDC_SEARCH_WHERE));
+  cmdDates = win32::Button(item(IDC_SEARCH_DATES));
+  cmdProximity = win32::Button(item(IDC_SEARCH_PROXIMITY));
+  cmdPaste = win32::Button(item(IDC_SEARCH_PASTE));
+  cmdBegin = win32::Button(item(IDOK));
+  cmdCancel = win32::Button(item(IDCANCEL));
+  cmdHelp = win32::Button(item(IDC_SEARCH_HELP));
+  StatusBar1 = win32::StatusBar(item(IDC_SEARCH_STATUS));
+}
+
+void frmSearchFor::wire() {
+  for (int i = 0; i < 4; ++i) {
+    for (const int code : {BN_CLICKED, BN_DOUBLECLICKED, BN_SETFOCUS}) {
+      command(IDC_SEARCH_OPTION + i, code, [this] { set_prox_button(); });
+    }
+  }
+  clicked(IDC_SEARCH_WHERE, [this] { cmdWhere_Click(); });
+  clicked(IDC_SEARCH_DATES, [this] { cmdDates_Click(); });
+  clicked(IDC_SEARCH_PROXIMITY, [this] { cmdProximity_Click(); });
+  clicked(IDC_SEARCH_PASTE, [this] { cmdPaste_click(); });
+  clicked(IDC_SEARCH_HELP, [this] { cmdHelp_Click(); });
+  clicked(IDOK, [this] { cmdBegin_Click(); });
+  clicked(IDCANCEL, [this] { cmdCancel_Click(); });
+}
+
+bool frmSearchFor::ask(SearchKind kind) {
+  copy_current_to_dlgbox();
+  display_panel_date();
+  SetWindowTextW(handle(), win32::wide(criteria_caption(kind)).c_str());
+  cmdWhere.enable(where_enabled(kind));
+  cmdDates.enable(dates_enabled(kind));
+  context_.cancelled = true;
+  show_modal(owner_);
+  return !context_.cancelled;
+}
+
+void frmSearchFor::copy_current_to_dlgbox() {
+  SearchCriteria& search = context_.search;
+  txtSearchFor.set_text(search.criteria);
+  select_option(Option1, search.search_type);
+  Check1.set_checked(!search.ignore_case);
+  proximity_.ini_frmProximity(search.prox_all, search.prox_before, search.prox_after);
+  set_prox_button();
+}
+
+CriteriaInput frmSearchFor::input() const {
+  CriteriaInput input;
+  input.criteria = txtSearchFor.text();
+  input.search_type = selected_option(Option1, search_phrase);
+  input.match_case = Check1.checked();
+  input.prox_before = proximity_.prox_before();
+  input.prox_after = proximity_.prox_after();
+  input.prox_all = proximity_.prox_all();
+  return input;
+}
+
+void frmSearchFor::show_criteria(const std::string& criteria) {
+  txtSearchFor.set_text(criteria);
+}
+
+void frmSearchFor::Form_Activate() {
+  set_prox_button();
+  txtSearchFor.focus();
+  // The pointer of a link in the hints, left behind when a dialog opened over it.
+  if (GetCursor() == LoadCursorW(nullptr, IDC_UPARROW)) SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+}
+
+void frmSearchFor::set_prox_button() {
+  cmdProximity.enable(Option1[search_near].selected());
+}
+
+frmPath& frmSearchFor::path() {
+  if (!path_) {
+    path_ = std::make_unique<frmPath>(handle(), context_, [this] { display_panel_date(); });
+  }
+  return *path_;
+}
+
+frmDate& frmSearchFor::date() {
+  if (!date_) {
+    date_ = std::make_unique<frmDate>(handle(), context_, [this] { display_panel_date(); });
+  }
+  return *date_;
+}
+
+void frmSearchFor::cmdWhere_Click() {
+  path().show(handle(), owner_);
+  Form_Activate();
+}
+
+void frmSearchFor::cmdDates_Click() {
+  date().show(handle(), owner_);
+  Form_Activate();
+}
+
+void frmSearchFor::cmdProximity_Click() {
+  proximity_.show(handle(), owner_);
+  Form_Activate();
+}
+
+void frmSearchFor::cmdPaste_click() {
+  const std::string text = win32::clipboard_text(handle()).value_or("");
+  if (!text.empty()) {
+    const int kept = GetWindowTextLengthW(txtSearchFor.handle()) - txtSearchFor.selection_length();
+    const int start = txtSearchFor.selection_start();
+    txtSearchFor.replace_selection(cut_to(text, std::max(0, criteria_limit - kept)));
+    select_option(Option1, search_phrase);
+    set_prox_button();
+    txtSearchFor.focus();
+    txtSearchFor.select(start, txtSearchFor.selection_start());
+  }
+  txtSearchFor.focus();
+}
+
+void frmSearchFor::cmdHelp_Click() {
+  win32::message_box(handle(), search_hints(), search_hints_title, win32::BoxIcon::information);
+}
+
+bool frmSearchFor::pre_translate(MSG& message) {
+  if (message.message != WM_KEYUP || message.wParam != VK_F1) return false;
+  cmdHelp_Click();
+  return true;
+}
+
+void frmSearchFor::cmdBegin_Click() {
+  hide_options(*this, cmdBegin);
+  context_.cancelled = false;
+}
+
+void frmSearchFor::cmdCancel_Click() {
+  hide_options(*this, cmdBegin);
+  context_.cancelled = true;
+}
+
+void frmSearchFor::display_panel_date() {
+  const SearchSummary summary =
+      tallowmere::display_panel_date(context_.search, context_.short_date);
+  const std::string* const texts[] = {&summary.file_types, &summary.where, &summary.dates};
+  for (int part = 0; part < 3; ++part) {
+    StatusBar1.set_part(part, *texts[part]);
+    // Shown where a panel is too narrow for its text.
+    SendMessageW(StatusBar1.handle(), SB_SETTIPTEXTW, static_cast<WPARAM>(part),
+                 reinterpret_cast<LPARAM>(win32::wide(*texts[part]).c_str()));
+  }
+}
+
+void frmSearchFor::size_panels() {
+  RECT client;
+  GetClientRect(handle(), &client);
+  const int width = static_cast<int>(client.right);
+  const int edges[] = {width * 27 / 100, width * 70 / 100, -1};
+  SendMessageW(StatusBar1.handle(), SB_SETPARTS, 3, reinterpret_cast<LPARAM>(edges));
+}
+
+bool frmSearchFor::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT&) {
+  if (message != WM_SIZE) return false;
+  if (StatusBar1.handle() != nullptr) {
+    SendMessageW(StatusBar1.handle(), WM_SIZE, wparam, lparam);
+    size_panels();
+  }
+  return false;
+}
+
+}  // namespace tallowmere

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+
+#include "dialogs/dialog_context.h"
+#include "dialogs/frmDate.h"
+#include "dialogs/frmPath.h"
+#include "dialogs/frmProximity.h"
+#include "engine/search_criteria.h"
+#include "shell/search_kind.h"
+#include "win32/controls.h"
+#include "win32/form.h"
+
+namespace tallowmere {
+
+/// What to search for. Opens the dialogs for where, dates and proximity, and owns them.
+class frmSearchFor : public win32::Form {
+ public:
+  frmSearchFor(HWND owner, const DialogContext& context);
+
+  /// Fills the dialog from the search and shows it; true on Begin.
+  bool ask(SearchKind kind);
+  /// What the dialog and the proximity dialog hold now.
+  CriteriaInput input() const;
+  /// Puts the criteria back as the reader has trimmed them.
+  void show_criteria(const std::string& criteria);
+  /// Fills this dialog and the proximity dialog from the search, whose proximity it may mend.
+  void copy_current_to_dlgbox();
+
+  bool pre_translate(MSG& message) override;
+
+  win32::Label Label1, Label2;
+  win32::TextBox txtSearchFor;
+  std::array<win32::OptionButton, 4> Option1;
+  win32::CheckBox Check1;
+  win32::Button cmdWhere, cmdDates, cmdProximity;
+  win32::Button cmdPaste, cmdBegin, cmdCancel, cmdHelp;
+  win32::StatusBar StatusBar1;
+
+  frmProximity& proximity() { return proximity_; }
+  /// Created on first use, like date().
+  frmPath& path();
+  frmDate& date();
+
+ protected:
+  void on_shown() override { Form_Activate(); }
+  bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
+
+ private:
+  void find_controls();
+  void wire();
+  void Form_Activate();
+  void set_prox_button();
+  void cmdWhere_Click();
+  void cmdDates_Click();
+  void cmdProximity_Click();
+  void cmdPaste_click();
+  void cmdHelp_Click();
+  void cmdBegin_Click();
+  void cmdCancel_Click();
+  void display_panel_date();
+  void size_panels();
+
+  HWND owner_;
+  DialogContext context_;
+  frmProximity proximity_;  ///< holds the proximity values, so it always exists
+  std::unique_ptr<frmPath> path_;
+  std::unique_ptr<frmDate> date_;
+};
+
+}  // namespace tallowmere
