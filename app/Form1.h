@@ -1,0 +1,173 @@
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "app/result_view.h"
+#include "dialogs/dialog_context.h"
+#include "engine/code_page.h"
+#include "engine/date_time.h"
+#include "engine/file_search.h"
+#include "engine/file_system.h"
+#include "engine/search_criteria.h"
+#include "results/result_list.h"
+#include "results/sort_command.h"
+#include "shell/command_table.h"
+#include "shell/layout.h"
+#include "shell/search_kind.h"
+#include "shell/settings.h"
+#include "win32/controls.h"
+#include "win32/fonts.h"
+#include "win32/form.h"
+#include "win32/menu.h"
+#include "win32/tooltip.h"
+
+namespace tallowmere {
+
+class frmNarrow;
+class frmSearchFor;
+
+/// The main window. Its constructor loads the settings and leaves the window hidden; the program
+/// ends when the window unloads.
+class Form1 : public win32::Form {
+  ResultList results_;  // before ListView2, which shows it
+
+ public:
+  /// What the program's entry point owns and the window works with; all of it outlives the window.
+  struct Services {
+    SearchCriteria& search;
+    SettingsStore& settings;
+    FileSystem& files;
+    const Clock& clock;
+    const CodePage& page;
+    std::string program_folder;  ///< with its final separator
+  };
+
+  explicit Form1(const Services& services);
+  ~Form1() override;
+
+  /// `show_command` is one of SW_*.
+  void show(int show_command);
+
+  /// One search without the dialogs: the values they would hand over are given. Serves events
+  /// until the run has ended. A file search tests the selected row and needs one.
+  void run_search(SearchKind kind, const CriteriaInput& input);
+
+  bool searching() const { return state_.searching; }
+  const ResultList& results() const { return results_; }
+  SortKey sort_type() const { return sort_menu_.sort_type(); }
+  std::string tool_tip(const win32::Control& control) const { return tips_.text(control.handle()); }
+
+  bool pre_translate(MSG& message) override;
+
+  void cmdSearch_Click();
+  void cmdExit_Click();
+  void mnuStart_Click();
+  void mnuStop_Click();
+  void mnuSearchNew_Click();
+  void mnuSearchList_Click();
+  void mnuSearchFile_Click();
+  void mnuSelectAll_Click();
+  void mnuExit_Click();
+  void mnuSoundOn_Click();
+  void mnuMinimizeOn_Click();
+  void mnuFindOnLaunch_Click();
+  void mnuSort_Click(int index);
+
+  ResultView ListView2;
+  win32::Button cmdSearch, cmdView, cmdFindNext, cmdFindPrev, cmdLaunch, cmdHyper, cmdRestore,
+      cmdExit;
+  win32::TextBox Text1;
+  win32::ScrollBar VScroll1;
+  win32::Label Label1, Label2, lblFileInfo;
+  win32::Control Line1, Line2;
+
+ protected:
+  bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
+
+ private:
+  // Start and end: Form1_settings.cpp.
+  void Form_Load();
+  void apply_settings(const ShellState& shell);
+  ShellState current_settings() const;
+  void save();
+  void Form_Unload();
+  void close();
+
+  // Wiring and messages: Form1.cpp.
+  void find_controls();
+  void wire_buttons();
+  void wire_menus();
+  void wire_list();
+  void set_tool_tips();
+  /// Runs the handler only while the command can be used: other programs can send any command.
+  void command_clicked(int id, Handler handler);
+  bool Form_KeyDown(WPARAM key);
+  void Form_Activate(bool active);
+  bool set_pointer(LPARAM lparam) const;
+
+  // Commands: Form1_commands.cpp.
+  void refresh_commands();
+  void toggle(int entry);
+  bool is_checked(int entry) const { return win32::entry_checked(GetMenu(handle()), entry); }
+  void show_sort_order();
+  void sort_rows(SortAction action);
+  void show_context_menu(HWND over, LPARAM position);
+  void pop_up_file_menu(POINT at);
+
+  // List events: Form1_commands.cpp.
+  void ListView2_ColumnClick(int column);
+  void ListView2_DblClick();
+  void ListView2_GotFocus();
+  void ListView2_MouseUp(LPARAM position);
+
+  // Layout: Form1_layout.cpp.
+  void Form_Resize();
+  void place_controls(const MainLayout& layout, int dpi);
+  void apply_viewer_font();
+  void dpi_changed();
+  void limit_size(MINMAXINFO& limits) const;
+
+  // The search run: Form1_search.cpp.
+  bool choose_kind(SearchKind& kind);
+  void start_run(SearchKind kind);
+  void prepare_to_search(SearchKind kind);
+  void show_progress(const FileSearch& search);
+  void finish_run(SearchKind kind, const FileSearch& search, bool selected_matches);
+  void search_timing(bool stopped);
+  void show_found_files(const FileSearch& search);
+  void post_search_restore();
+  void bring_to_front();
+  void play_end_sound() const;
+  frmNarrow& narrow_prompt();
+  frmSearchFor& search_dialog();
+
+  Services services_;
+  SearchCriteria& search_;
+  const Clock& clock_;
+  bool dialog_cancelled_ = false;  ///< the flag that the dialogs share
+  DialogContext dialog_context_;
+
+  win32::PopupMenu quick_menu_;
+  win32::ToolTip tips_;
+  win32::Font viewer_font_;
+  std::string font_name_;
+  double font_size_ = 0;
+  LayoutMemory layout_memory_;
+
+  SortMenu sort_menu_;
+  WindowState state_;
+  bool stop_ = false;             ///< the run is to end; set from inside its yields
+  bool close_after_run_ = false;  ///< the window was closed during a run
+  bool has_wave_output_ = false;
+  SearchKind search_kind_ = SearchKind::new_search;  ///< the narrow prompt's last answer
+  double started_ = 0;                               ///< of the run, in seconds since midnight
+
+  std::unique_ptr<frmNarrow> frmNarrow_;
+  std::unique_ptr<frmSearchFor> frmSearchFor_;
+};
+
+}  // namespace tallowmere

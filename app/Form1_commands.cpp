@@ -1,0 +1,184 @@
+#include <algorithm>
+
+#include "app/Form1.h"
+#include "app/command_controls.h"
+#include "app/resource.h"
+#include "engine/unicode.h"
+#include "shell/run_texts.h"
+#include "win32/sound.h"
+
+namespace tallowmere {
+
+namespace {
+
+/// Shows the hourglass for as long as it lives.
+class Hourglass {
+ public:
+  Hourglass() : before_(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {}
+  ~Hourglass() { SetCursor(before_); }
+  Hourglass(const Hourglass&) = delete;
+  Hourglass& operator=(const Hourglass&) = delete;
+
+ private:
+  HCURSOR before_;
+};
+
+bool ends_in_wav(std::string_view name) {
+  return name.size() >= 3 && compare_ignore_case(name.substr(name.size() - 3), "wav") == 0;
+}
+
+POINT point_of(LPARAM position) {
+  return {static_cast<short>(LOWORD(position)), static_cast<short>(HIWORD(position))};
+}
+
+/// Where a menu called by the keyboard opens.
+POINT corner_of(HWND window) {
+  RECT rect;
+  GetWindowRect(window, &rect);
+  return {rect.left, rect.top};
+}
+
+bool covers(HWND window, POINT point) {
+  RECT rect;
+  GetWindowRect(window, &rect);
+  return PtInRect(&rect, point) != FALSE;
+}
+
+}  // namespace
+
+/// Called whenever the rows, their selection or the searching state may have changed.
+void Form1::refresh_commands() {
+  state_.rows = results_.file_count();
+  state_.row_selected = ListView2.selected() >= 0;
+  enable_commands(handle(), quick_menu_.handle(), state_);
+}
+
+void Form1::cmdExit_Click() {
+  Form_Unload();
+}
+
+void Form1::mnuExit_Click() {
+  Form_Unload();
+}
+
+void Form1::mnuStart_Click() {
+  cmdSearch_Click();
+}
+
+void Form1::mnuStop_Click() {
+  stop_ = true;
+}
+
+void Form1::mnuSoundOn_Click() {
+  toggle(ID_MNUSOUNDON);
+}
+
+void Form1::mnuMinimizeOn_Click() {
+  toggle(ID_MNUMINIMIZEON);
+}
+
+void Form1::mnuFindOnLaunch_Click() {
+  toggle(ID_MNUFINDONLAUNCH);
+}
+
+void Form1::toggle(int entry) {
+  win32::check_entry(GetMenu(handle()), entry, !is_checked(entry));
+}
+
+void Form1::mnuSelectAll_Click() {
+  const Hourglass hourglass;
+  ListView2.select_all();
+}
+
+void Form1::mnuSort_Click(int index) {
+  const SortAction action = choose_sort(sort_menu_, results_, static_cast<SortKey>(index));
+  if (action != SortAction::none) sort_rows(action);
+  show_sort_order();
+}
+
+void Form1::sort_rows(SortAction action) {
+  const int selected = ListView2.selected();
+  std::string selected_path;
+  if (selected >= 0) {
+    selected_path = results_.indexed_filename(static_cast<std::size_t>(selected));
+  }
+  const auto sort_and_fill = [&] {
+    apply_sort(sort_menu_, results_, action);
+    ListView2.show_all();
+  };
+  if (results_.file_count() > quick_sort_rows) {
+    const Hourglass hourglass;
+    const std::string first = Label1.text();
+    const std::string second = Label2.text();
+    Label1.set_text(sorting_text);
+    Label2.set_text("");
+    Label1.repaint();
+    Label2.repaint();
+    sort_and_fill();
+    Label1.set_text(first);
+    Label2.set_text(second);
+  } else {
+    sort_and_fill();
+  }
+  if (selected >= 0) {
+    ListView2.select_only(static_cast<int>(results_.find_result_index(selected_path)));
+  }
+  refresh_commands();
+}
+
+void Form1::show_sort_order() {
+  const int checked = ID_MNUSORT + static_cast<int>(sort_menu_.sort_type());
+  win32::check_radio_entry(GetMenu(handle()), ID_MNUSORT, ID_MNUSORT + sort_key_count - 1, checked);
+  ListView2.show_order(sort_menu_.sort_type(), results_.sort_descending);
+}
+
+void Form1::ListView2_ColumnClick(int column) {
+  if (!state_.searching) mnuSort_Click(column);
+}
+
+/// A sound file is played.
+void Form1::ListView2_DblClick() {
+  const int row = ListView2.selected();
+  if (state_.searching || row < 0) return;
+  const auto index = static_cast<std::size_t>(row);
+  if (has_wave_output_ && ends_in_wav(results_.record(index).filename)) {
+    win32::play_sound(results_.indexed_filename(index));
+  }
+}
+
+/// An empty list, and any list during a search, hands the focus on.
+void Form1::ListView2_GotFocus() {
+  if (!state_.searching && ListView2.row_count() > 0) return;
+  const bool backwards = GetKeyState(VK_SHIFT) < 0;
+  PostMessageW(handle(), WM_NEXTDLGCTL, backwards, FALSE);
+}
+
+/// `position` is on the screen, -1 when the menu key was pressed.
+void Form1::show_context_menu(HWND over, LPARAM position) {
+  if (state_.searching) return;
+  if (over == ListView2.handle()) {
+    ListView2_MouseUp(position);
+    return;
+  }
+  const bool by_key = position == -1;
+  const POINT at = by_key ? corner_of(Text1.handle()) : point_of(position);
+  if (by_key || covers(Text1.handle(), at)) win32::pop_up(quick_menu_.handle(), handle(), at);
+}
+
+void Form1::ListView2_MouseUp(LPARAM position) {
+  if (ListView2.selected_count() == 0) return;
+  pop_up_file_menu(position == -1 ? corner_of(ListView2.handle()) : point_of(position));
+}
+
+/// Over the list, the File menu's last entry copies the names instead of ending the program.
+void Form1::pop_up_file_menu(POINT at) {
+  const HMENU menu = GetMenu(handle());
+  const std::string exit_text = win32::entry_text(menu, ID_MNUEXIT);
+  win32::set_entry_text(menu, ID_MNUEXIT, "C&opy Name");
+  win32::enable_entry(menu, ID_MNUEXIT, command_enabled(ID_MNUCOPYFILENAME, state_));
+  win32::pop_up(GetSubMenu(menu, 0), handle(), at);
+  win32::set_entry_text(menu, ID_MNUEXIT, exit_text);
+  refresh_commands();
+}
+
+}  // namespace tallowmere

@@ -1,0 +1,96 @@
+#include <iterator>
+#include <utility>
+
+#include "app/Form1.h"
+#include "app/window_placement.h"
+#include "win32/dpi.h"
+
+namespace tallowmere {
+
+namespace {
+
+constexpr int etched_line_height = 2;  // pixels, at every resolution
+
+/// Moves several controls at once, so that they are repainted once.
+class Mover {
+ public:
+  Mover(int count, int dpi) : moves_(BeginDeferWindowPos(count)), dpi_(dpi) {}
+  ~Mover() {
+    if (moves_ != nullptr) EndDeferWindowPos(moves_);
+  }
+  Mover(const Mover&) = delete;
+  Mover& operator=(const Mover&) = delete;
+
+  void move(HWND control, const TwipRect& place) {
+    // Edges are rounded, not lengths: neighbours stay neighbours at every resolution.
+    move(control, place, pixels(place.bottom()) - pixels(place.top));
+  }
+
+  void move_line(HWND line, const TwipRect& place) { move(line, place, etched_line_height); }
+
+ private:
+  void move(HWND control, const TwipRect& place, int height) {
+    if (moves_ == nullptr) return;
+    const int left = pixels(place.left);
+    moves_ = DeferWindowPos(moves_, control, nullptr, left, pixels(place.top),
+                            pixels(place.right()) - left, height,
+                            SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+  }
+  int pixels(Twips twips) const { return static_cast<int>(to_pixels(twips, dpi_)); }
+
+  HDWP moves_;
+  int dpi_;
+};
+
+}  // namespace
+
+void Form1::Form_Resize() {
+  // The window is sized once while it is made, before its controls are known.
+  if (cmdSearch.handle() == nullptr || IsIconic(handle())) return;
+  const TwipRect outer = window_rect(handle());
+  if (!layout_memory_.changed(outer)) return;
+  const int dpi = win32::window_dpi(handle());
+  RECT client;
+  GetClientRect(handle(), &client);
+  const TwipSize inside{to_twips(client.right, dpi), to_twips(client.bottom, dpi)};
+  place_controls(layout_main_window({outer.width, outer.height}, inside), dpi);
+  ListView2.fit_last_column(dpi);
+}
+
+void Form1::place_controls(const MainLayout& layout, int dpi) {
+  const std::pair<HWND, const TwipRect*> places[] = {
+      {cmdSearch.handle(), &layout.cmdSearch},     {cmdView.handle(), &layout.cmdView},
+      {cmdFindNext.handle(), &layout.cmdFindNext}, {cmdFindPrev.handle(), &layout.cmdFindPrev},
+      {cmdLaunch.handle(), &layout.cmdLaunch},     {cmdHyper.handle(), &layout.cmdHyper},
+      {cmdRestore.handle(), &layout.cmdRestore},   {cmdExit.handle(), &layout.cmdExit},
+      {ListView2.handle(), &layout.ListView2},     {Label1.handle(), &layout.Label1},
+      {Label2.handle(), &layout.Label2},           {Text1.handle(), &layout.Text1},
+      {VScroll1.handle(), &layout.VScroll1},       {lblFileInfo.handle(), &layout.lblFileInfo}};
+  Mover mover(static_cast<int>(std::size(places)) + 2, dpi);
+  for (const auto& [control, place] : places) mover.move(control, *place);
+  mover.move_line(Line1.handle(), layout.Line1);
+  mover.move_line(Line2.handle(), layout.Line2);
+}
+
+/// A face or size that the system refuses leaves the viewer as it is.
+void Form1::apply_viewer_font() {
+  win32::Font font(font_name_, font_size_, win32::window_dpi(handle()));
+  if (!font) return;
+  Text1.set_font(font.handle());
+  viewer_font_ = std::move(font);
+}
+
+void Form1::dpi_changed() {
+  apply_viewer_font();
+  ListView2.set_design_widths(win32::window_dpi(handle()));
+  layout_memory_.forget();
+  Form_Resize();
+}
+
+void Form1::limit_size(MINMAXINFO& limits) const {
+  const int dpi = win32::window_dpi(handle());
+  limits.ptMinTrackSize.x = static_cast<LONG>(to_pixels(main_window_minimum.width, dpi));
+  limits.ptMinTrackSize.y = static_cast<LONG>(to_pixels(main_window_minimum.height, dpi));
+}
+
+}  // namespace tallowmere

@@ -1,0 +1,205 @@
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/Form1.h"
+#include "app/resource.h"
+#include "app/window_search_host.h"
+#include "dialogs/frmNarrow.h"
+#include "dialogs/frmSearchFor.h"
+#include "shell/run_texts.h"
+#include "win32/message_loop.h"
+#include "win32/sound.h"
+
+namespace tallowmere {
+
+namespace {
+
+constexpr char end_sound[] = "s_done.wav";  // in the program's folder
+
+FoundFile found_file(const FileRecord& record) {
+  return {record.filepath, record.filename, {record.filedate, record.filesize}};
+}
+
+}  // namespace
+
+void Form1::cmdSearch_Click() {
+  if (state_.searching) {
+    stop_ = true;
+    cmdSearch.set_text("Search");
+    return;
+  }
+  SearchKind kind = SearchKind::new_search;
+  if (results_.file_count() > 0 && !choose_kind(kind)) return;
+  start_run(kind);
+}
+
+void Form1::mnuSearchNew_Click() {
+  search_kind_ = SearchKind::new_search;
+  start_run(search_kind_);
+}
+
+void Form1::mnuSearchList_Click() {
+  search_kind_ = SearchKind::list_search;
+  start_run(search_kind_);
+}
+
+void Form1::mnuSearchFile_Click() {
+  search_kind_ = SearchKind::file_search;
+  start_run(search_kind_);
+}
+
+bool Form1::choose_kind(SearchKind& kind) {
+  const int selected = ListView2.selected();
+  if (!narrow_prompt().ask(search_kind_, selected, selected >= 0)) return false;
+  kind = search_kind_;
+  return true;
+}
+
+void Form1::start_run(SearchKind kind) {
+  if (!search_dialog().ask(kind)) return;
+  run_search(kind, search_dialog().input());
+}
+
+void Form1::run_search(SearchKind kind, const CriteriaInput& input) {
+  const int selected = ListView2.selected();
+  if (kind == SearchKind::file_search && selected < 0) return;
+  load_search_criteria(search_, input, services_.page);
+  std::vector<FileRecord> listed;
+  if (kind == SearchKind::list_search) listed = results_.take_records();
+  if (kind != SearchKind::file_search) {
+    results_.setup_new_list();
+    ListView2.show_none();
+  }
+  prepare_to_search(kind);
+
+  WindowSearchHost host(handle(), results_, stop_);
+  FileSearch search(search_, services_.page, services_.files, clock_, host);
+  host.set_progress([&] {
+    if (kind != SearchKind::file_search) show_progress(search);
+  });
+  bool selected_matches = false;
+  switch (kind) {
+    case SearchKind::new_search:
+      search.search_files();
+      break;
+    case SearchKind::list_search:
+      search.SearchListboxFiles(listed.size(),
+                                [&](std::size_t i) { return found_file(listed[i]); });
+      break;
+    case SearchKind::file_search: {
+      const FileRecord record = results_.record(static_cast<std::size_t>(selected));
+      selected_matches = search.search_selected_file(record.filepath, record.filename);
+      break;
+    }
+  }
+  finish_run(kind, search, selected_matches);
+}
+
+/// The searching state: only Stop works.
+void Form1::prepare_to_search(SearchKind kind) {
+  stop_ = false;
+  state_.searching = true;
+  Label1.set_text(searching_text);
+  tips_.set(Label1.handle(), "");
+  Label2.set_text("");
+  cmdSearch.set_text("Stop");
+  refresh_commands();
+  UpdateWindow(handle());
+  Label1.repaint();
+  Label2.repaint();
+  if (is_checked(ID_MNUMINIMIZEON) && kind != SearchKind::file_search &&
+      IsWindowVisible(handle())) {
+    ShowWindow(handle(), SW_MINIMIZE);
+  }
+  started_ = clock_.seconds_since_midnight();
+}
+
+void Form1::show_progress(const FileSearch& search) {
+  ListView2.show_more();
+  Label2.set_text(
+      count_text(static_cast<std::int64_t>(results_.file_count()), search.files_searched()));
+}
+
+void Form1::finish_run(SearchKind kind, const FileSearch& search, bool selected_matches) {
+  if (!close_after_run_) {
+    const bool stopped = stop_ || search.stopped();
+    search_timing(stopped);
+    if (kind == SearchKind::file_search) {
+      Label1.set_text(stopped ? "" : selected_file_text(selected_matches));
+    } else {
+      show_found_files(search);
+    }
+    tips_.set(Label1.handle(), unread_tool_tip(search.unread()));
+  }
+  post_search_restore();
+  if (close_after_run_) {
+    Form_Unload();
+  } else if (kind != SearchKind::file_search) {
+    bring_to_front();
+    play_end_sound();
+  }
+}
+
+/// The end of the timed part of a run.
+void Form1::search_timing(bool stopped) {
+  const double elapsed = elapsed_seconds(started_, clock_.seconds_since_midnight());
+  cmdSearch.set_text("Search");
+  cmdSearch.repaint();
+  Label2.set_text(timing_text(stopped, elapsed));
+  win32::pump_pending();
+}
+
+/// Sorts the files found, while events are served, and fills the list with them.
+void Form1::show_found_files(const FileSearch& search) {
+  results_.matched_count = search.files_matched();
+  if (results_.matched_count > quick_run_matches) {
+    Label1.set_text(sorting_found_text);
+    Label1.repaint();
+  }
+  TickGate events(20);
+  sort_after_search(sort_menu_, results_, [&events] {
+    if (events.due(GetTickCount64())) win32::pump_pending();
+  });
+  ListView2.show_all();
+  show_sort_order();
+  Label1.set_text(
+      finished_text(static_cast<std::int64_t>(results_.file_count()), search.files_searched()));
+}
+
+void Form1::post_search_restore() {
+  state_.searching = false;
+  stop_ = false;
+  refresh_commands();
+  SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+}
+
+/// The window may have been minimised meanwhile, or another one be in front.
+void Form1::bring_to_front() {
+  if (!IsWindowVisible(handle())) return;
+  if (IsIconic(handle())) ShowWindow(handle(), SW_RESTORE);
+  SetForegroundWindow(handle());
+}
+
+void Form1::play_end_sound() const {
+  if (!is_checked(ID_MNUSOUNDON)) return;
+  if (has_wave_output_) {
+    win32::play_sound(services_.program_folder + end_sound);
+  } else {
+    win32::beep();
+  }
+}
+
+// The dialogs are made when they are first needed and kept with their values.
+
+frmNarrow& Form1::narrow_prompt() {
+  if (!frmNarrow_) frmNarrow_ = std::make_unique<frmNarrow>(handle(), dialog_cancelled_);
+  return *frmNarrow_;
+}
+
+frmSearchFor& Form1::search_dialog() {
+  if (!frmSearchFor_) frmSearchFor_ = std::make_unique<frmSearchFor>(handle(), dialog_context_);
+  return *frmSearchFor_;
+}
+
+}  // namespace tallowmere

@@ -1,0 +1,106 @@
+#include "app/result_view.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "engine/unicode.h"
+#include "win32/dpi.h"
+#include "win32/text.h"
+
+namespace tallowmere {
+
+namespace {
+
+struct Column {
+  const char* caption;
+  int width;  ///< in pixels at 96 dots per inch; of the last column the least
+  bool right_aligned;
+};
+
+constexpr Column columns[result_columns] = {
+    {"Name", 180, false}, {"Date", 125, false}, {"Size", 85, true}, {"Folder", 160, false}};
+
+constexpr int last_column = result_columns - 1;
+
+std::string folded(std::string_view text) {
+  std::string result;
+  for (std::size_t position = 0; position < text.size();) {
+    append_utf8(result, to_lower(next_code_point(text, position)));
+  }
+  return result;
+}
+
+}  // namespace
+
+int find_by_name(const ResultList& results, std::string_view text, bool whole, int start,
+                 bool wrap) {
+  const int count = static_cast<int>(results.file_count());
+  const std::string wanted = folded(text);
+  start = std::clamp(start, 0, count);
+  const int steps = wrap ? count : count - start;
+  for (int step = 0; step < steps; ++step) {
+    const int row = (start + step) % count;
+    const std::string name = folded(results.record(static_cast<std::size_t>(row)).filename);
+    if (whole ? name == wanted : name.starts_with(wanted)) return row;
+  }
+  return -1;
+}
+
+ResultView::ResultView(HWND window, const ResultList& results, DateFormat format)
+    : ListView(window), results_(results), format_(std::move(format)) {
+  // A header alone flickers less, a double-buffered view not at all.
+  add_styles(LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_INFOTIP | LVS_EX_LABELTIP);
+  for (int i = 0; i < result_columns; ++i) {
+    add_column(i, columns[i].caption, columns[i].right_aligned);
+  }
+}
+
+void ResultView::show_all() const {
+  set_row_count(0, false);  // takes the selection with it
+  set_row_count(static_cast<int>(results_.file_count()), false);
+}
+
+void ResultView::show_more() const {
+  const int count = static_cast<int>(results_.file_count());
+  if (count != row_count()) set_row_count(count, true);
+}
+
+void ResultView::show_order(SortKey key, bool descending) const {
+  const bool natural_ascending = key != SortKey::date && key != SortKey::size;
+  const int column = static_cast<int>(key);
+  set_sort_arrow(column <= last_column ? column : -1, natural_ascending != descending);
+}
+
+void ResultView::set_design_widths(int dpi) const {
+  for (int i = 0; i < last_column; ++i) set_column_width(i, win32::scale(columns[i].width, dpi));
+}
+
+void ResultView::fit_last_column(int dpi) const {
+  RECT area;
+  GetWindowRect(handle(), &area);
+  // Room for the scroll bar is kept even while there is none: no second one appears with it.
+  int width = area.right - area.left - 2 * win32::metrics(SM_CXEDGE, dpi) -
+              win32::metrics(SM_CXVSCROLL, dpi);
+  for (int i = 0; i < last_column; ++i) width -= column_width(i);
+  set_column_width(last_column, std::max(width, win32::scale(columns[last_column].width, dpi)));
+}
+
+void ResultView::LVN_GetDispInfo(NMLVDISPINFOW& request) const {
+  const auto row = static_cast<std::size_t>(request.item.iItem);
+  const int column = request.item.iSubItem;
+  // The view may still ask for rows that a new search has just dropped.
+  if (row >= results_.file_count() || column < 0 || column > last_column) return;
+  const std::string text =
+      row_cell(results_.record(row), static_cast<ResultColumn>(column), format_);
+  win32::answer_text(request, text);
+}
+
+int ResultView::LVN_ODFindItem(const NMLVFINDITEMW& request) const {
+  const UINT flags = request.lvfi.flags;
+  if ((flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || request.lvfi.psz == nullptr) return -1;
+  return find_by_name(results_, win32::narrow(request.lvfi.psz), (flags & LVFI_PARTIAL) == 0,
+                      request.iStart, (flags & LVFI_WRAP) != 0);
+}
+
+}  // namespace tallowmere

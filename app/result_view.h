@@ -1,0 +1,50 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <string_view>
+
+#include "results/result_list.h"
+#include "results/result_sort.h"
+#include "results/row_text.h"
+#include "win32/list_view.h"
+
+namespace tallowmere {
+
+/// `ListView2` as a view of the result list: it holds no rows, it asks for them.
+class ResultView : public win32::ListView {
+ public:
+  /// `window` is an owner-data report view; its form hands on the notifications below.
+  ResultView(HWND window, const ResultList& results, DateFormat format);
+
+  /// Shows the records as they are now, none selected, from the top.
+  void show_all() const;
+  /// Shows the rows found so far and leaves the visible part where it is.
+  void show_more() const;
+  void show_none() const { set_row_count(0, false); }
+
+  /// Header arrow for the sort order; the type has no column.
+  void show_order(SortKey key, bool descending) const;
+
+  /// Sets the widths of the first columns, when the view is made and when the DPI changes.
+  void set_design_widths(int dpi) const;
+  /// Gives the last column what the others leave, when the view is resized.
+  void fit_last_column(int dpi) const;
+
+  void LVN_GetDispInfo(NMLVDISPINFOW& request) const;
+  /// The row that typing ahead leads to; -1 when there is none.
+  int LVN_ODFindItem(const NMLVFINDITEMW& request) const;
+
+ private:
+  const ResultList& results_;
+  DateFormat format_;
+};
+
+/// The first record from `start` (round the end when `wrap`) whose name begins with, or for
+/// `whole` is, `text` without regard to case; -1 when there is none.
+int find_by_name(const ResultList& results, std::string_view text, bool whole, int start,
+                 bool wrap);
+
+}  // namespace tallowmere

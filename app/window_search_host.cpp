@@ -1,0 +1,48 @@
+#include "app/window_search_host.h"
+
+#include <utility>
+
+#include "win32/message_box.h"
+#include "win32/message_loop.h"
+
+namespace tallowmere {
+
+namespace {
+
+constexpr std::uint64_t event_interval_ms = 10;
+constexpr std::uint64_t progress_interval_ms = 250;
+
+}  // namespace
+
+WindowSearchHost::WindowSearchHost(HWND window, ResultList& results, const bool& stop)
+    : window_(window),
+      results_(results),
+      stop_(stop),
+      events_(event_interval_ms),
+      progress_gate_(progress_interval_ms) {}
+
+bool WindowSearchHost::go_on() {
+  const std::uint64_t now = GetTickCount64();
+  if (events_.due(now)) {
+    if (!win32::pump_pending()) quitting_ = true;
+    if (progress_ && progress_gate_.due(now)) progress_();
+  }
+  return !stop_ && !quitting_;
+}
+
+void WindowSearchHost::file_matched(const FoundFile& file) {
+  results_.add_file_row(file.folder, file.name, file.facts);
+}
+
+void WindowSearchHost::read_failed(const std::string& path, const SystemError& error) {
+  win32::message_box(window_, error.text + " - encountered while trying to GET DATA. ",
+                     "Cannot Read " + path, win32::BoxIcon::exclamation);
+}
+
+bool WindowSearchHost::retry_folder(const SystemError& error) {
+  return win32::message_box(window_, error.text + ".", "Cannot Search Folder",
+                            win32::BoxIcon::exclamation,
+                            win32::BoxButtons::retry_cancel) == win32::BoxAnswer::retry;
+}
+
+}  // namespace tallowmere

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+
+#include "app/tick_gate.h"
+#include "engine/file_search.h"
+#include "results/result_list.h"
+
+namespace tallowmere {
+
+/// What a search tells and asks the main window.
+class WindowSearchHost : public SearchHost {
+ public:
+  /// Matches go to `results`. `stop` is set by the window's handlers, from inside go_on().
+  WindowSearchHost(HWND window, ResultList& results, const bool& stop);
+
+  /// `progress` is called a few times a second while the search runs.
+  void set_progress(std::function<void()> progress) { progress_ = std::move(progress); }
+
+  bool go_on() override;
+  void file_matched(const FoundFile& file) override;
+  void read_failed(const std::string& path, const SystemError& error) override;
+  bool retry_folder(const SystemError& error) override;
+
+ private:
+  HWND window_;
+  ResultList& results_;
+  const bool& stop_;
+  std::function<void()> progress_;
+  TickGate events_;  ///< even an empty look at the queue costs more than testing a small file
+  TickGate progress_gate_;
+  bool quitting_ = false;
+};
+
+}  // namespace tallowmere

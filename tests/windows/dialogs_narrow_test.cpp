@@ -1,0 +1,70 @@
+#include "dialogs/frmNarrow.h"
+
+#include "tests/windows/dialogs_support.h"
+
+namespace tallowmere {
+namespace {
+
+class NarrowTest : public testing::Test {
+ protected:
+  bool ask(int list2_index, bool file_selectable, Hand::Step step) {
+    bool accepted = false;
+    hand.work([&] { accepted = form.ask(kind, list2_index, file_selectable); }, {std::move(step)});
+    EXPECT_EQ(cancelled, !accepted);
+    return accepted;
+  }
+
+  Hand hand;
+  bool cancelled = false;
+  SearchKind kind = SearchKind::list_search;
+  frmNarrow form{hand.window(), cancelled};
+};
+
+TEST_F(NarrowTest, ShowsTheAnswersAndKeepsTheChoice) {
+  EXPECT_TRUE(ask(0, true, [&] {
+    EXPECT_EQ(win32::Control(form.handle()).text(), "Narrow Search?");
+    EXPECT_EQ(form.Label1[0].text(), "No, start new search.");
+    EXPECT_EQ(form.Label1[1].text(), "Yes, search all matched files.");
+    EXPECT_EQ(form.Label1[2].text(), "Yes, search file being viewed.");
+    EXPECT_TRUE(form.Option1[1].selected() && form.Option1[1].has_focus());
+    SendMessageW(form.Label1[2].handle(), WM_LBUTTONDOWN, MK_LBUTTON, 0);
+    EXPECT_TRUE(form.Option1[2].selected());
+    EXPECT_FALSE(form.Option1[1].selected());
+    press(form.Option1[2], VK_RETURN);
+  }));
+  EXPECT_EQ(kind, SearchKind::file_search);
+  EXPECT_FALSE(ask(3, true, [&] {
+    EXPECT_EQ(form.Label1[2].text(), "Yes, search the selected file.");
+    EXPECT_TRUE(form.Option1[2].selected());
+    form.Option1[0].focus();
+    form.Option1[0].click();
+    press(form.Option1[0], VK_ESCAPE);
+  }));
+  EXPECT_EQ(kind, SearchKind::file_search);
+  // The button that had the focus last does not win over the choice asked for.
+  kind = SearchKind::list_search;
+  EXPECT_TRUE(ask(3, true, [&] { form.Command1.click(); }));
+  EXPECT_EQ(kind, SearchKind::list_search);
+}
+
+TEST_F(NarrowTest, ADoubleClickAcceptsAtOnce) {
+  EXPECT_TRUE(ask(1, true,
+                  [&] { SendMessageW(form.Label1[0].handle(), WM_LBUTTONDBLCLK, MK_LBUTTON, 0); }));
+  EXPECT_EQ(kind, SearchKind::new_search);
+  EXPECT_TRUE(ask(1, true, [&] {
+    SendMessageW(form.Option1[1].handle(), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(5, 5));
+  }));
+  EXPECT_EQ(kind, SearchKind::list_search);
+}
+
+TEST_F(NarrowTest, WithoutASelectedFileThereIsNoFileSearch) {
+  kind = SearchKind::file_search;
+  EXPECT_TRUE(ask(-1, false, [&] {
+    EXPECT_FALSE(form.Option1[2].enabled());
+    form.Command1.click();
+  }));
+  EXPECT_EQ(kind, SearchKind::new_search);
+}
+
+}  // namespace
+}  // namespace tallowmere

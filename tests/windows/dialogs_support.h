@@ -1,0 +1,168 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "dialogs/dialog_context.h"
+#include "tests/support/memory_files.h"
+#include "win32/controls.h"
+#include "win32/text.h"
+
+namespace tallowmere {
+
+/// Folders in memory, by path with its final separator. The others cannot be listed.
+class FakeFolders : public FileSystem {
+ public:
+  std::map<std::string, std::vector<std::string>> folders;
+
+  std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,
+                                         const std::function<bool()>&) override {
+    const auto found = folders.find(folder);
+    if (found == folders.end()) return SystemError{21, "The device is not ready"};
+    for (const std::string& name : found->second) listing.add_folder(name);
+    return std::nullopt;
+  }
+  std::optional<SystemError> open(const std::string&, std::string_view) override {
+    return SystemError{};
+  }
+  std::optional<SystemError> read(unsigned char*, std::size_t, std::size_t&) override {
+    return SystemError{};
+  }
+  void close() override {}
+  std::optional<SystemError> facts(const std::string&, std::string_view, FileFacts&) override {
+    return SystemError{};
+  }
+};
+
+/// The window that owns the dialogs, and a hand that works them while they are shown: one step
+/// every few milliseconds, also while a message box is open. Ends what is still open afterwards.
+class Hand {
+ public:
+  using Step = std::function<void()>;
+
+  Hand() {
+    WNDCLASSW window_class{};
+    window_class.lpfnWndProc = &Hand::window_proc;
+    window_class.hInstance = GetModuleHandleW(nullptr);
+    window_class.lpszClassName = L"DialogTestOwner";
+    RegisterClassW(&window_class);
+    window_ = CreateWindowW(window_class.lpszClassName, L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+                            200, 100, 800, 600, nullptr, nullptr, window_class.hInstance, nullptr);
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  }
+  ~Hand() { DestroyWindow(window_); }
+  Hand(const Hand&) = delete;
+  Hand& operator=(const Hand&) = delete;
+
+  HWND window() const { return window_; }
+
+  /// Runs `show`, which returns when its dialog closes, and the steps meanwhile.
+  void work(const Step& show, std::initializer_list<Step> steps) {
+    steps_.assign(steps);
+    idle_ticks_ = 0;
+    SetTimer(window_, 1, 15, nullptr);
+    show();
+    KillTimer(window_, 1);
+    EXPECT_TRUE(steps_.empty()) << "the dialog closed before the last step";
+    EXPECT_TRUE(IsWindowEnabled(window_));
+  }
+
+ private:
+  static LRESULT CALLBACK window_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    auto* hand = reinterpret_cast<Hand*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (message == WM_TIMER && hand != nullptr) {
+      hand->next();
+      return 0;
+    }
+    return DefWindowProcW(window, message, wparam, lparam);
+  }
+
+  void next() {
+    if (!steps_.empty()) {
+      const Step step = std::move(steps_.front());
+      steps_.pop_front();
+      step();
+    } else if (++idle_ticks_ % 100 == 0) {
+      ADD_FAILURE() << "a dialog stayed open after the last step";
+      EnumThreadWindows(GetCurrentThreadId(), &Hand::cancel, 0);
+    }
+  }
+
+  static BOOL CALLBACK cancel(HWND window, LPARAM) {
+    if (IsWindowVisible(window)) PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
+    return TRUE;
+  }
+
+  HWND window_ = nullptr;
+  std::deque<Step> steps_;
+  int idle_ticks_ = 0;
+};
+
+/// Everything a dialog needs, with a search to change.
+struct DialogWorld {
+  DialogWorld() { clock.day = {2024, 2, 29}; }
+
+  Hand hand;
+  SearchCriteria search;
+  FakeFolders files;
+  FixedClock clock;
+  bool cancelled = false;
+  std::map<std::string, std::string> descriptions{{"txt", "Text Document"}};
+
+  DialogContext context() {
+    return {search,
+            files,
+            clock,
+            [](const Date& date) {
+              return std::to_string(date.day) + "." + std::to_string(date.month) + "." +
+                     std::to_string(date.year);
+            },
+            [this](std::string_view extension) { return descriptions[std::string(extension)]; },
+            "C:\\Programs\\",
+            cancelled};
+  }
+};
+
+/// As if the key went down and up while `control` has the focus.
+inline void press(const win32::Control& control, WPARAM key) {
+  PostMessageW(control.handle(), WM_KEYDOWN, key, 1);
+  PostMessageW(control.handle(), WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
+}
+
+inline void type(const win32::Control& control, std::string_view text) {
+  for (const wchar_t unit : win32::wide(text)) SendMessageW(control.handle(), WM_CHAR, unit, 1);
+}
+
+/// Pops the open message box's text and closes it by OK; empty when there is none of this title.
+inline std::string answer_box(const wchar_t* title) {
+  const HWND box = FindWindowW(L"#32770", title);
+  if (box == nullptr) return {};
+  constexpr int text_id = 0xFFFF;
+  const std::string text = win32::Control(GetDlgItem(box, text_id)).text();
+  PostMessageW(box, WM_COMMAND, IDOK, 0);
+  return text;
+}
+
+/// The numbers of the controls that Tab visits, from `first` round to it again.
+inline std::vector<int> tab_order(HWND form, HWND first) {
+  std::vector<int> ids;
+  HWND control = first;
+  do {
+    ids.push_back(GetDlgCtrlID(control));
+    control = GetNextDlgTabItem(form, control, FALSE);
+  } while (control != first && ids.size() < 100);
+  return ids;
+}
+
+}  // namespace tallowmere

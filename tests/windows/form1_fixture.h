@@ -1,0 +1,128 @@
+#pragma once
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <thread>
+#include <utility>
+
+#include "app/Form1.h"
+#include "app/resource.h"
+#include "shell/settings_store.h"
+#include "tests/support/memory_files.h"
+#include "win32/message_loop.h"
+#include "win32/text.h"
+
+namespace tallowmere {
+
+/// Another thread that plays the user: waits for a window of this process to be visible and acts on
+/// it. The destructor waits for it to be done.
+class User {
+ public:
+  User(std::string caption, std::function<void(HWND)> act)
+      : thread_([this, caption = win32::wide(caption), act = std::move(act)] {
+          for (int tries = 0; tries < 500; ++tries, Sleep(10)) {
+            const HWND window = FindWindowW(nullptr, caption.c_str());
+            if (window == nullptr || !IsWindowVisible(window)) continue;
+            act(window);
+            found_ = true;
+            return;
+          }
+        }) {}
+  ~User() {
+    thread_.join();
+    EXPECT_TRUE(found_) << "the window has never come";
+  }
+
+ private:
+  bool found_ = false;
+  std::thread thread_;
+};
+
+inline std::string control_text(HWND form, int id) {
+  return win32::Control(GetDlgItem(form, id)).text();
+}
+
+constexpr int message_box_text_id = 0xFFFF;
+
+/// Half a second later at each look.
+class TickingClock : public Clock {
+ public:
+  double seconds_since_midnight() const override { return seconds_ += 0.5; }
+  Date today() const override { return {2024, 5, 17}; }
+  DateTime to_local(Ticks moment) const override {
+    const std::int64_t seconds = moment / ticks_per_second;
+    const int minutes = static_cast<int>(seconds % 86400 / 60);
+    return {add_days({1601, 1, 1}, seconds / 86400), minutes / 60, minutes % 60, 0};
+  }
+  Ticks start_of_day(const Date& day) const override {
+    return (days_from_epoch(day) - days_from_epoch({1601, 1, 1})) * 86400 * ticks_per_second;
+  }
+
+ private:
+  mutable double seconds_ = 1000;
+};
+
+/// The real main window, hidden, over files in memory.
+class Form1Test : public testing::Test {
+ protected:
+  static constexpr Ticks minute = 60 * ticks_per_second;
+
+  Form1& open() {
+    settings.save_setting("path", "C:\\docs\\");
+    settings.save_setting("checked", "YNNNNNNYNNYNNNNNYYN");  // all files, by name, no sound
+    form = std::make_unique<Form1>(
+        Form1::Services{search, settings, files, clock, page, "C:\\program\\"});
+    return *form;
+  }
+
+  ~Form1Test() override {
+    form.reset();
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    }
+  }
+
+  void run(SearchKind kind, const std::string& criteria) {
+    CriteriaInput input;
+    input.criteria = criteria;
+    form->run_search(kind, input);
+  }
+
+  /// As if the user chose it, but served at once.
+  void choose(int command) { SendMessageW(form->handle(), WM_COMMAND, MAKEWPARAM(command, 0), 0); }
+
+  std::string cell(int row, int column) const {
+    wchar_t text[300] = L"";
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = text;
+    item.cchTextMax = 300;
+    SendMessageW(form->ListView2.handle(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
+                 reinterpret_cast<LPARAM>(&item));
+    return win32::narrow(text);
+  }
+
+  /// The list's first column, one name after the other.
+  std::string names() const {
+    std::string all;
+    for (int row = 0; row < form->ListView2.row_count(); ++row) all += cell(row, 0) + " ";
+    return all;
+  }
+
+  bool entry_enabled(int id) const { return win32::entry_enabled(GetMenu(form->handle()), id); }
+  bool entry_checked(int id) const { return win32::entry_checked(GetMenu(form->handle()), id); }
+
+  MemoryFiles files;
+  TickingClock clock;
+  MemorySettings settings;
+  SearchCriteria search;
+  CodePage page = CodePage::windows_1252();
+  std::unique_ptr<Form1> form;
+};
+
+}  // namespace tallowmere

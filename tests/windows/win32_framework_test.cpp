@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "app/resource.h"
+#include "dialogs/resource.h"
+#include "win32/controls.h"
+#include "win32/dialog_template.h"
+#include "win32/fonts.h"
+#include "win32/form.h"
+#include "win32/message_loop.h"
+#include "win32/text.h"
+#include "win32/user_locale.h"
+
+namespace tallowmere::win32 {
+namespace {
+
+std::span<const std::byte> resource(int id) {
+  const HRSRC found = FindResourceW(nullptr, MAKEINTRESOURCEW(id), RT_DIALOG);
+  return {static_cast<const std::byte*>(LockResource(LoadResource(nullptr, found))),
+          SizeofResource(nullptr, found)};
+}
+
+bool holds(const std::vector<std::byte>& bytes, const std::wstring& text) {
+  const std::string_view all(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  const std::string_view part(reinterpret_cast<const char*>(text.data()),
+                              text.size() * sizeof(wchar_t));
+  return all.find(part) != std::string_view::npos;
+}
+
+TEST(DialogTemplate, TakesAnotherFontAndKeepsItsControls) {
+  for (const int id : {IDD_FORM1, IDD_NARROW, IDD_SEARCH_FOR}) {
+    for (const wchar_t* face : {L"A", L"An odd face", L"A rather long name of a face"}) {
+      const std::vector<std::byte> changed = with_font(resource(id), {face, 13});
+      ASSERT_FALSE(changed.empty());
+      EXPECT_TRUE(holds(changed, face));
+      EXPECT_FALSE(holds(changed, L"MS Shell Dlg"));
+      const HWND dialog = CreateDialogIndirectParamW(
+          GetModuleHandleW(nullptr), reinterpret_cast<const DLGTEMPLATE*>(changed.data()),
+          GetDesktopWindow(), nullptr, 0);
+      if (id == IDD_NARROW) {
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(Control(GetDlgItem(dialog, IDOK)).text(), "OK");
+      }
+      if (dialog != nullptr) DestroyWindow(dialog);
+    }
+  }
+}
+
+TEST(DialogTemplate, CutShortIsRefused) {
+  const std::span<const std::byte> whole = resource(IDD_NARROW);
+  for (std::size_t length = 0; length < 60; ++length) {
+    const std::vector<std::byte> copy = with_font(whole.first(length), {L"Face", 9});
+    EXPECT_TRUE(copy.empty() || copy.size() == length) << length;
+  }
+}
+
+/// A dialog of the program without its code.
+class PlainForm : public Form {
+ public:
+  explicit PlainForm(HWND owner) : Form(IDD_NARROW, owner) {
+    clicked(IDOK, [this] {
+      ++accepted;
+      hide();
+    });
+  }
+  int accepted = 0;
+  int helps = 0;
+
+ protected:
+  void on_shown() override { PostMessageW(handle(), WM_COMMAND, IDOK, 0); }
+  void on_help() override { ++helps; }
+};
+
+TEST(Form, IsShownModallyAgainAndAgain) {
+  PlainForm owner(nullptr);
+  PlainForm form(owner.handle());
+  EXPECT_EQ(Form::from(form.handle()), &form);
+  EXPECT_FALSE(IsWindowVisible(form.handle()));
+  CheckDlgButton(form.handle(), IDC_NARROW_OPTION + 1, BST_CHECKED);
+  for (int round = 1; round <= 3; ++round) {
+    form.show_modal(owner.handle());
+    EXPECT_EQ(form.accepted, round);
+    EXPECT_FALSE(IsWindowVisible(form.handle()));
+    EXPECT_TRUE(IsWindowEnabled(owner.handle()));
+  }
+  EXPECT_EQ(IsDlgButtonChecked(form.handle(), IDC_NARROW_OPTION + 1), BST_CHECKED);
+}
+
+TEST(Form, HelpAndAcceleratorsReachTheirHandlers) {
+  PlainForm form(nullptr);
+  SendMessageW(form.handle(), WM_COMMAND, MAKEWPARAM(IDOK, 1), 0);
+  EXPECT_EQ(form.accepted, 1);
+  HELPINFO help{};
+  help.cbSize = sizeof help;
+  SendMessageW(form.handle(), WM_HELP, 0, reinterpret_cast<LPARAM>(&help));
+  EXPECT_EQ(form.helps, 1);
+}
+
+TEST(Form, TheProgramsEndEndsAModalForm) {
+  PlainForm owner(nullptr);
+  PlainForm form(owner.handle());
+  PostQuitMessage(7);
+  form.show_modal(owner.handle());
+  EXPECT_TRUE(IsWindowEnabled(owner.handle()));
+  MSG message;
+  ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+  EXPECT_EQ(message.wParam, 7u);
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+  }
+}
+
+HWND make_control(const wchar_t* window_class, DWORD style) {
+  return CreateWindowExW(0, window_class, L"", WS_POPUP | style, 0, 0, 100, 100, nullptr, nullptr,
+                         GetModuleHandleW(nullptr), nullptr);
+}
+
+TEST(Controls, CarryTextsOfAnyLengthAndScript) {
+  const Label label(make_control(L"STATIC", SS_NOPREFIX));
+  std::string text;
+  for (int i = 0; i < 40'000; ++i) text += "é中😀x";
+  label.set_text(text);
+  EXPECT_EQ(label.text(), text);
+  label.set_text("");
+  EXPECT_EQ(label.text(), "");
+  DestroyWindow(label.handle());
+}
+
+TEST(Controls, TheSelectionIsReplaced) {
+  const TextBox box(make_control(L"EDIT", ES_AUTOHSCROLL));
+  box.set_text("big réd dog");
+  box.select(4, 7);
+  EXPECT_EQ(box.selection_start(), 4);
+  EXPECT_EQ(box.selection_length(), 3);
+  box.replace_selection("blue");
+  EXPECT_EQ(box.text(), "big blue dog");
+  EXPECT_EQ(box.selection_start(), 8);
+  EXPECT_EQ(box.selection_length(), 0);
+  DestroyWindow(box.handle());
+}
+
+TEST(Controls, ListsKnowTheirRows) {
+  const ListBox list(make_control(L"LISTBOX", LBS_HASSTRINGS));
+  const ComboBox combo(make_control(L"COMBOBOX", CBS_DROPDOWNLIST));
+  for (const char* row : {"one", "", "zwölf"}) {
+    list.add(row);
+    combo.add(row);
+  }
+  list.select(2);
+  combo.select(0);
+  EXPECT_EQ(list.row_text(list.selected()), "zwölf");
+  EXPECT_EQ(list.row_text(1), "");
+  EXPECT_EQ(list.row_text(9), "");
+  EXPECT_EQ(combo.row_text(combo.selected()), "one");
+  EXPECT_EQ(combo.row_text(-1), "");
+  DestroyWindow(list.handle());
+  DestroyWindow(combo.handle());
+}
+
+TEST(Fonts, AbsurdFontsAreRefused) {
+  EXPECT_TRUE(Font("Courier New", 10.5, 96));
+  EXPECT_FALSE(Font("", 10, 96));
+  EXPECT_FALSE(Font(std::string(40, 'f'), 10, 96));
+  EXPECT_FALSE(Font("Courier New", 0, 96));
+  EXPECT_FALSE(Font("Courier New", 1e300, 96));
+}
+
+TEST(UserLocale, ShortDatesAreReadBackInTheirOrder) {
+  Date read;
+  ASSERT_TRUE(lenient_date(short_date({2023, 11, 4}), short_date_order(), read));
+  EXPECT_EQ(read, (Date{2023, 11, 4}));
+  EXPECT_EQ(short_date({1, 1, 1}), "") << "the system writes no dates before 1601";
+}
+
+}  // namespace
+}  // namespace tallowmere::win32
