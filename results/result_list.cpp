@@ -21,7 +21,9 @@ void ResultList::add_file_row(FileRecord record) {
 
 void ResultList::add_file_row(std::string_view folder, std::string_view name,
                               const FileFacts& facts) {
-  add_file_row(FileRecord{std::string(name), facts.modified, std::string(folder), facts.size});
+  // Files written within one second, as by one copying, are of one date: their names order them.
+  const Ticks second = facts.modified - facts.modified % ticks_per_second;
+  add_file_row(FileRecord{std::string(name), second, std::string(folder), facts.size});
 }
 
 void ResultList::add_file_row(std::string_view path, const FileFacts& facts) {

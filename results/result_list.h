@@ -14,7 +14,7 @@ namespace tallowmere {
 /// One file that matched.
 struct FileRecord {
   std::string filename;  ///< without its folder
-  Ticks filedate = 0;    ///< last modification; 0 when it could not be read
+  Ticks filedate = 0;    ///< last modification, in whole seconds; 0 when it could not be read
   std::string filepath;  ///< the folder, ending with the separator
   std::int64_t filesize = 0;
   bool operator==(const FileRecord&) const = default;

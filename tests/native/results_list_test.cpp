@@ -32,10 +32,11 @@ TEST(ResultList, FillDropsEqualNeighboursAndLowersBothCounters) {
 
 TEST(ResultList, SplitsAndFindsPaths) {
   ResultList list;
-  list.add_file_row("x" + sep + "y" + sep + "Notes.v2.txt", FileFacts{3, 4});
+  list.add_file_row("x" + sep + "y" + sep + "Notes.v2.txt", FileFacts{3 * ticks_per_second + 5, 4});
   list.add_file_row(sep + "plain", FileFacts{});
   list.add_file_row("no folder", FileFacts{});
-  EXPECT_EQ(list.record(0), (FileRecord{"Notes.v2.txt", 3, "x" + sep + "y" + sep, 4}));
+  EXPECT_EQ(list.record(0),
+            (FileRecord{"Notes.v2.txt", 3 * ticks_per_second, "x" + sep + "y" + sep, 4}));
   EXPECT_EQ(list.record(2).filepath, "");
   EXPECT_EQ(list.list2_extension(0), "txt");
   EXPECT_EQ(list.list2_extension(1), "");
