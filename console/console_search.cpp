@@ -1,9 +1,13 @@
 #include "console/console_search.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <cstring>
+#include <new>
 #include <optional>
+#include <unordered_set>
 
 #include "engine/file_search.h"
 #include "results/result_list.h"
@@ -19,6 +23,9 @@ using SteadyClock = std::chrono::steady_clock;
 /// true for a reader without a system call for every match.
 constexpr auto longest_wait = std::chrono::milliseconds(50);
 constexpr std::size_t buffer_size = 1 << 15;
+
+/// What editors of Windows begin a UTF-8 text with.
+constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
 /// Standard output, buffered for a moment.
 class MatchPrinter {
@@ -108,9 +115,7 @@ class ConsoleHost : public SearchHost {
       folder_ = file.folder;
       names_.clear();
     }
-    if (std::find(names_.begin(), names_.end(), file.name) != names_.end()) return true;
-    names_.emplace_back(file.name);
-    return false;
+    return !names_.emplace(file.name).second;
   }
 
   const Options& options_;
@@ -120,7 +125,7 @@ class ConsoleHost : public SearchHost {
   std::int64_t matched_ = 0;
   std::optional<SystemError> folder_error_;
   std::string folder_;
-  std::vector<std::string> names_;
+  std::unordered_set<std::string> names_;  ///< told already, of this folder
 };
 
 /// Where a path's name begins.
@@ -129,32 +134,45 @@ std::size_t name_start(const std::string& path) {
   return path.find_last_of(separators) + 1;
 }
 
+std::optional<SystemError> read_standard_input(Surroundings& around, std::string& text) {
+  char block[4096];
+  while (const std::size_t got = std::fread(block, 1, sizeof block, stdin)) {
+    text.append(block, got);
+  }
+  const int code = errno;
+  if (!std::ferror(stdin) || around.interrupted()) return std::nullopt;
+  return SystemError{code, std::strerror(code)};
+}
+
+std::optional<SystemError> read_file(const std::string& path, Surroundings& around,
+                                     std::string& text) {
+  const std::size_t name = name_start(path);
+  auto failure = around.files.open(path.substr(0, name), path.substr(name));
+  for (std::size_t got = 1; got > 0 && !failure;) {
+    unsigned char block[4096];
+    failure = around.files.read(block, sizeof block, got);
+    text.append(reinterpret_cast<const char*>(block), got);
+  }
+  around.files.close();
+  return failure;
+}
+
 /// The lines of a text file or of standard input; nothing when it cannot be read.
 std::optional<std::vector<std::string>> read_lines(const std::string& path, Surroundings& around,
                                                    SystemError& error) {
   std::string text;
-  if (path == "-") {
-    char block[4096];
-    while (const std::size_t got = std::fread(block, 1, sizeof block, stdin)) {
-      text.append(block, got);
-    }
-  } else {
-    const std::size_t name = name_start(path);
-    auto failure = around.files.open(path.substr(0, name), path.substr(name));
-    for (std::size_t got = 1; got > 0 && !failure;) {
-      unsigned char block[4096];
-      failure = around.files.read(block, sizeof block, got);
-      text.append(reinterpret_cast<const char*>(block), got);
-    }
-    around.files.close();
-    if (failure) {
-      error = *failure;
-      return std::nullopt;
-    }
+  const auto failure =
+      path == "-" ? read_standard_input(around, text) : read_file(path, around, text);
+  if (failure) {
+    error = *failure;
+    return std::nullopt;
   }
   std::vector<std::string> lines;
-  for (std::size_t start = 0; start < text.size();) {
-    const std::size_t end = std::min(text.find('\n', start), text.size());
+  // Zero bytes end the paths of a list as --null writes it.
+  const char line_end = text.find('\0') == std::string::npos ? '\n' : '\0';
+  std::size_t start = text.starts_with(byte_order_mark) ? byte_order_mark.size() : 0;
+  while (start < text.size()) {
+    const std::size_t end = std::min(text.find(line_end, start), text.size());
     std::string line = text.substr(start, end - start);
     if (path_separator == '\\' && line.ends_with('\r')) line.pop_back();
     if (!line.empty()) lines.push_back(std::move(line));
@@ -230,7 +248,11 @@ int run(const std::vector<std::string>& arguments, Surroundings& around) {
     around.out(options.help ? help_text() : "tallowmere-find 2.1\n");
     return exit_matched;
   }
-  return search(options, around);
+  try {
+    return search(options, around);
+  } catch (const std::bad_alloc&) {
+    return trouble("out of memory", around);
+  }
 }
 
 }  // namespace tallowmere::console

@@ -21,6 +21,8 @@ extern "C" void ask_interrupt(int) {
 void watch_signals() {
   struct sigaction action {};
   action.sa_handler = ask_interrupt;
+  // A second one ends the program at once, whatever it is waiting for.
+  action.sa_flags = SA_RESETHAND;
   sigaction(SIGINT, &action, nullptr);
   sigaction(SIGTERM, &action, nullptr);
   // A closed pipe is then told by write() itself.

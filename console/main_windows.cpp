@@ -22,6 +22,11 @@ BOOL WINAPI ask_interrupt(DWORD kind) {
   return TRUE;
 }
 
+/// The reader has gone: how the system, or Wine, says so.
+bool is_closed_pipe(DWORD error) {
+  return error == ERROR_BROKEN_PIPE || error == ERROR_NO_DATA || error == ERROR_PIPE_NOT_CONNECTED;
+}
+
 /// A console takes UTF-16, a file or a pipe gets UTF-8.
 tallowmere::console::Written write_all(DWORD which, std::string_view text) {
   using tallowmere::console::Written;
@@ -36,8 +41,7 @@ tallowmere::console::Written write_all(DWORD which, std::string_view text) {
   }
   while (!text.empty()) {
     if (!WriteFile(handle, text.data(), static_cast<DWORD>(text.size()), &count, nullptr)) {
-      const DWORD code = GetLastError();
-      return code == ERROR_BROKEN_PIPE || code == ERROR_NO_DATA ? Written::closed : Written::failed;
+      return is_closed_pipe(GetLastError()) ? Written::closed : Written::failed;
     }
     text.remove_prefix(count);
   }

@@ -141,6 +141,7 @@ class Parser {
     } else if (name_ == "--list") {
       options_.from_list = true;
       options_.list_file = value();
+      if (options_.list_file.empty()) fail("--list takes a file, or - for standard input");
     } else {
       return false;
     }
@@ -275,8 +276,9 @@ Where to search
   --files PATTERN               extension, such as txt or w??; may be repeated up
                                 to 6 times (default: all files)
   --no-subfolders               FOLDER alone
-  --list FILE                   the files named in FILE, one a line, instead of a
-                                folder ("-": standard input)
+  --list FILE                   the files named in FILE, one a line or each ended
+                                by a zero byte, instead of a folder ("-": standard
+                                input)
   --between FROM TO             only files of these days, as YYYY-MM-DD
   --year Y  --month M/Y         only files of that year or month
   --past-days N                 only files of the past N days (0: today)

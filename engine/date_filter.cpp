@@ -1,8 +1,18 @@
 #include "engine/date_filter.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace tallowmere {
+
+namespace {
+
+/// Settings may hold any number. The years that no file has, such as 0, remain such years.
+int representable_year(int year) {
+  return std::clamp(year, 0, 99999);
+}
+
+}  // namespace
 
 DateFilter::DateFilter(const SearchCriteria& search, const Clock& clock) {
   const auto span = [this, &clock](const Date& first, const Date& behind) {
@@ -16,13 +26,17 @@ DateFilter::DateFilter(const SearchCriteria& search, const Clock& clock) {
     case between_dates:
       span(search.from_date, add_days(search.to_date, 1));
       break;
-    case specific_year:
-      span({search.s_year, 1, 1}, {search.s_year + 1, 1, 1});
+    case specific_year: {
+      const int year = representable_year(search.s_year);
+      span({year, 1, 1}, {year + 1, 1, 1});
       break;
+    }
     case specific_month: {
+      if (search.s_month < 1 || search.s_month > 12) break;
+      const int year = representable_year(search.s_month_year);
       const bool december = search.s_month == 12;
-      span({search.s_month_year, search.s_month, 1},
-           {search.s_month_year + (december ? 1 : 0), december ? 1 : search.s_month + 1, 1});
+      span({year, search.s_month, 1},
+           {year + (december ? 1 : 0), december ? 1 : search.s_month + 1, 1});
       break;
     }
     case previous_days:

@@ -6,11 +6,20 @@
 
 namespace tallowmere {
 
+namespace {
+
+constexpr std::size_t cache_line = 64;
+
+}  // namespace
+
 FileChunks::FileChunks(std::size_t lookback, std::size_t lookahead)
     : lookback_(lookback),
       lookahead_(std::max<std::size_t>(lookahead, 1)),
-      buffer_(lookback_ + chunk_size + lookahead_),
-      base_(buffer_.data() + lookback_) {}
+      buffer_(lookback_ + cache_line + chunk_size + lookahead_) {
+  // Chunks that begin a cache line are searched a few percent faster.
+  const auto earliest = reinterpret_cast<std::uintptr_t>(buffer_.data()) + lookback_;
+  base_ = buffer_.data() + lookback_ + (cache_line - earliest % cache_line) % cache_line;
+}
 
 std::optional<SystemError> FileChunks::first(FileSystem& files) {
   number_ = 0;

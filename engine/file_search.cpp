@@ -92,11 +92,8 @@ void FileSearch::search_slot(const std::string& folder, const std::string& patte
   for (std::size_t row = 0; row < listing_.file_count(); ++row) {
     if (!fits_file_type(listing_.file(row).name, pattern)) continue;
     if (!keep_going()) return;
-    const bool matches = test_listed_file(folder, row);
-    // A file that Stop broke off was not searched to its end.
-    if (stopped_) return;
     ++files_searched_;
-    if (!matches) continue;
+    if (!test_listed_file(folder, row)) continue;
     FolderListing::File file = listing_.file(row);
     if (!file.facts_known) files_.facts(folder, file.name, file.facts);
     ++files_matched_;

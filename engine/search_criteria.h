@@ -25,7 +25,8 @@ enum DateSearch : int {
   previous_days = 4
 };
 
-inline constexpr int file_type_slots = 7;  ///< slot 0 is "All Files", 1 to 6 are the user's
+inline constexpr int criteria_limit = 32767;  ///< characters that can be typed or stored
+inline constexpr int file_type_slots = 7;     ///< slot 0 is "All Files", 1 to 6 are the user's
 
 /// The one record of the current search: what the dialogs edit, the settings keep and the engine
 /// reads. Owned by the program's entry point and passed by reference.
@@ -79,7 +80,7 @@ struct CriteriaInput {
 };
 
 /// Takes the dialogs' values over into `search` and splits the criteria into terms. Called once at
-/// the start of each run. The trimmed text in `search.criteria` is to be put back into the dialog.
+/// the start of each run. The dialog shows the trimmed text in `search.criteria` the next time.
 void load_search_criteria(SearchCriteria& search, const CriteriaInput& input, const CodePage& page);
 
 }  // namespace tallowmere

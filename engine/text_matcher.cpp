@@ -6,6 +6,9 @@ namespace tallowmere {
 
 namespace {
 
+/// Looks for a term between two questions of whether to go on: some milliseconds at most.
+constexpr int looks_between_questions = 64;
+
 bool is_word_byte(std::size_t byte) {
   return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte >= 192;
 }
@@ -31,7 +34,7 @@ TextMatcher::TextMatcher(const SearchCriteria& search, const CodePage& page, Ker
     : search_(search),
       chunks_(wanted_lookback(search), wanted_lookahead(search)),
       found_(search.terms.size()),
-      next_raw_(search.terms.size()) {
+      next_(search.terms.size()) {
   const auto* lower = search.ignore_case ? &page.lower_table() : nullptr;
   if (search.search_type == search_phrase) {
     std::string phrase = search.phrase.bytes;
@@ -73,17 +76,27 @@ MatchOutcome TextMatcher::match_open_file(FileSystem& files, const std::function
   if (search_.max_term_len == 0) return MatchOutcome::match;
   std::fill(found_.begin(), found_.end(), false);
   carry_ = 0;
+  go_on_ = &go_on;
+  stopped_ = false;
   auto failure = chunks_.first(files);
   while (true) {
     if (failure) {
       error = *failure;
       return MatchOutcome::failed;
     }
+    looks_ = 0;
     if (match_chunk()) return MatchOutcome::match;
+    if (stopped_) return MatchOutcome::stopped;
     if (!chunks_.more()) return MatchOutcome::no_match;
     if (!go_on()) return MatchOutcome::stopped;
     failure = chunks_.next(files);
   }
+}
+
+// A chunk is searched in no time, unless there are thousands of terms.
+bool TextMatcher::interrupted() {
+  if (!stopped_ && ++looks_ % looks_between_questions == 0) stopped_ = !(*go_on_)();
+  return stopped_;
 }
 
 bool TextMatcher::match_chunk() {
@@ -102,7 +115,7 @@ bool TextMatcher::match_chunk() {
 bool TextMatcher::match_all_terms() {
   for (std::size_t term = 0; term < found_.size(); ++term) {
     if (found_[term]) continue;
-    if (!match_term_in_chunk(term)) return false;
+    if (interrupted() || !match_term_in_chunk(term)) return false;
     found_[term] = true;
   }
   return true;
@@ -113,14 +126,15 @@ bool TextMatcher::match_any_term() {
   if (in_chunk == MultiPattern::Outcome::found) return true;
   const bool one_by_one = in_chunk == MultiPattern::Outcome::too_costly;
   for (std::size_t term = 0; term < found_.size(); ++term) {
+    if (interrupted()) return false;
     if (one_by_one ? match_term_in_chunk(term) : match_term_at_boundary(term)) return true;
   }
   return false;
 }
 
-MultiPattern::Outcome TextMatcher::find_any_term() const {
+MultiPattern::Outcome TextMatcher::find_any_term() {
   if (passes_.empty()) return MultiPattern::Outcome::too_costly;
-  for (std::size_t pass = 0; pass < passes_.size(); ++pass) {
+  for (std::size_t pass = 0; pass < passes_.size() && !interrupted(); ++pass) {
     const auto accept = [&](std::size_t index, const Byte* at) {
       const std::size_t term = passes_terms_[pass * MultiPattern::most + index];
       return !search_.whole_word[term] || !not_whole_word_in_file(at, patterns_[term].length());
@@ -182,7 +196,7 @@ bool TextMatcher::match_phrase_in_chunk() {
 
 bool TextMatcher::match_near_in_chunk() {
   if (!search_.representable[0]) return false;
-  std::fill(next_raw_.begin(), next_raw_.end(), nullptr);
+  std::fill(next_.begin(), next_.end(), nullptr);
   const std::size_t length = patterns_[0].length();
   const bool whole = search_.whole_word[0];
 
@@ -195,15 +209,17 @@ bool TextMatcher::match_near_in_chunk() {
   }
 
   if (carry_ > 0) {
-    std::fill(next_raw_.begin(), next_raw_.end(), nullptr);
+    std::fill(next_.begin(), next_.end(), nullptr);
     const Text boundary = term_boundary(carry_, length);
     OccurrenceScan at_boundary(patterns_[0], boundary.begin + 1, boundary.end - 1);
     const auto whole_at_boundary = [&](const Byte* at) {
       return !whole || !not_whole_word_in_text(boundary, at, length);
     };
+    // The window of an anchor at a seam stands one byte further right than elsewhere, but further
+    // left where the anchor is longer than the chunk that it began in.
+    const auto shift = 1 - static_cast<std::ptrdiff_t>(length - carry_);
     while (const Byte* anchor = at_boundary.next(whole_at_boundary)) {
-      // The window of an anchor at a seam stands one byte further right than elsewhere.
-      if (anchor_passes(anchor + 1)) return true;
+      if (anchor_passes(anchor + shift)) return true;
     }
   }
   carry_ = std::min(length, chunks_.size());
@@ -224,7 +240,8 @@ bool TextMatcher::not_whole_word_in_text(const Text& text, const Byte* at,
 }
 
 bool TextMatcher::anchor_passes(const Byte* anchor) {
-  return search_.last_term == 0 || near_terms_in_window(load_near_window(anchor));
+  if (search_.last_term == 0 || search_.window_len == 0) return true;
+  return near_terms_in_window(load_near_window(anchor));
 }
 
 // A window that would begin before the file begins with the file and keeps its full length.
@@ -239,27 +256,39 @@ TextMatcher::Text TextMatcher::load_near_window(const Byte* anchor) const {
 bool TextMatcher::near_terms_in_window(const Text& window) {
   const bool all = search_.prox_all;
   for (std::size_t term = 1; term < patterns_.size(); ++term) {
+    if (interrupted()) return false;
     if (find_term_in_window(window, term) != all) return !all;
   }
   return all;
 }
 
 // Windows move to the right only, so the next occurrence of a term, once found, answers for every
-// window that ends before it: many anchors close together do not each search their window.
+// window that ends before it: many anchors close together do not each search their window. A word
+// that another one continues beyond an end of the window is whole inside it.
 bool TextMatcher::find_term_in_window(const Text& window, std::size_t term) {
-  if (!search_.representable[term]) return false;
   const BytePattern& pattern = patterns_[term];
-  const std::size_t length = pattern.length();
-  const Byte*& next = next_raw_[term];
+  const auto length = static_cast<std::ptrdiff_t>(pattern.length());
+  if (!search_.representable[term] || window.end - window.begin < length) return false;
+  const bool whole = search_.whole_word[term];
+  const Byte*& next = next_[term];
   if (!next || next < window.begin) {
-    const Byte* hit = OccurrenceScan(pattern, window.begin, chunks_.memory_end()).next();
-    next = hit ? hit : chunks_.memory_end();
+    const Text text{chunks_.memory_begin(), chunks_.memory_end()};
+    OccurrenceScan scan(pattern, window.begin, text.end);
+    const Byte* hit = scan.next([&](const Byte* at) {
+      return !whole || !not_whole_word_in_text(text, at, pattern.length());
+    });
+    next = hit ? hit : text.end;
   }
-  if (next >= window.end || static_cast<std::size_t>(window.end - next) < length) return false;
-  if (!search_.whole_word[term]) return true;
-  OccurrenceScan scan(pattern, next, window.end);
-  return scan.next([&](const Byte* at) { return !not_whole_word_in_text(window, at, length); }) !=
-         nullptr;
+  const Byte* last = window.end - length;
+  if (next <= last) return true;
+  return whole &&
+         (stands_whole(window, window.begin, pattern) || stands_whole(window, last, pattern));
+}
+
+bool TextMatcher::stands_whole(const Text& window, const Byte* at,
+                               const BytePattern& pattern) const {
+  std::uint64_t work = 0;
+  return !not_whole_word_in_text(window, at, pattern.length()) && pattern.equal_at(at, work);
 }
 
 }  // namespace tallowmere

@@ -16,7 +16,7 @@ namespace tallowmere {
 enum class MatchOutcome {
   match,
   no_match,
-  stopped,  ///< the host wanted no further chunk
+  stopped,  ///< the host did not want to go on
   failed    ///< reading broke off
 };
 
@@ -31,7 +31,8 @@ class TextMatcher {
   TextMatcher& operator=(const TextMatcher&) = delete;
 
   /// Tests the file that is open in `files`, and closes it in every case. `go_on` is asked before
-  /// every chunk after the first; `error` is set when the outcome is `failed`.
+  /// every chunk after the first, and within a chunk that takes long; `error` is set when the
+  /// outcome is `failed`.
   MatchOutcome match_open_file(FileSystem& files, const std::function<bool()>& go_on,
                                SystemError& error);
 
@@ -42,10 +43,11 @@ class TextMatcher {
   };
 
   bool match_chunk();
+  bool interrupted();
   bool match_all_terms();
   bool match_any_term();
   void prepare_passes();
-  MultiPattern::Outcome find_any_term() const;
+  MultiPattern::Outcome find_any_term();
   bool find_term(std::size_t term) const;
   bool match_term_in_chunk(std::size_t term);
   bool match_term_at_boundary(std::size_t term);
@@ -58,6 +60,7 @@ class TextMatcher {
   Text load_near_window(const Byte* anchor) const;
   bool near_terms_in_window(const Text& window);
   bool find_term_in_window(const Text& window, std::size_t term);
+  bool stands_whole(const Text& window, const Byte* at, const BytePattern& pattern) const;
   bool anchor_passes(const Byte* anchor);
 
   const SearchCriteria& search_;
@@ -67,9 +70,13 @@ class TextMatcher {
   std::array<bool, 256> word_in_file_;     ///< the bytes that continue a word
   std::array<bool, 256> word_in_text_;     ///< the same for text that is seen lower-cased
   FileChunks chunks_;
-  std::vector<bool> found_;            ///< AND: the terms found in this file so far
-  std::size_t carry_ = 0;              ///< bytes before the chunk that its boundary takes in
-  std::vector<const Byte*> next_raw_;  ///< NEAR: each term's next occurrence, or null
+  std::vector<bool> found_;        ///< AND: the terms found in this file so far
+  std::size_t carry_ = 0;          ///< bytes before the chunk that its boundary takes in
+  std::vector<const Byte*> next_;  ///< NEAR: each term's next occurrence, or null
+
+  const std::function<bool()>* go_on_ = nullptr;  ///< during match_open_file
+  int looks_ = 0;                                 ///< for a term, in this chunk
+  bool stopped_ = false;
 };
 
 }  // namespace tallowmere

@@ -1,6 +1,7 @@
 #include "posix/posix_clock.h"
 
 #include <ctime>
+#include <limits>
 
 namespace tallowmere {
 
@@ -36,6 +37,9 @@ DateTime PosixClock::to_local(Ticks moment) const {
 }
 
 Ticks PosixClock::start_of_day(const Date& day) const {
+  // The years that ticks can hold, as on every system.
+  if (day.year < 1601) return 0;
+  if (day.year > 30000) return std::numeric_limits<Ticks>::max();
   std::tm parts{};
   parts.tm_year = day.year - 1900;
   parts.tm_mon = day.month - 1;

@@ -5,8 +5,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <limits>
 #include <utility>
 
 namespace tallowmere {
@@ -31,7 +33,6 @@ int open_path(const std::string& path, int flags) {
       errno = ENAMETOOLONG;
       return -1;
     }
-    // A relative piece must not begin with a slash, and the first may be the root itself.
     const std::string piece = path.substr(start, cut + 1 - start);
     const int next = openat(base, piece.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     const int code = errno;
@@ -41,7 +42,8 @@ int open_path(const std::string& path, int flags) {
       return -1;
     }
     base = next;
-    start = cut + 1;
+    // What is left must not begin with a slash, which would lead back to the root.
+    start = std::min(path.find_first_not_of('/', cut), path.size());
   }
   const std::string rest = start < path.size() ? path.substr(start) : ".";
   const int opened = openat(base, rest.c_str(), flags | O_CLOEXEC);
@@ -52,11 +54,14 @@ int open_path(const std::string& path, int flags) {
 }
 
 FileFacts facts_of(const struct stat& status) {
-  // From 1601 to 1970.
-  constexpr std::int64_t seconds_before_epoch = 11'644'473'600;
+  constexpr std::int64_t seconds_before_epoch = 11'644'473'600;  // from 1601 to 1970
+  // Some file systems keep whatever number they were given.
+  constexpr std::int64_t latest = std::numeric_limits<Ticks>::max() / ticks_per_second - 1;
+  const std::int64_t seconds = std::clamp<std::int64_t>(
+      status.st_mtim.tv_sec, -seconds_before_epoch, latest - seconds_before_epoch);
   FileFacts facts;
-  facts.modified = (status.st_mtim.tv_sec + seconds_before_epoch) * ticks_per_second +
-                   status.st_mtim.tv_nsec / 100;
+  facts.modified =
+      (seconds + seconds_before_epoch) * ticks_per_second + status.st_mtim.tv_nsec / 100;
   facts.size = status.st_size;
   return facts;
 }
@@ -138,12 +143,15 @@ std::optional<SystemError> PosixFileSystem::open(const std::string& folder, std:
 
 std::optional<SystemError> PosixFileSystem::read(unsigned char* into, std::size_t wanted,
                                                  std::size_t& got) {
-  while (true) {
-    const ssize_t count = ::read(file_, into, wanted);
-    got = count > 0 ? static_cast<std::size_t>(count) : 0;
-    if (count >= 0) return std::nullopt;
-    if (errno != EINTR) return error_of(errno);
+  // A short read may end at a bad block or a server's packet: only the next one tells.
+  for (got = 0; got < wanted;) {
+    const ssize_t count = ::read(file_, into + got, wanted - got);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return error_of(errno);
+    if (count == 0) break;
+    got += static_cast<std::size_t>(count);
   }
+  return std::nullopt;
 }
 
 void PosixFileSystem::close() {
@@ -155,11 +163,15 @@ std::optional<SystemError> PosixFileSystem::facts(const std::string& folder, std
                                                   FileFacts& facts) {
   const int base = base_of(folder, name);
   struct stat status;
-  if (base >= 0) {
-    if (fstatat(base, name_.c_str(), &status, 0) != 0) return error_of(errno);
-  } else if (stat(name_.c_str(), &status) != 0) {
-    return error_of(errno);
+  int code = 0;
+  if (base >= 0 || name_.size() < PATH_MAX) {
+    if (fstatat(base >= 0 ? base : AT_FDCWD, name_.c_str(), &status, 0) != 0) code = errno;
+  } else {
+    const int handle = open_path(name_, O_PATH);
+    if (handle < 0 || fstat(handle, &status) != 0) code = errno;
+    if (handle >= 0) ::close(handle);
   }
+  if (code != 0) return error_of(code);
   facts = facts_of(status);
   return std::nullopt;
 }

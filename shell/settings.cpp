@@ -9,7 +9,9 @@
 namespace tallowmere {
 namespace {
 
-constexpr std::size_t longest_font_name = 31;  ///< in UTF-16, what a font may be called on Windows
+constexpr std::size_t longest_font_name = 31;   ///< in UTF-16, what a font may be called on Windows
+constexpr std::size_t longest_path = 32767;     ///< in UTF-16, the same of a path
+constexpr std::size_t longest_file_type = 255;  ///< in UTF-16, the same of a file
 constexpr double largest_font_size = 2160;
 
 std::string first_characters(std::string_view text, int count) {
@@ -20,6 +22,7 @@ std::string first_characters(std::string_view text, int count) {
 
 void load_path(SettingsStore& store, SearchCriteria& search, const SettingsContext& context) {
   search.path = store.get_setting("path");
+  if (to_utf16(search.path).size() > longest_path) search.path.clear();
   if (search.path.empty()) search.path = first_characters(context.program_folder, 3);
   search.drive = first_characters(search.path, 3);
 }
@@ -46,10 +49,11 @@ std::string user_type_key(int slot) {
 }
 
 void load_user_types(SettingsStore& store, SearchCriteria& search) {
-  search.user_types[0] = "*";
+  search.user_types[0].assign(1, '*');
   for (int slot = 1; slot < file_type_slots; ++slot) {
     const std::string type = store.get_setting(user_type_key(slot));
-    if (!type.empty() && is_valid_file_type(type)) search.user_types[slot] = type;
+    if (type.empty() || to_utf16(type).size() > longest_file_type) continue;
+    if (is_valid_file_type(type)) search.user_types[slot] = type;
   }
 }
 
@@ -120,7 +124,7 @@ void load_checked(SettingsStore& store, SearchCriteria& search, ShellState& shel
 
 void load_criteria(SettingsStore& store, SearchCriteria& search) {
   const std::string criteria = store.get_setting("criteria");
-  if (!criteria.empty()) search.criteria = criteria;
+  if (!criteria.empty()) search.criteria = first_characters(criteria, criteria_limit);
   search.search_type = search_phrase;
   load_integer(store, "search_type", search.search_type);
   if (search.search_type < search_and || search.search_type > search_near) {

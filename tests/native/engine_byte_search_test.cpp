@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <random>
+#include <utility>
 
 #include "engine/byte_search.h"
 #include "engine/code_page.h"
@@ -69,13 +71,57 @@ TEST(ByteSearch, FindsWhatANaiveSearchFinds) {
 
 TEST(ByteSearch, StaysExactWhereItTurnsLinear) {
   // Nearly periodic text and pattern: comparing each candidate in full would be quadratic.
-  std::string text;
-  for (int i = 0; i < 200; ++i) text += std::string(499, 'a') + (i % 50 == 49 ? "aa" : "b");
-  const std::string pattern(500, 'a');
-  for (const bool fold : {false, true}) {
+  std::mt19937 random(test_seed());
+  for (int round = 0; round < 60; ++round) {
+    std::string older = "a";
+    std::string text = random() % 2 ? "ab" : "aab";
+    while (text.size() < 40000) older = std::exchange(text, text + older);
+    const std::string pattern = text.substr(random() % 1000, 20 + random() % 500);
+    for (int errors = static_cast<int>(random() % 30); errors > 0; --errors) {
+      text[random() % text.size()] = 'a';
+    }
+    const bool fold = round % 2 == 0;
     const BytePattern compiled(pattern, fold ? &lower_table() : nullptr, Kernel::fastest);
-    EXPECT_EQ(scanned(text, compiled), naive(text, pattern, fold));
+    ASSERT_EQ(scanned(text, compiled), naive(text, pattern, fold)) << "round " << round;
   }
+}
+
+TEST(ByteSearch, MissesNoOverlapWhereItTurnsLinear) {
+  const std::string text(5000, 'a');
+  const BytePattern pattern(std::string(200, 'a'), nullptr, Kernel::fastest);
+  EXPECT_EQ(scanned(text, pattern).size(), 4801u);
+}
+
+/// Runs of one letter, each a little shorter than `length`.
+std::string short_runs(std::size_t length, std::size_t size) {
+  std::string text;
+  while (text.size() < size) text += std::string(length - 1, 'a') + "b";
+  return text;
+}
+
+TEST(ByteSearch, WorstCasesTakeLinearTime) {
+  constexpr std::size_t length = 30000;
+  const std::string text = short_runs(length, 4'000'000);
+  for (const bool fold : {false, true}) {
+    const BytePattern pattern(std::string(length, 'a'), fold ? &lower_table() : nullptr,
+                              Kernel::fastest);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(scanned(text, pattern).empty());
+    // Some hundredths of a second; many seconds if every candidate were compared in full.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+  }
+}
+
+TEST(MultiSearch, GivesUpWhatCostsTooMuch) {
+  const std::string text = short_runs(500, 100'000);
+  std::vector<BytePattern> patterns;
+  for (std::size_t i = 0; i < 4; ++i) {
+    patterns.emplace_back(std::string(500 + i, 'a'), nullptr, Kernel::fastest);
+  }
+  const MultiPattern together({&patterns[0], &patterns[1], &patterns[2], &patterns[3]});
+  const auto outcome = together.find_any(bytes(text), bytes(text) + text.size(),
+                                         [](std::size_t, const Byte*) { return true; });
+  EXPECT_EQ(outcome, MultiPattern::Outcome::too_costly);
 }
 
 TEST(ByteSearch, AcceptPassesOccurrencesOver) {

@@ -243,6 +243,18 @@ TEST(Settings, EverythingSurvivesARestart) {
   EXPECT_EQ(store.get_setting("left"), "100") << "a maximised window keeps the placement before";
 }
 
+TEST(Settings, TextsThatNobodyCanUseDoNotComeIn) {
+  const Loaded loaded = load({{"path", megabyte},
+                              {"criteria", megabyte},
+                              {"user_type1", megabyte},
+                              {"user_type2", std::string(255, 'x')},
+                              {"checked", "Y"}});
+  EXPECT_EQ(loaded.search.path, "C:\\");
+  EXPECT_EQ(loaded.search.criteria, megabyte.substr(0, criteria_limit));
+  EXPECT_EQ(loaded.search.user_types[1], "");
+  EXPECT_EQ(loaded.search.user_types[2], std::string(255, 'x'));
+}
+
 TEST(Geometry, PlaceWindow) {
   const TwipSize screen{15000, 11000};
   const TwipSize design{10000, 8000};
