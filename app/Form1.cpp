@@ -203,11 +203,11 @@ bool Form1::Form_KeyDown(WPARAM key) {
       if (state_.searching) {
         mnuStop_Click();
       } else {
-        ListView2.focus();
+        move_focus(ListView2.handle());
       }
       return true;
     case VK_BACK:
-      ListView2.focus();
+      move_focus(ListView2.handle());
       return true;
     case VK_RETURN:
       if (!ListView2.has_focus()) return false;

@@ -137,7 +137,7 @@ class Form1 : public win32::Form {
   void prepare_to_search(SearchKind kind);
   void show_progress(const FileSearch& search);
   void finish_run(SearchKind kind, const FileSearch& search, bool selected_matches);
-  void search_timing(bool stopped);
+  bool search_timing(bool stopped);
   void show_found_files(const FileSearch& search);
   void post_search_restore();
   void bring_to_front();

@@ -5,23 +5,12 @@
 #include "app/resource.h"
 #include "engine/unicode.h"
 #include "shell/run_texts.h"
+#include "win32/hourglass.h"
 #include "win32/sound.h"
 
 namespace tallowmere {
 
 namespace {
-
-/// Shows the hourglass for as long as it lives.
-class Hourglass {
- public:
-  Hourglass() : before_(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {}
-  ~Hourglass() { SetCursor(before_); }
-  Hourglass(const Hourglass&) = delete;
-  Hourglass& operator=(const Hourglass&) = delete;
-
- private:
-  HCURSOR before_;
-};
 
 bool ends_in_wav(std::string_view name) {
   return name.size() >= 3 && compare_ignore_case(name.substr(name.size() - 3), "wav") == 0;
@@ -86,7 +75,7 @@ void Form1::toggle(int entry) {
 }
 
 void Form1::mnuSelectAll_Click() {
-  const Hourglass hourglass;
+  const win32::Hourglass hourglass;
   ListView2.select_all();
 }
 
@@ -107,7 +96,7 @@ void Form1::sort_rows(SortAction action) {
     ListView2.show_all();
   };
   if (results_.file_count() > quick_sort_rows) {
-    const Hourglass hourglass;
+    const win32::Hourglass hourglass;
     const std::string first = Label1.text();
     const std::string second = Label2.text();
     Label1.set_text(sorting_text);
@@ -127,8 +116,10 @@ void Form1::sort_rows(SortAction action) {
 }
 
 void Form1::show_sort_order() {
-  const int checked = ID_MNUSORT + static_cast<int>(sort_menu_.sort_type());
-  win32::check_radio_entry(GetMenu(handle()), ID_MNUSORT, ID_MNUSORT + sort_key_count - 1, checked);
+  for (int i = 0; i < sort_key_count; ++i) {
+    win32::check_entry(GetMenu(handle()), ID_MNUSORT + i,
+                       sort_menu_.is_checked(static_cast<SortKey>(i)));
+  }
   ListView2.show_order(sort_menu_.sort_type(), results_.sort_descending);
 }
 

@@ -123,8 +123,7 @@ void Form1::show_progress(const FileSearch& search) {
 
 void Form1::finish_run(SearchKind kind, const FileSearch& search, bool selected_matches) {
   if (!close_after_run_) {
-    const bool stopped = stop_ || search.stopped();
-    search_timing(stopped);
+    const bool stopped = search_timing(search.stopped());
     if (kind == SearchKind::file_search) {
       Label1.set_text(stopped ? "" : selected_file_text(selected_matches));
     } else {
@@ -141,13 +140,15 @@ void Form1::finish_run(SearchKind kind, const FileSearch& search, bool selected_
   }
 }
 
-/// The end of the timed part of a run.
-void Form1::search_timing(bool stopped) {
+/// The end of the timed part of a run. A Stop that was still waiting counts; true when stopped.
+bool Form1::search_timing(bool stopped) {
   const double elapsed = elapsed_seconds(started_, clock_.seconds_since_midnight());
   cmdSearch.set_text("Search");
   cmdSearch.repaint();
-  Label2.set_text(timing_text(stopped, elapsed));
   win32::pump_pending();
+  stopped = stopped || stop_;
+  Label2.set_text(timing_text(stopped, elapsed));
+  return stopped;
 }
 
 /// Sorts the files found, while events are served, and fills the list with them.

@@ -6,6 +6,7 @@
 
 #include "dialogs/folder_icon.h"
 #include "win32/dpi.h"
+#include "win32/hourglass.h"
 #include "win32/text.h"
 
 namespace tallowmere {
@@ -14,18 +15,6 @@ namespace {
 constexpr int icon_size = 16;  ///< lengths in pixels at 96 DPI
 constexpr int indent = 10;
 constexpr int gap = 4;
-
-/// The hourglass while a folder is listed.
-class WaitPointer {
- public:
-  WaitPointer() : before_(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {}
-  ~WaitPointer() { SetCursor(before_); }
-  WaitPointer(const WaitPointer&) = delete;
-  WaitPointer& operator=(const WaitPointer&) = delete;
-
- private:
-  HCURSOR before_;
-};
 
 }  // namespace
 
@@ -63,7 +52,7 @@ std::string FolderListBox::path() const {
 }
 
 std::optional<SystemError> FolderListBox::open(const std::string& path) {
-  const WaitPointer wait;
+  const win32::Hourglass hourglass;
   if (auto error = tree_.open(*files_, path, [] { return true; })) return error;
   show_rows();
   return std::nullopt;

@@ -38,6 +38,7 @@ frmDate::frmDate(HWND owner, const DialogContext& context, Handler display_panel
     Option1[i] = win32::OptionButton(item(IDC_DATE_OPTION + i));
     Label1[i] = win32::Label(item(IDC_DATE_CAPTION + i));
     Label1[i].set_text(date_option_caption(i));
+    Option1[i].set_text(date_option_caption(i));  // too narrow to show it: for assistive tools
   }
   constexpr int design_values[] = {12, 31, 1995};
   for (int i = 0; i < date_fields; ++i) {
@@ -92,12 +93,12 @@ void frmDate::VScroll1_Change(int index) {
 
 void frmDate::Command1_Click() {
   choice_.accept(context_.search);
-  hide_options(*this, Command1);
+  hide_from(Command1.handle());
   display_panel_date_();
 }
 
 void frmDate::Command2_Click() {
-  hide_options(*this, Command1);
+  hide_from(Command1.handle());
 }
 
 void frmDate::Command3_Click() {

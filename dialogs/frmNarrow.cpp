@@ -30,7 +30,9 @@ void frmNarrow::wire() {
 
 bool frmNarrow::ask(SearchKind& kind, int list2_index, bool file_selectable) {
   for (int i = 0; i < 3; ++i) {
-    Label1[i].set_text(narrow_answer(static_cast<SearchKind>(i), list2_index));
+    const std::string_view answer = narrow_answer(static_cast<SearchKind>(i), list2_index);
+    Label1[i].set_text(answer);
+    Option1[i].set_text(answer);  // too narrow to show it: for assistive tools
   }
   const int file = static_cast<int>(SearchKind::file_search);
   Option1[file].enable(file_selectable);
@@ -67,12 +69,12 @@ void frmNarrow::Option1_DblClick(int index) {
 }
 
 void frmNarrow::Command1_Click() {
-  hide_options(*this, Command1);
+  hide_from(Command1.handle());
   cancelled_ = false;
 }
 
 void frmNarrow::Command2_Click() {
-  hide_options(*this, Command1);
+  hide_from(Command1.handle());
   cancelled_ = true;
 }
 

@@ -322,7 +322,7 @@ void frmPath::Command1_Click() {
     return;
   }
   context_.cancelled = false;
-  hide();
+  hide_from(Command1.handle());
   SearchCriteria& search = context_.search;
   search.drive = selected_drive();
   if (!Dir1.path().empty()) search.path = Dir1.path();
@@ -332,9 +332,9 @@ void frmPath::Command1_Click() {
 }
 
 void frmPath::Command2_Click() {
-  // Hiding takes the focus from a text box, which is not to be validated.
+  // A text box that loses the focus now is not to be validated.
   context_.cancelled = true;
-  hide();
+  hide_from(Command1.handle());
   Form_Load();
 }
 

@@ -82,11 +82,11 @@ void frmProximity::cmdOK_Click() {
     win32::message_box(handle(), zero_proximity_text, "Tallowmere 32", win32::BoxIcon::exclamation);
     return;
   }
-  hide_options(*this, cmdOK);
+  hide_from(cmdOK.handle());
 }
 
 void frmProximity::cmdCancel_Click() {
-  hide_options(*this, cmdOK);
+  hide_from(cmdOK.handle());
   choice_.restore();
   show_choice();
 }

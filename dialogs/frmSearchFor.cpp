@@ -13,8 +13,6 @@
 namespace tallowmere {
 namespace {
 
-constexpr int criteria_limit = 32767;  ///< characters
-
 /// As much of `text` as `room` characters of the system take, without half a surrogate pair.
 std::string cut_to(const std::string& text, int room) {
   std::wstring units = win32::wide(text);
@@ -96,10 +94,6 @@ CriteriaInput frmSearchFor::input() const {
   return input;
 }
 
-void frmSearchFor::show_criteria(const std::string& criteria) {
-  txtSearchFor.set_text(criteria);
-}
-
 void frmSearchFor::Form_Activate() {
   set_prox_button();
   txtSearchFor.focus();
@@ -165,12 +159,12 @@ bool frmSearchFor::pre_translate(MSG& message) {
 }
 
 void frmSearchFor::cmdBegin_Click() {
-  hide_options(*this, cmdBegin);
+  hide_from(cmdBegin.handle());
   context_.cancelled = false;
 }
 
 void frmSearchFor::cmdCancel_Click() {
-  hide_options(*this, cmdBegin);
+  hide_from(cmdBegin.handle());
   context_.cancelled = true;
 }
 

@@ -24,8 +24,6 @@ class frmSearchFor : public win32::Form {
   bool ask(SearchKind kind);
   /// What the dialog and the proximity dialog hold now.
   CriteriaInput input() const;
-  /// Puts the criteria back as the reader has trimmed them.
-  void show_criteria(const std::string& criteria);
   /// Fills this dialog and the proximity dialog from the search, whose proximity it may mend.
   void copy_current_to_dlgbox();
 

@@ -4,7 +4,6 @@
 #include <cstddef>
 
 #include "win32/controls.h"
-#include "win32/form.h"
 
 namespace tallowmere {
 
@@ -23,13 +22,6 @@ int selected_option(const std::array<win32::OptionButton, count>& options, int o
     if (options[i].selected()) return static_cast<int>(i);
   }
   return otherwise;
-}
-
-/// Hides a form that has option buttons. Shown again, it gives the focus back to the control that
-/// had it last, and an option button takes that for a click; so a push button takes it first.
-inline void hide_options(win32::Form& form, const win32::Button& button) {
-  button.focus();
-  form.hide();
 }
 
 }  // namespace tallowmere

@@ -25,9 +25,8 @@ std::string_view search_hints() {
          "be typed, but it can be pasted.\n"
          "\n"
          "Stop\n"
-         "While a search runs, the Search button reads Stop. Click it or press Esc: the files "
-         "found "
-         "so far stay listed.";
+         "While a search runs, the Search button reads Stop. Click it or press Esc: "
+         "the files found so far stay listed.";
 }
 
 }  // namespace tallowmere

@@ -19,12 +19,16 @@ void load_common_controls() {
   InitCommonControlsEx(&classes);
 }
 
-/// A dialog shows the icons of its owner's window class.
+/// The icon of a window, its own or else that of its class.
+LPARAM icon_of(HWND window, WPARAM size, int class_icon) {
+  const LRESULT own = SendMessageW(window, WM_GETICON, size, 0);
+  return own != 0 ? own : static_cast<LPARAM>(GetClassLongPtrW(window, class_icon));
+}
+
+/// A dialog shows the icons of its owner, which may be a dialog, too.
 void share_icons(HWND owner, HWND window) {
-  SendMessageW(window, WM_SETICON, ICON_BIG,
-               static_cast<LPARAM>(GetClassLongPtrW(owner, GCLP_HICON)));
-  SendMessageW(window, WM_SETICON, ICON_SMALL,
-               static_cast<LPARAM>(GetClassLongPtrW(owner, GCLP_HICONSM)));
+  SendMessageW(window, WM_SETICON, ICON_BIG, icon_of(owner, ICON_BIG, GCLP_HICON));
+  SendMessageW(window, WM_SETICON, ICON_SMALL, icon_of(owner, ICON_SMALL, GCLP_HICONSM));
 }
 
 TwipRect rect_of(const RECT& rect) {
@@ -74,10 +78,6 @@ void Form::clicked(int id, Handler handler) {
 
 void Form::notify(int id, UINT code, NotifyHandler handler) {
   notifications_[{id, code}] = std::move(handler);
-}
-
-void Form::set_default_button(int id) {
-  SendMessageW(window_, DM_SETDEFID, static_cast<WPARAM>(id), 0);
 }
 
 void Form::show_modal(HWND owner, HWND center_on) {
@@ -163,10 +163,6 @@ bool Form::handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& r
       result = found->second(header);
       return true;
     }
-    case WM_HELP:
-      on_help();
-      result = TRUE;
-      return true;
   }
   return false;
 }

@@ -39,9 +39,6 @@ class Form {
   /// Runs `handler` on WM_NOTIFY with this control and code; what it returns is the answer.
   void notify(int id, UINT code, NotifyHandler handler);
 
-  /// Enter counts as a click on button `id` when no other button has the focus.
-  void set_default_button(int id);
-
   /// Gives the focus to a control as the Tab key would: a button then answers to Enter.
   void move_focus(HWND control) {
     SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
@@ -53,6 +50,13 @@ class Form {
   void show_modal(HWND owner, HWND center_on = nullptr);
   /// Ends show_modal. Safe when the form is not shown.
   void hide();
+  /// Leaves the focus on the default button and hides. Shown again, a form first gives the focus
+  /// back to the control that had it last: an option button would take that for a click, another
+  /// push button would stay the one that Enter presses.
+  void hide_from(HWND default_button) {
+    move_focus(default_button);
+    hide();
+  }
 
   /// Sees every message of the form and its controls before anything else; true: it is done with.
   /// Called for forms shown by show_modal and for main windows alike.
@@ -61,8 +65,6 @@ class Form {
  protected:
   /// Called by show_modal when the window stands visible, before its first message.
   virtual void on_shown() {}
-  /// F1, or a click with the question mark of the caption.
-  virtual void on_help() {}
   /// Any message the handlers do not take. True: `result` is the answer.
   virtual bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
 

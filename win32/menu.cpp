@@ -33,13 +33,6 @@ bool entry_checked(HMENU menu, int id) {
   return (GetMenuState(menu, static_cast<UINT>(id), MF_BYCOMMAND) & MF_CHECKED) != 0;
 }
 
-void check_radio_entry(HMENU menu, int first, int last, int checked) {
-  for (int id = first; id <= last; ++id) check_entry(menu, id, false);
-  if (checked < first || checked > last) return;
-  CheckMenuRadioItem(menu, static_cast<UINT>(first), static_cast<UINT>(last),
-                     static_cast<UINT>(checked), MF_BYCOMMAND);
-}
-
 void set_entry_text(HMENU menu, int id, std::string_view text) {
   std::wstring units = wide(text);
   MENUITEMINFOW info{};

@@ -30,8 +30,6 @@ void enable_entry(HMENU menu, int id, bool on);
 bool entry_enabled(HMENU menu, int id);
 void check_entry(HMENU menu, int id, bool on);
 bool entry_checked(HMENU menu, int id);
-/// The one check mark of a group of entries, shown as a bullet.
-void check_radio_entry(HMENU menu, int first, int last, int checked);
 void set_entry_text(HMENU menu, int id, std::string_view text);
 std::string entry_text(HMENU menu, int id);
 

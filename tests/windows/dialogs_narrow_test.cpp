@@ -22,10 +22,8 @@ class NarrowTest : public testing::Test {
 
 TEST_F(NarrowTest, ShowsTheAnswersAndKeepsTheChoice) {
   EXPECT_TRUE(ask(0, true, [&] {
-    EXPECT_EQ(win32::Control(form.handle()).text(), "Narrow Search?");
-    EXPECT_EQ(form.Label1[0].text(), "No, start new search.");
-    EXPECT_EQ(form.Label1[1].text(), "Yes, search all matched files.");
     EXPECT_EQ(form.Label1[2].text(), "Yes, search file being viewed.");
+    EXPECT_EQ(form.Option1[2].text(), "Yes, search file being viewed.");  // to be read aloud
     EXPECT_TRUE(form.Option1[1].selected() && form.Option1[1].has_focus());
     SendMessageW(form.Label1[2].handle(), WM_LBUTTONDOWN, MK_LBUTTON, 0);
     EXPECT_TRUE(form.Option1[2].selected());
@@ -35,26 +33,26 @@ TEST_F(NarrowTest, ShowsTheAnswersAndKeepsTheChoice) {
   EXPECT_EQ(kind, SearchKind::file_search);
   EXPECT_FALSE(ask(3, true, [&] {
     EXPECT_EQ(form.Label1[2].text(), "Yes, search the selected file.");
-    EXPECT_TRUE(form.Option1[2].selected());
     form.Option1[0].focus();
     form.Option1[0].click();
-    press(form.Option1[0], VK_ESCAPE);
+    form.move_focus(form.Command2.handle());
+    press(form.Command2, VK_RETURN);
   }));
   EXPECT_EQ(kind, SearchKind::file_search);
-  // The button that had the focus last does not win over the choice asked for.
+  // Neither the option that had the focus last nor the button pressed last counts any more.
   kind = SearchKind::list_search;
-  EXPECT_TRUE(ask(3, true, [&] { form.Command1.click(); }));
+  EXPECT_TRUE(ask(3, true, [&] { press(form.Option1[1], VK_RETURN); }));
   EXPECT_EQ(kind, SearchKind::list_search);
 }
 
 TEST_F(NarrowTest, ADoubleClickAcceptsAtOnce) {
-  EXPECT_TRUE(ask(1, true,
-                  [&] { SendMessageW(form.Label1[0].handle(), WM_LBUTTONDBLCLK, MK_LBUTTON, 0); }));
-  EXPECT_EQ(kind, SearchKind::new_search);
-  EXPECT_TRUE(ask(1, true, [&] {
-    SendMessageW(form.Option1[1].handle(), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(5, 5));
-  }));
-  EXPECT_EQ(kind, SearchKind::list_search);
+  for (const win32::Control& target : {win32::Control(form.Label1[0]), {form.Option1[1]}}) {
+    EXPECT_TRUE(ask(1, true, [&] {
+      SendMessageW(target.handle(), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(5, 5));
+    }));
+    EXPECT_EQ(kind, target.handle() == form.Label1[0].handle() ? SearchKind::new_search
+                                                               : SearchKind::list_search);
+  }
 }
 
 TEST_F(NarrowTest, WithoutASelectedFileThereIsNoFileSearch) {

@@ -15,35 +15,12 @@
 #include <vector>
 
 #include "dialogs/dialog_context.h"
+#include "shell/lenient_values.h"
 #include "tests/support/memory_files.h"
 #include "win32/controls.h"
 #include "win32/text.h"
 
 namespace tallowmere {
-
-/// Folders in memory, by path with its final separator. The others cannot be listed.
-class FakeFolders : public FileSystem {
- public:
-  std::map<std::string, std::vector<std::string>> folders;
-
-  std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,
-                                         const std::function<bool()>&) override {
-    const auto found = folders.find(folder);
-    if (found == folders.end()) return SystemError{21, "The device is not ready"};
-    for (const std::string& name : found->second) listing.add_folder(name);
-    return std::nullopt;
-  }
-  std::optional<SystemError> open(const std::string&, std::string_view) override {
-    return SystemError{};
-  }
-  std::optional<SystemError> read(unsigned char*, std::size_t, std::size_t&) override {
-    return SystemError{};
-  }
-  void close() override {}
-  std::optional<SystemError> facts(const std::string&, std::string_view, FileFacts&) override {
-    return SystemError{};
-  }
-};
 
 /// The window that owns the dialogs, and a hand that works them while they are shown: one step
 /// every few milliseconds, also while a message box is open. Ends what is still open afterwards.
@@ -115,7 +92,7 @@ struct DialogWorld {
 
   Hand hand;
   SearchCriteria search;
-  FakeFolders files;
+  MemoryFiles files;
   FixedClock clock;
   bool cancelled = false;
   std::map<std::string, std::string> descriptions{{"txt", "Text Document"}};
@@ -124,10 +101,7 @@ struct DialogWorld {
     return {search,
             files,
             clock,
-            [](const Date& date) {
-              return std::to_string(date.day) + "." + std::to_string(date.month) + "." +
-                     std::to_string(date.year);
-            },
+            iso_date,
             [this](std::string_view extension) { return descriptions[std::string(extension)]; },
             "C:\\Programs\\",
             cancelled};

@@ -43,25 +43,14 @@ class User {
   std::thread thread_;
 };
 
-inline std::string control_text(HWND form, int id) {
-  return win32::Control(GetDlgItem(form, id)).text();
+inline std::string message_box_text(HWND box) {
+  return win32::Control(GetDlgItem(box, 0xFFFF)).text();
 }
 
-constexpr int message_box_text_id = 0xFFFF;
-
 /// Half a second later at each look.
-class TickingClock : public Clock {
+class TickingClock : public FixedClock {
  public:
   double seconds_since_midnight() const override { return seconds_ += 0.5; }
-  Date today() const override { return {2024, 5, 17}; }
-  DateTime to_local(Ticks moment) const override {
-    const std::int64_t seconds = moment / ticks_per_second;
-    const int minutes = static_cast<int>(seconds % 86400 / 60);
-    return {add_days({1601, 1, 1}, seconds / 86400), minutes / 60, minutes % 60, 0};
-  }
-  Ticks start_of_day(const Date& day) const override {
-    return (days_from_epoch(day) - days_from_epoch({1601, 1, 1})) * 86400 * ticks_per_second;
-  }
 
  private:
   mutable double seconds_ = 1000;
@@ -87,6 +76,11 @@ class Form1Test : public testing::Test {
     }
   }
 
+  void add_many(int count) {
+    for (int i = 0; i < count; ++i)
+      files.add("C:\\docs\\" + std::to_string(i), "needle", i * ticks_per_second);
+  }
+
   void run(SearchKind kind, const std::string& criteria) {
     CriteriaInput input;
     input.criteria = criteria;
@@ -95,6 +89,14 @@ class Form1Test : public testing::Test {
 
   /// As if the user chose it, but served at once.
   void choose(int command) { SendMessageW(form->handle(), WM_COMMAND, MAKEWPARAM(command, 0), 0); }
+
+  /// As if the user clicked on a header of the list.
+  void click_column(int column) {
+    NMLISTVIEW click{};
+    click.hdr = {form->ListView2.handle(), IDC_LISTVIEW2, static_cast<UINT>(LVN_COLUMNCLICK)};
+    click.iSubItem = column;
+    SendMessageW(form->handle(), WM_NOTIFY, IDC_LISTVIEW2, reinterpret_cast<LPARAM>(&click));
+  }
 
   std::string cell(int row, int column) const {
     wchar_t text[300] = L"";
