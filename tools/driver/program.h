@@ -1,0 +1,41 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+#include "tools/driver/window.h"
+
+namespace tallowmere::driver {
+
+/// A running program, driven through its windows. Ended with the object if it still runs.
+class Program {
+ public:
+  /// Starts the program; throws when it does not start.
+  explicit Program(const std::string& path);
+  ~Program();
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+
+  /// The visible top-level window with this caption, once it is there; null after the time.
+  Window wait_for_window(std::string_view caption, int milliseconds = 10000) const;
+  /// The same without waiting.
+  Window find_window(std::string_view caption) const;
+
+  bool is_running() const;
+  /// Waits for the program's end; false when it does not come.
+  bool wait_for_exit(int milliseconds = 10000) const;
+  DWORD exit_code() const;
+
+ private:
+  PROCESS_INFORMATION process_{};
+};
+
+/// The prompt of a message box.
+std::string message_box_text(Window box);
+
+/// The folder of the running test or tool, with its final separator.
+std::string own_folder();
+
+}  // namespace tallowmere::driver

@@ -1,0 +1,115 @@
+#include "tools/driver/window.h"
+
+#include <commctrl.h>
+
+#include "tools/driver/remote_memory.h"
+#include "tools/driver/text.h"
+
+namespace tallowmere::driver {
+
+bool wait_until(const std::function<bool()>& done, int milliseconds) {
+  const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
+  while (!done()) {
+    if (GetTickCount64() >= end) return false;
+    Sleep(5);
+  }
+  return true;
+}
+
+Window Window::child(int id) const {
+  return Window(GetDlgItem(handle_, id));
+}
+
+Window Window::child_of_class(std::wstring_view name) const {
+  return Window(FindWindowExW(handle_, nullptr, std::wstring(name).c_str(), nullptr));
+}
+
+int Window::check_state() const {
+  return static_cast<int>(SendMessageW(handle_, BM_GETCHECK, 0, 0));
+}
+
+RECT Window::rectangle() const {
+  RECT area{};
+  GetWindowRect(handle_, &area);
+  return area;
+}
+
+// GetWindowText does not ask controls of other processes; the message does.
+std::string Window::text() const {
+  const LRESULT length = SendMessageW(handle_, WM_GETTEXTLENGTH, 0, 0);
+  std::wstring buffer(static_cast<std::size_t>(length) + 1, L'\0');
+  const LRESULT copied =
+      SendMessageW(handle_, WM_GETTEXT, buffer.size(), reinterpret_cast<LPARAM>(buffer.data()));
+  buffer.resize(static_cast<std::size_t>(copied));
+  return from_wide(buffer);
+}
+
+void Window::set_text(std::string_view text) const {
+  SendMessageW(handle_, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(to_wide(text).c_str()));
+}
+
+void Window::click() const {
+  PostMessageW(handle_, BM_CLICK, 0, 0);
+}
+
+void Window::command(int id) const {
+  PostMessageW(handle_, WM_COMMAND, static_cast<WPARAM>(id), 0);
+}
+
+void Window::key(WORD virtual_key) const {
+  PostMessageW(handle_, WM_KEYDOWN, virtual_key, 1);
+  PostMessageW(handle_, WM_KEYUP, virtual_key, static_cast<LPARAM>(0xC0000001u));
+}
+
+void Window::close() const {
+  PostMessageW(handle_, WM_CLOSE, 0, 0);
+}
+
+namespace {
+
+std::vector<std::string> texts_of(HWND handle, UINT count_message, UINT length_message,
+                                  UINT text_message) {
+  std::vector<std::string> texts;
+  const LRESULT count = SendMessageW(handle, count_message, 0, 0);
+  for (LRESULT index = 0; index < count; ++index) {
+    const WPARAM entry = static_cast<WPARAM>(index);
+    const LRESULT length = SendMessageW(handle, length_message, entry, 0);
+    if (length < 0) break;
+    std::wstring buffer(static_cast<std::size_t>(length) + 1, L'\0');
+    SendMessageW(handle, text_message, entry, reinterpret_cast<LPARAM>(buffer.data()));
+    buffer.resize(static_cast<std::size_t>(length));
+    texts.push_back(from_wide(buffer));
+  }
+  return texts;
+}
+
+}  // namespace
+
+std::vector<std::string> Window::list_box_texts() const {
+  return texts_of(handle_, LB_GETCOUNT, LB_GETTEXTLEN, LB_GETTEXT);
+}
+
+std::vector<std::string> Window::combo_box_texts() const {
+  return texts_of(handle_, CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT);
+}
+
+void Window::open_list_box_entry(int index) const {
+  SendMessageW(handle_, LB_SETCURSEL, static_cast<WPARAM>(index), 0);
+  PostMessageW(GetParent(handle_), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(handle_), LBN_DBLCLK),
+               reinterpret_cast<LPARAM>(handle_));
+}
+
+std::vector<std::string> Window::panel_texts() const {
+  std::vector<std::string> texts;
+  const LRESULT count = SendMessageW(handle_, SB_GETPARTS, 0, 0);
+  for (LRESULT part = 0; part < count; ++part) {
+    const WPARAM panel = static_cast<WPARAM>(part);
+    const std::size_t length = LOWORD(SendMessageW(handle_, SB_GETTEXTLENGTHW, panel, 0));
+    RemoteMemory memory(handle_, (length + 1) * sizeof(wchar_t));
+    SendMessageW(handle_, SB_GETTEXTW, panel, memory.address());
+    texts.push_back(from_wide(memory.read_text(length)));
+  }
+  return texts;
+}
+
+}  // namespace tallowmere::driver

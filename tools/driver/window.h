@@ -1,0 +1,59 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tallowmere::driver {
+
+/// Looks every few milliseconds until `done` is true; false when that takes too long.
+bool wait_until(const std::function<bool()>& done, int milliseconds = 5000);
+
+/// A window or a control of another process. Does not own it.
+class Window {
+ public:
+  explicit Window(HWND handle = nullptr) : handle_(handle) {}
+
+  HWND handle() const { return handle_; }
+  explicit operator bool() const { return handle_ != nullptr; }
+
+  /// The control with this number; a null window when there is none.
+  Window child(int id) const;
+  /// The first control below this window of this class.
+  Window child_of_class(std::wstring_view name) const;
+
+  bool is_visible() const { return IsWindowVisible(handle_) != 0; }
+  bool is_enabled() const { return IsWindowEnabled(handle_) != 0; }
+  bool is_checked() const { return check_state() == BST_CHECKED; }
+  int check_state() const;
+  RECT rectangle() const;  ///< on the screen, in pixels
+
+  std::string text() const;
+  void set_text(std::string_view text) const;
+
+  /// Presses a button. Returns at once: the handler may open a dialog.
+  void click() const;
+  /// Gives a menu command to a window. Returns at once.
+  void command(int id) const;
+  /// Presses and releases a key in a control. Returns at once.
+  void key(WORD virtual_key) const;
+  /// Asks the window to close. Returns at once.
+  void close() const;
+
+  /// The texts of a list box or of the list of a combo box.
+  std::vector<std::string> list_box_texts() const;
+  std::vector<std::string> combo_box_texts() const;
+  /// Makes an entry of a list box the current one and double clicks it.
+  void open_list_box_entry(int index) const;
+
+  /// The texts of a status bar's panels.
+  std::vector<std::string> panel_texts() const;
+
+ private:
+  HWND handle_;
+};
+
+}  // namespace tallowmere::driver
