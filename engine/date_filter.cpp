@@ -7,9 +7,9 @@ namespace tallowmere {
 
 namespace {
 
-/// Settings may hold any number. The years that no file has, such as 0, remain such years.
+/// Settings may hold any number; no file is of a year near either limit.
 int representable_year(int year) {
-  return std::clamp(year, 0, 99999);
+  return std::clamp(year, 0, 30000);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <climits>
+
 #include "engine/file_search.h"
 #include "engine/file_types.h"
 #include "tests/support/memory_files.h"
@@ -143,8 +145,16 @@ TEST_F(FileSearchTest, DateModes) {
   search.s_month = 12;
   search.s_month_year = 2023;
   EXPECT_EQ(found(), "/top/a\n");
-  search.s_month = 1;
-  EXPECT_EQ(found(), "");
+  // Settings may hold any number.
+  for (const int month : {1, 0, 13, -1}) {
+    search.s_month = month;
+    EXPECT_EQ(found(), "");
+  }
+  search.date_search = specific_year;
+  for (const int year : {0, INT_MIN, INT_MAX}) {
+    search.s_year = year;
+    EXPECT_EQ(found(), "");
+  }
   search.date_search = previous_days;
   search.past_days = 0;
   EXPECT_EQ(found(), "/top/d\n");
@@ -157,6 +167,7 @@ TEST_F(FileSearchTest, DateModes) {
   // A listing without dates asks for each file's.
   files.listing_knows_facts = false;
   search.date_search = specific_year;
+  search.s_year = 2023;
   EXPECT_EQ(found(), "/top/a\n");
   EXPECT_EQ(host.last.size, 3);
 }

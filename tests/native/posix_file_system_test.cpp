@@ -86,13 +86,14 @@ TEST_F(PosixFilesTest, WhatIsNoFileFailsInsteadOfBlocking) {
 TEST_F(PosixFilesTest, PathsOfAnyLength) {
   // The system takes no path of this length in one piece.
   std::string path = top;
-  fs::path step = top;
+  std::string doubled;  // the same below `top`, with two slashes each
   const fs::path start = fs::current_path();
   for (int i = 0; i < 30; ++i) {
     const std::string name(200, static_cast<char>('a' + i % 26));
     fs::create_directory(fs::path(i == 0 ? top : "") / name);
     fs::current_path(fs::path(i == 0 ? top : "") / name);
     path += name + "/";
+    doubled += name + "//";
   }
   std::ofstream("deep.txt") << "deep";
   fs::current_path(start);
@@ -101,6 +102,15 @@ TEST_F(PosixFilesTest, PathsOfAnyLength) {
   listed(top);
   EXPECT_EQ(read_all(path, "deep.txt"), "deep");
   EXPECT_EQ(listed(path + "gone/"), "No such file or directory");
+  FileFacts facts;
+  EXPECT_FALSE(files.facts(path, "deep.txt", facts).has_value());
+  EXPECT_EQ(facts.size, 4);
+  // Wherever the path has to be cut.
+  std::string shifted = top;
+  for (int i = 0; i < 110; ++i, shifted += "./") {
+    ASSERT_EQ(listed(shifted + doubled), "deep.txt|") << i;
+    ASSERT_EQ(listed("/" + shifted + doubled), "deep.txt|") << i;
+  }
 }
 
 TEST_F(PosixFilesTest, FactsAndLocalDates) {
@@ -120,6 +130,8 @@ TEST_F(PosixFilesTest, FactsAndLocalDates) {
   const Ticks summer = clock.start_of_day({2024, 7, 1});
   EXPECT_EQ(clock.to_local(summer), (DateTime{{2024, 7, 1}, 0, 0, 0}));
   EXPECT_EQ(summer - clock.start_of_day({2024, 1, 1}), (182 * 24 - 1) * 3600 * ticks_per_second);
+  EXPECT_EQ(clock.start_of_day({-5'000'000, 1, 1}), 0);
+  EXPECT_GT(clock.start_of_day({5'000'000, 1, 1}), clock.start_of_day({30000, 12, 31}));
   unsetenv("TZ");
   tzset();
 }
