@@ -21,7 +21,7 @@ class WinFilesTest : public ::testing::Test {
     wchar_t temporary[MAX_PATH];
     GetTempPathW(MAX_PATH, temporary);
     top = to_utf8(reinterpret_cast<const char16_t*>(temporary)) + "files-" +
-          std::to_string(GetCurrentProcessId()) + "\\";
+          std::to_string(GetTickCount64()) + "\\";
     make_folder(top);
   }
 
