@@ -149,6 +149,7 @@ class RepeatedFile : public FileSystem {
     left_ -= got;
     return std::nullopt;
   }
+  std::optional<SystemError> seek(std::int64_t) override { return std::nullopt; }
   void close() override {}
   std::optional<SystemError> facts(const std::string&, std::string_view, FileFacts&) override {
     return std::nullopt;

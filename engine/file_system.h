@@ -31,6 +31,7 @@ struct SystemError {
 struct FileFacts {
   Ticks modified = 0;
   std::int64_t size = 0;  ///< bytes
+  bool operator==(const FileFacts&) const = default;
 };
 
 /// The ordinary files and the subfolders of one folder. Reused from folder to folder so that a
@@ -91,6 +92,10 @@ class FileSystem {
   /// Reads on in the open file. Fewer bytes than wanted means that the file ended.
   virtual std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
                                           std::size_t& got) = 0;
+
+  /// Makes the next read begin at this byte of the open file, counted from 0. A place behind the
+  /// file's end is none to fail at: reading there yields nothing.
+  virtual std::optional<SystemError> seek(std::int64_t position) = 0;
 
   /// Closes the open file; nothing happens when none is open.
   virtual void close() = 0;

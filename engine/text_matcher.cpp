@@ -2,16 +2,14 @@
 
 #include <algorithm>
 
+#include "engine/word_bytes.h"
+
 namespace tallowmere {
 
 namespace {
 
 /// Looks for a term between two questions of whether to go on: some milliseconds at most.
 constexpr int looks_between_questions = 64;
-
-bool is_word_byte(std::size_t byte) {
-  return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte >= 192;
-}
 
 std::size_t longest(const SearchCriteria& search) {
   return static_cast<std::size_t>(search.max_term_len);

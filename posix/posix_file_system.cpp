@@ -154,6 +154,11 @@ std::optional<SystemError> PosixFileSystem::read(unsigned char* into, std::size_
   return std::nullopt;
 }
 
+std::optional<SystemError> PosixFileSystem::seek(std::int64_t position) {
+  if (lseek(file_, position, SEEK_SET) < 0) return error_of(errno);
+  return std::nullopt;
+}
+
 void PosixFileSystem::close() {
   if (file_ >= 0) ::close(file_);
   file_ = -1;

@@ -108,6 +108,13 @@ std::optional<SystemError> WinFileSystem::read(unsigned char* into, std::size_t 
   return last_system_error();
 }
 
+std::optional<SystemError> WinFileSystem::seek(std::int64_t position) {
+  LARGE_INTEGER place;
+  place.QuadPart = position;
+  if (!SetFilePointerEx(file_, place, nullptr, FILE_BEGIN)) return last_system_error();
+  return std::nullopt;
+}
+
 void WinFileSystem::close() {
   if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
   file_ = INVALID_HANDLE_VALUE;

@@ -21,6 +21,7 @@ class WinFileSystem : public FileSystem {
   std::optional<SystemError> open(const std::string& folder, std::string_view name) override;
   std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
                                   std::size_t& got) override;
+  std::optional<SystemError> seek(std::int64_t position) override;
   void close() override;
   std::optional<SystemError> facts(const std::string& folder, std::string_view name,
                                    FileFacts& facts) override;

@@ -172,6 +172,7 @@ class OneFolder : public FileSystem {
   }
   std::optional<SystemError> open(const std::string&, std::string_view) override { return {}; }
   std::optional<SystemError> read(unsigned char*, std::size_t, std::size_t&) override { return {}; }
+  std::optional<SystemError> seek(std::int64_t) override { return {}; }
   void close() override {}
   std::optional<SystemError> facts(const std::string&, std::string_view, FileFacts&) override {
     return {};

@@ -75,6 +75,11 @@ class MemoryFiles : public FileSystem {
     return std::nullopt;
   }
 
+  std::optional<SystemError> seek(std::int64_t position) override {
+    position_ = static_cast<std::size_t>(position);
+    return std::nullopt;
+  }
+
   void close() override {
     if (current_) ++closed;
     current_ = nullptr;

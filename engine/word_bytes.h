@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstddef>
+
+namespace tallowmere {
+
+/// True for the bytes that continue a word: ASCII letters and 192 to 255, which are the accented
+/// letters of Latin-1. Digits and underscores are boundaries.
+constexpr bool is_word_byte(std::size_t byte) {
+  return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte >= 192;
+}
+
+}  // namespace tallowmere
