@@ -50,4 +50,11 @@ PageText to_page_text(std::string_view utf8, const CodePage& page) {
   return result;
 }
 
+std::string from_page_bytes(std::string_view bytes, const CodePage& page) {
+  std::string utf8;
+  for (const char byte : bytes)
+    append_utf8(utf8, page.to_unicode(static_cast<unsigned char>(byte)));
+  return utf8;
+}
+
 }  // namespace tallowmere

@@ -38,4 +38,7 @@ struct PageText {
 
 PageText to_page_text(std::string_view utf8, const CodePage& page);
 
+/// The bytes of a file as UTF-8; to_page_text leads back.
+std::string from_page_bytes(std::string_view bytes, const CodePage& page);
+
 }  // namespace tallowmere

@@ -19,11 +19,29 @@ void ResultList::add_file_row(FileRecord record) {
   records_.push_back(std::move(record));
 }
 
+namespace {
+
+// Files written within one second, as by one copying, are of one date: their names order them.
+Ticks whole_second(Ticks moment) {
+  return moment - moment % ticks_per_second;
+}
+
+}  // namespace
+
 void ResultList::add_file_row(std::string_view folder, std::string_view name,
                               const FileFacts& facts) {
-  // Files written within one second, as by one copying, are of one date: their names order them.
-  const Ticks second = facts.modified - facts.modified % ticks_per_second;
-  add_file_row(FileRecord{std::string(name), second, std::string(folder), facts.size});
+  add_file_row(
+      FileRecord{std::string(name), whole_second(facts.modified), std::string(folder), facts.size});
+}
+
+bool ResultList::set_facts(std::size_t index, const FileFacts& facts) {
+  FileRecord& record = records_[index];
+  const Ticks second = whole_second(facts.modified);
+  if (record.filedate == second && record.filesize == facts.size) return false;
+  record.filedate = second;
+  record.filesize = facts.size;
+  resort_pending = true;
+  return true;
 }
 
 void ResultList::add_file_row(std::string_view path, const FileFacts& facts) {

@@ -40,6 +40,10 @@ class ResultList {
   /// Splits `path` behind its last separator.
   void add_file_row(std::string_view path, const FileFacts& facts);
 
+  /// Writes the facts found now into a row; true when they differ from those recorded, which the
+  /// next choice of the checked sort key has to heed.
+  bool set_facts(std::size_t index, const FileFacts& facts);
+
   /// Removes all rows; a new search calls it. The sort flags stay.
   void setup_new_list();
 

@@ -1,0 +1,72 @@
+#include "viewer/block_reader.h"
+
+#include <algorithm>
+
+namespace tallowmere {
+
+std::optional<SystemError> BlockReader::open(const std::string& folder, std::string_view name) {
+  close();
+  if (auto error = files_.open(folder, name)) return error;
+  open_ = true;
+  return std::nullopt;
+}
+
+void BlockReader::close() {
+  if (open_) files_.close();
+  open_ = false;
+  used_ = false;
+  block_size_ = 0;
+  block_ends_file_ = false;
+}
+
+std::optional<SystemError> BlockReader::read(std::int64_t position, std::int64_t length,
+                                             std::string& into) {
+  into.clear();
+  if (!holds(position, length)) {
+    if (auto error = load(position, length)) return error;
+  }
+  const std::int64_t offset = position - block_start_;
+  const std::int64_t count = std::clamp<std::int64_t>(block_size_ - offset, 0, length);
+  if (count > 0) into.assign(reinterpret_cast<const char*>(block_.data()) + offset, count);
+  return std::nullopt;
+}
+
+bool BlockReader::holds(std::int64_t position, std::int64_t length) const {
+  const std::int64_t end = block_start_ + block_size_;
+  return block_size_ > 0 && position >= block_start_ &&
+         (position + length <= end || (block_ends_file_ && position < end));
+}
+
+// A piece before the block is the end of the next one: the reader goes backwards.
+std::optional<SystemError> BlockReader::load(std::int64_t position, std::int64_t length) {
+  const bool backwards = block_size_ > 0 && position < block_start_;
+  // Windows around a hit reach a little back and forth over the chunks that go one way.
+  std::int64_t start = position;
+  if (backwards) start = position + length + first_length - block_length;
+  if (!backwards && used_) start = position - first_length;
+  block_start_ = std::max<std::int64_t>(start, 1);
+  block_size_ = 0;
+  block_ends_file_ = false;
+  // The first piece after opening is often the only one wanted.
+  const std::int64_t wanted = used_ ? block_length : std::max(length, first_length);
+  used_ = true;
+  block_.resize(static_cast<std::size_t>(wanted));
+  if (auto error = files_.seek(block_start_ - 1)) return error;
+  std::size_t got = 0;
+  if (auto error = files_.read(block_.data(), block_.size(), got)) {
+    // A defect further on is no reason to withhold what lies before it.
+    block_start_ = position;
+    if (length >= wanted) return error;
+    if (auto again = files_.seek(position - 1)) return again;
+    if (auto again = files_.read(block_.data(), static_cast<std::size_t>(length), got))
+      return again;
+    block_size_ = static_cast<std::int64_t>(got);
+    block_ends_file_ = block_size_ < length;
+    return std::nullopt;
+  }
+  block_size_ = static_cast<std::int64_t>(got);
+  block_ends_file_ = block_size_ < wanted;
+  return std::nullopt;
+}
+
+}  // namespace tallowmere

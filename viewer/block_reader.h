@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/file_system.h"
+
+namespace tallowmere {
+
+/// Reads pieces of one file through a large block in memory, so that many overlapping pieces in
+/// either direction cost few calls of the system. The block is as old as the open file.
+class BlockReader {
+ public:
+  static constexpr std::int64_t block_length = 1 << 20;
+
+  explicit BlockReader(FileSystem& files) : files_(files) {}
+  ~BlockReader() { close(); }
+  BlockReader(const BlockReader&) = delete;
+  BlockReader& operator=(const BlockReader&) = delete;
+
+  bool is_open() const { return open_; }
+  std::optional<SystemError> open(const std::string& folder, std::string_view name);
+  void close();
+
+  /// Replaces `into` by `length` bytes from the 1-based `position`, fewer at the file's end.
+  /// Pieces longer than a block are not for this.
+  std::optional<SystemError> read(std::int64_t position, std::int64_t length, std::string& into);
+
+ private:
+  bool holds(std::int64_t position, std::int64_t length) const;
+  std::optional<SystemError> load(std::int64_t position, std::int64_t length);
+
+  /// What a first read takes: about one chunk.
+  static constexpr std::int64_t first_length = 1 << 15;
+
+  FileSystem& files_;
+  bool open_ = false;
+  bool used_ = false;  ///< something has been read since the file was opened
+  std::vector<unsigned char> block_;
+  std::int64_t block_start_ = 1;
+  std::int64_t block_size_ = 0;
+  bool block_ends_file_ = false;
+};
+
+}  // namespace tallowmere

@@ -1,0 +1,230 @@
+#include "viewer/chunk_shift.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace tallowmere {
+
+namespace {
+
+/// Further loads to let a line stand at the beginning of a displayed line again. Some text boxes
+/// take a second for a chunk without line breaks.
+constexpr int alignment_tries = 1;
+/// Line breaks looked at before those of the present chunk, however long the view is.
+constexpr int further_breaks = 100;
+
+bool is_printable_ascii(char byte) {
+  return byte >= 32 && byte <= 126;
+}
+
+/// True when the display filter ends a line before the byte at `at`, which is not the first one.
+bool begins_line(std::string_view raw, std::size_t at) {
+  const char before = raw[at - 1];
+  if (before == '\n') return true;
+  if (before == '\r') return raw[at] != '\n';
+  if (before != '\0' || raw[at] == '\n') return false;
+  return (at >= 2 && is_printable_ascii(raw[at - 2])) || is_printable_ascii(raw[at]);
+}
+
+/// The earliest beginning of a line in `raw` that lies before `limit` and is followed by fewer
+/// than `breaks` line breaks; 0, the beginning of `raw`, when there is none.
+std::size_t earliest_line(std::string_view raw, int breaks, std::size_t limit) {
+  std::size_t earliest = 0;
+  for (std::size_t at = raw.size(); breaks > 0 && at-- > 1;) {
+    if (!begins_line(raw, at)) continue;
+    --breaks;
+    if (at < limit) earliest = at;
+  }
+  return earliest;
+}
+
+}  // namespace
+
+ChunkShift::ChunkShift(FileViewer& viewer, TextFace& face, bool caret_first)
+    : viewer_(viewer), face_(face), step_(viewer), caret_first_(caret_first) {
+  const TextSelection selection = face.selection();
+  selection_start_ = position_at(selection.start);
+  selection_end_ = position_at(selection.start + selection.length);
+}
+
+ChunkShift::~ChunkShift() {
+  if (loaded_) face_.set_redraw(true);
+}
+
+bool ChunkShift::is_break(int character) const {
+  const std::string& text = viewer_.chunk_text();
+  const auto at = static_cast<std::size_t>(character);
+  return character >= 0 && at < text.size() && text.compare(at, 2, "\r\n") == 0;
+}
+
+// A line break that was completed has two characters for one byte, and only one of them finds it
+// again. So the position before a line break is that of its LF.
+std::int64_t ChunkShift::position_at(int character) const {
+  return viewer_.file_position(is_break(character) ? character + 1 : character);
+}
+
+int ChunkShift::character_at(std::int64_t position) const {
+  const int character = viewer_.character_at(position);
+  return is_break(character - 1) ? character - 1 : character;
+}
+
+ChunkShift::Extent ChunkShift::whole_lines() const {
+  Extent extent;
+  extent.from_start = viewer_.place().chunk_start == 1;
+  extent.to_end = viewer_.place().last_chunk;
+  const int lines = face_.line_count();
+  extent.end = extent.to_end ? lines : line_at(viewer_.crowded_from());
+  if (extent.from_start) return extent;
+  // The first line break puts right whatever the seam has done, unless it is far away.
+  const std::size_t line_break = viewer_.chunk_text().find("\r\n");
+  extent.first = 1;
+  if (line_break != std::string::npos) {
+    const int first = face_.line_from_char(static_cast<int>(line_break)) + 1;
+    if (first <= lines / 4) extent.first = first;
+  }
+  return extent;
+}
+
+bool ChunkShift::load_below(int& line) {
+  const std::int64_t old_start = viewer_.place().chunk_start;
+  const std::int64_t position = line_position(line);
+  // Of an empty line the byte before it will do as well.
+  const auto start_at = [&](int at) { return viewer_.file_position(face_.line_index(at)); };
+  std::int64_t start = start_at(start_line_above(line));
+  if (start <= old_start) start = start_at(line);
+  if (start <= old_start || viewer_.place().last_chunk) return false;
+  return load(start, position, line);
+}
+
+bool ChunkShift::load_above(int& line) {
+  const std::int64_t old_start = viewer_.place().chunk_start;
+  if (old_start == 1) return false;
+  const std::int64_t position = line_position(line);
+  // However long the view is, the chunk has to go on before the present one.
+  const std::int64_t room = std::max(room_above(line), position - old_start + chunk_length / 4);
+  const int breaks = std::max(lines_above(), line + further_breaks);
+  std::int64_t start = start_above(position, room, breaks, old_start);
+  if (start == 0) {
+    const bool wraps = line + 1 < face_.line_count();
+    const std::int64_t line_length = wraps ? line_position(line + 1) - position : 1;
+    start = position - std::max<std::int64_t>(room / line_length, 1) * line_length;
+    start = std::max<std::int64_t>(std::min(start, old_start - 1), 1);
+  }
+  return load(start, position, line);
+}
+
+bool ChunkShift::load_around(std::int64_t position, int& line) {
+  const std::int64_t room = room_above(face_.first_visible_line());
+  std::int64_t start = start_above(position, room, lines_above(), position);
+  if (start == 0) start = std::max<std::int64_t>(position - room, 1);
+  if (!load_chunk(start, position)) return false;
+  line = nearest_line(position);
+  return true;
+}
+
+bool ChunkShift::load_start() {
+  return viewer_.place().chunk_start == 1 || load_chunk(1, 1);
+}
+
+bool ChunkShift::load_end() {
+  const std::int64_t start = std::max<std::int64_t>(viewer_.file_length() - chunk_length + 1, 1);
+  return viewer_.place().last_chunk || load_chunk(start, start);
+}
+
+// A text without line breaks wraps as before only when the chunk begins at a line's beginning. In
+// the file's last chunk, which has its fixed place, the view may be off by part of a line.
+bool ChunkShift::load(std::int64_t start, std::int64_t position, int& line) {
+  const std::int64_t old_start = viewer_.place().chunk_start;
+  for (int tries = 0;; ++tries) {
+    if (!load_chunk(start, position)) return false;
+    line = line_at(position);
+    const std::int64_t off = position - line_position(line);
+    if (off == 0 || tries == alignment_tries || start == 1 || viewer_.place().last_chunk) break;
+    if (start < old_start && start + off >= old_start) break;
+    start += off;
+  }
+  return true;
+}
+
+bool ChunkShift::load_chunk(std::int64_t start, std::int64_t position) {
+  if (!loaded_) face_.set_redraw(false);
+  loaded_ = true;
+  std::int64_t in_chunk = std::max<std::int64_t>(position - start + 1, 1);
+  int line = 0;
+  lost_ = viewer_.load_text_chunk(start, in_chunk, line) != ChunkResult::ok;
+  return !lost_;
+}
+
+int ChunkShift::nearest_line(std::int64_t position) const {
+  const int line = line_at(position);
+  if (line + 1 >= face_.line_count()) return line;
+  return line_position(line + 1) - position < position - line_position(line) ? line + 1 : line;
+}
+
+std::int64_t ChunkShift::bytes_on_view(int line) const {
+  const int end = line + face_.visible_lines();
+  const std::int64_t end_position =
+      end < face_.line_count() ? line_position(end) : viewer_.place().file_location + 1;
+  return end_position - line_position(line);
+}
+
+/// Bytes that a new chunk can hold above a view and still go on for two pages behind it.
+std::int64_t ChunkShift::room_above(int line) const {
+  return std::clamp<std::int64_t>(chunk_length - 3 * bytes_on_view(line), 0, chunk_length / 2);
+}
+
+/// Likewise the line breaks, of which a chunk completes so many only.
+int ChunkShift::lines_above() const {
+  return std::max((inserted_breaks_limit - 3 * face_.visible_lines()) / 2, 0);
+}
+
+/// The line of the present chunk with which one that goes on further down can begin.
+int ChunkShift::start_line_above(int line) const {
+  const std::int64_t earliest = line_position(line) - room_above(line);
+  int first = line_at(earliest);
+  if (line_position(first) < earliest) ++first;
+  return std::clamp(first, std::max(line - lines_above(), 0), line);
+}
+
+/// Where a chunk can begin so that the line at `position` wraps in it as it does now: behind a line
+/// break before `before`, at most `room` bytes and `breaks` line breaks above; 0: nowhere.
+std::int64_t ChunkShift::start_above(std::int64_t position, std::int64_t room, int breaks,
+                                     std::int64_t before) {
+  const std::int64_t earliest = std::max<std::int64_t>(position - room, 1);
+  const std::string raw = viewer_.read_window(earliest, position - earliest);
+  const auto limit = static_cast<std::size_t>(std::max<std::int64_t>(before - earliest, 0));
+  const auto start = static_cast<std::int64_t>(earliest_line(raw, breaks, limit));
+  if (earliest > 1) return start == 0 ? 0 : earliest + start;
+  // From the file's beginning, unless too many line breaks lie between.
+  const auto ends = std::count(raw.begin(), raw.end(), '\n') +
+                    std::count(raw.begin(), raw.end(), '\r') +
+                    std::count(raw.begin(), raw.end(), '\0');
+  return ends < breaks || start == 0 ? 1 : earliest + start;
+}
+
+void ChunkShift::finish(int top) {
+  if (lost_) return;
+  top = std::clamp(top, 0, face_.line_count() - 1);
+  if (loaded_) restore_selection(top);
+  face_.set_first_visible_line(top);
+}
+
+void ChunkShift::restore_selection(int top) {
+  const std::int64_t first = std::max(selection_start_, viewer_.place().chunk_start);
+  const std::int64_t last = std::min(selection_end_, viewer_.place().file_location + 1);
+  const bool selected = selection_start_ < selection_end_;
+  if (last < first || (selected && last == first)) {
+    face_.select(face_.line_index(top), 0);
+    return;
+  }
+  const int start = character_at(first);
+  const int end = character_at(last);
+  if (caret_first_) {
+    face_.select(end, start - end);
+  } else {
+    face_.select(start, end - start);
+  }
+}
+
+}  // namespace tallowmere

@@ -1,0 +1,199 @@
+#include "viewer/file_viewer.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tallowmere {
+
+namespace {
+
+constexpr std::ptrdiff_t failed_view = -2;  ///< the viewed index after a file could not be opened
+
+}  // namespace
+
+FileViewer::FileViewer(ResultList& results, FileSystem& files, TextFace& face, ViewerHost& host)
+    : results_(results), files_(files), face_(face), host_(host), reader_(files) {}
+
+const FileRecord& FileViewer::record() const {
+  return results_.record(static_cast<std::size_t>(results_.viewed_index));
+}
+
+bool FileViewer::viewfile(std::size_t row) {
+  reader_.close();
+  results_.viewed_index = static_cast<std::ptrdiff_t>(row);
+  place_.file_location = 0;
+  shown_ = false;
+  facts_ = {};
+  // Facts that cannot be read leave the row without a date, and opening tells why.
+  const bool known = !files_.facts(record().filepath, record().filename, facts_);
+  file_length_ = facts_.size;
+  if (results_.set_facts(row, facts_)) host_.row_corrected(row);
+  const std::string folder = record().filepath;
+  const std::string name = record().filename;
+  if (known && file_length_ == 0) {
+    fail_to_view("File contains zero bytes.", "Cannot View File");
+    return false;
+  }
+  const auto error = files_.open(folder, name);
+  files_.close();
+  if (error) {
+    fail_to_view(error->text + " - encountered while trying to OPEN " + folder + name + ".",
+                 "Cannot Open File");
+    return false;
+  }
+  host_.file_opened(static_cast<std::size_t>(results_.viewed_index));
+  place_ = {1, 1, true};
+  chunk_pending = true;
+  return true;
+}
+
+void FileViewer::fail_to_view(const std::string& prompt, std::string_view title) {
+  host_.message(prompt, title, true);
+  results_.viewed_index = failed_view;
+  clear_textbox();
+}
+
+void FileViewer::clear_textbox() {
+  reader_.close();
+  place_.file_location = 0;
+  chunk_pending = false;
+  shown_ = false;
+  chunk_text_.clear();
+  filtered_ = {};
+  face_.set_text("");
+  face_.set_scroll_value(0);
+  face_.enable(false);
+  host_.viewer_cleared();
+}
+
+ChunkResult FileViewer::get_file_chunk(std::int64_t& position) {
+  if (!loaded()) return ChunkResult::no_file;
+  const Step step(*this);
+  const Change change = changed_on_disk();
+  if (change != Change::none) {
+    if (change == Change::facts) {
+      host_.message("The file has been modified since last accessed.", "File Has Changed", true);
+    }
+    const auto row = static_cast<std::size_t>(results_.viewed_index);
+    host_.select_row(row);
+    if (!viewfile(row)) return ChunkResult::no_file;
+    position = 1;
+  }
+  if (const auto error = read_chunk(place_chunk(position))) {
+    clear_textbox();
+    results_.viewed_index = failed_view;
+    host_.message(error->text + " - encountered while trying to GET DATA.", "Cannot Get Data",
+                  true);
+    return ChunkResult::failed;
+  }
+  return change == Change::none ? ChunkResult::ok : ChunkResult::reopened;
+}
+
+FileViewer::Change FileViewer::changed_on_disk() const {
+  FileFacts now;
+  if (files_.facts(record().filepath, record().filename, now)) return Change::vanished;
+  return now == facts_ ? Change::none : Change::facts;
+}
+
+bool FileViewer::shows_current() const {
+  return shown_ && changed_on_disk() == Change::none;
+}
+
+// The first move adds the old start itself, not the old start less one: going back from a place
+// near the beginning of a file, one more character is looked at.
+std::int64_t FileViewer::place_chunk(std::int64_t& position) {
+  std::int64_t& start = place_.chunk_start;
+  if (start < 1) {
+    position += start;
+    start = 1;
+  }
+  place_.last_chunk = start + chunk_length > file_length_;
+  if (!place_.last_chunk) return chunk_length;
+  const std::int64_t old_start = start;
+  start = std::max<std::int64_t>(file_length_ - chunk_length + 1, 1);
+  position += old_start - start;
+  return file_length_ - start + 1;
+}
+
+std::optional<SystemError> FileViewer::read_chunk(std::int64_t length) {
+  if (!reader_.is_open()) {
+    if (auto error = reader_.open(record().filepath, record().filename)) return error;
+  }
+  if (auto error = reader_.read(place_.chunk_start, length, chunk_text_)) return error;
+  place_.file_location =
+      std::max<std::int64_t>(place_.chunk_start + std::ssize(chunk_text_) - 1, 1);
+  return std::nullopt;
+}
+
+void FileViewer::fill_textbox(std::int64_t& position) {
+  const auto row = static_cast<std::size_t>(results_.viewed_index);
+  filtered_ = filter_chunk(chunk_text_, write_header_end(chunk_text_, results_.list2_extension(row),
+                                                         place_.chunk_start));
+  shown_start_ = place_.chunk_start;
+  shown_length_ = std::ssize(chunk_text_);
+  shown_ = true;
+  position = filtered_.position_of(position - 1) + 1;
+  chunk_text_ = filtered_.text;
+  face_.set_text(chunk_text_);
+}
+
+ChunkResult FileViewer::load_text_chunk(std::int64_t chunk_start, std::int64_t& position,
+                                        int& line) {
+  if (!loaded()) return ChunkResult::no_file;
+  place_.chunk_start = chunk_start;
+  const ChunkResult result = get_file_chunk(position);
+  if (result != ChunkResult::ok && result != ChunkResult::reopened) return result;
+  fill_textbox(position);
+  chunk_pending = false;
+  face_.enable(true);
+  const auto caret = static_cast<int>(position - 1);
+  face_.select(caret, 0);
+  line = face_.line_from_char(caret);
+  return result;
+}
+
+void FileViewer::backward_scroll_value() {
+  const TextSelection selection = face_.selection();
+  set_scroll_value(selection.start + selection.length);
+}
+
+void FileViewer::update_scroll_value() {
+  if (face_.enabled()) set_scroll_value(face_.selection().start);
+}
+
+void FileViewer::set_scroll_value(std::int64_t character) {
+  if (!loaded()) return;
+  const double fraction =
+      static_cast<double>(place_.chunk_start + character) / static_cast<double>(file_length_);
+  face_.set_scroll_value(
+      static_cast<int>(std::nearbyint(std::min(fraction, 1.0) * scroll_maximum)));
+}
+
+void FileViewer::take_shown(const ChunkPlace& place) {
+  place_ = place;
+  chunk_text_ = filtered_.text;
+}
+
+std::string FileViewer::read_window(std::int64_t position, std::int64_t length) {
+  std::string window;
+  if (!loaded() || length <= 0) return window;
+  const Step step(*this);
+  if (!reader_.is_open() && reader_.open(record().filepath, record().filename)) return window;
+  if (reader_.read(position, length, window)) window.clear();
+  return window;
+}
+
+std::int64_t FileViewer::file_position(int character) const {
+  if (character >= std::ssize(filtered_.origin)) return shown_start_ + shown_length_;
+  return shown_start_ + filtered_.origin[static_cast<std::size_t>(std::max(character, 0))];
+}
+
+int FileViewer::character_at(std::int64_t file_position) const {
+  return static_cast<int>(filtered_.position_of(file_position - shown_start_));
+}
+
+std::int64_t FileViewer::crowded_from() const {
+  return shown_start_ + filtered_.crowded_from;
+}
+
+}  // namespace tallowmere

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/byte_search.h"
+#include "engine/code_page.h"
+#include "engine/search_criteria.h"
+
+namespace tallowmere {
+
+/// An occurrence of the criteria in a text; positions count from 1, 0 stands for none.
+struct Hit {
+  std::int64_t position = 0;
+  std::int64_t length = 0;
+  bool operator==(const Hit&) const = default;
+};
+
+/// A text in which hits are looked for, and where it lies in its file: the windows of NEAR reach
+/// beyond it.
+struct HitText {
+  std::string_view text;
+  std::int64_t file_location = 0;  ///< of the text's last byte, counted from 1
+  std::int64_t file_length = 0;
+};
+
+/// Finds the occurrences that the viewer highlights in one chunk. Made for one set of criteria;
+/// serves any number of texts.
+class HitFinder {
+ public:
+  /// Reads `length` bytes of the viewed file from a 1-based position; fewer at its end, none when
+  /// it cannot be read.
+  using ReadWindow = std::function<std::string(std::int64_t position, std::int64_t length)>;
+
+  /// `search` and `page` must outlive the finder and keep their values.
+  HitFinder(const SearchCriteria& search, const CodePage& page, ReadWindow read_window);
+
+  /// True without criteria: nothing is ever a hit.
+  bool empty() const { return search_.criteria.empty(); }
+
+  /// How many bytes, less one, consecutive chunks share so that no hit is lost at their seam: the
+  /// length of the longest term that fits into a chunk, at least 1.
+  std::int64_t max_term_len() const { return max_term_len_; }
+
+  /// The first hit that begins at or behind `position`. Of terms at one place the later wins.
+  Hit get_highlight_position(const HitText& in, std::int64_t position) const;
+
+  /// The last hit that begins at or before `position`. Of terms at one place the earlier wins.
+  Hit get_prev_highlight(const HitText& in, std::int64_t position) const;
+
+  /// True when `selection` only repeats the criteria: the phrase, or one of the terms.
+  bool repeats_criteria(std::string_view selection) const;
+
+ private:
+  std::int64_t get_hit(std::string_view text, std::int64_t start, std::size_t term) const;
+  std::int64_t get_prev_hit(std::string_view text, std::int64_t start, std::size_t term) const;
+  Hit next_near_hit(const HitText& in, std::int64_t position) const;
+  Hit prev_near_hit(const HitText& in, std::int64_t position) const;
+
+  bool near_hit_passes(const HitText& in, std::int64_t position) const;
+  std::string_view get_view_proximity_str(const HitText& in, std::int64_t position,
+                                          std::string& buffer) const;
+  std::string read_proximity_str(const HitText& in, std::int64_t position) const;
+  bool proximity_view_search(std::string_view prox_window) const;
+
+  const SearchCriteria& search_;
+  const std::array<Byte, 256>* lower_;  ///< null when case matters
+  ReadWindow read_window_;
+  std::vector<BytePattern> patterns_;  ///< one per term, or the phrase alone
+  std::vector<bool> whole_word_;       ///< the same indexes
+  std::vector<bool> usable_;           ///< false: can stand in no file, or would be everywhere
+  std::int64_t max_term_len_ = 1;
+};
+
+}  // namespace tallowmere
