@@ -8,6 +8,7 @@
 #define IDD_DATE 2002
 #define IDD_PROXIMITY 2003
 #define IDD_NARROW 2004
+#define IDD_FONTS 2005
 
 // frmSearchFor
 #define IDC_SEARCH_LABEL1 2010
@@ -55,3 +56,11 @@
 // frmNarrow
 #define IDC_NARROW_OPTION 2200 /* 3 */
 #define IDC_NARROW_LABEL 2210  /* 3 */
+
+// frmFonts
+#define IDC_FONTS_LABEL1 2230
+#define IDC_FONTS_LABEL2 2231
+#define IDC_FONTS_LABEL3 2232
+#define IDC_FONTS_FACES 2233
+#define IDC_FONTS_SIZES 2234
+#define IDC_FONTS_SAMPLE 2235

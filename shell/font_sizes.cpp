@@ -1,0 +1,46 @@
+#include "shell/font_sizes.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace tallowmere {
+
+namespace {
+
+/// One pixel on a screen of 96 dots per inch: from 9.75 points, 10 would look the same.
+constexpr double visible_step = 0.75;
+
+}  // namespace
+
+double larger_size(double points) {
+  if (points < usual_font_sizes.front()) return usual_font_sizes.front();
+  for (const double size : usual_font_sizes) {
+    if (size >= points + visible_step) return size;
+  }
+  return usual_font_sizes.back();
+}
+
+double smaller_size(double points) {
+  if (points > usual_font_sizes.back()) return usual_font_sizes.back();
+  for (auto size = usual_font_sizes.rbegin(); size != usual_font_sizes.rend(); ++size) {
+    if (*size <= points - visible_step) return *size;
+  }
+  return usual_font_sizes.front();
+}
+
+std::vector<double> offered_sizes(double points) {
+  std::vector<double> sizes(usual_font_sizes.begin(), usual_font_sizes.end());
+  if (!std::isfinite(points) || points <= 0) return sizes;
+  const auto place = std::lower_bound(sizes.begin(), sizes.end(), points);
+  if (place == sizes.end() || *place != points) sizes.insert(place, points);
+  return sizes;
+}
+
+std::string size_text(double points) {
+  char text[32];  // six digits, a point, a sign and an exponent at most
+  const auto end = std::to_chars(text, text + sizeof text, points, std::chars_format::general, 6);
+  return std::string(text, end.ptr);
+}
+
+}  // namespace tallowmere
