@@ -2,6 +2,7 @@
 
 #include "app/command_controls.h"
 #include "app/resource.h"
+#include "dialogs/frmFonts.h"
 #include "dialogs/frmNarrow.h"
 #include "dialogs/frmSearchFor.h"
 #include "win32/dpi.h"
@@ -13,7 +14,6 @@ namespace tallowmere {
 namespace {
 
 constexpr wchar_t class_name[] = L"Tallowmere32";
-constexpr UINT message_relayout = WM_APP;  ///< the controls have followed a change of DPI
 
 HICON load_icon(int width_metric, int height_metric) {
   const HANDLE icon =
@@ -47,6 +47,7 @@ DateFormat date_format(const Clock& clock) {
 Form1::Form1(const Services& services)
     : Form(form_template(), nullptr),
       ListView2(item(IDC_LISTVIEW2), results_, date_format(services.clock)),
+      Text1(item(IDC_TEXT1), item(IDC_VSCROLL1), services.page),
       services_(services),
       search_(services.search),
       clock_(services.clock),
@@ -54,11 +55,14 @@ Form1::Form1(const Services& services)
                       win32::short_date, win32::type_description, services.program_folder,
                       dialog_cancelled_},
       quick_menu_(IDR_QUICK),
-      tips_(handle()) {
+      tips_(handle()),
+      viewer_(Text1, results_, services.files, services.search, services.page, viewer_window()),
+      hyper_caption_(hyper_.caption(false)) {
   find_controls();
   wire_buttons();
   wire_menus();
   wire_list();
+  wire_viewer();
   set_tool_tips();
   Form_Load();
 }
@@ -80,8 +84,6 @@ void Form1::find_controls() {
   cmdHyper = win32::Button(item(IDC_CMDHYPER));
   cmdRestore = win32::Button(item(IDC_CMDRESTORE));
   cmdExit = win32::Button(item(IDC_CMDEXIT));
-  Text1 = win32::TextBox(item(IDC_TEXT1));
-  VScroll1 = win32::ScrollBar(item(IDC_VSCROLL1));
   Label1 = win32::Label(item(IDC_LABEL1));
   Label2 = win32::Label(item(IDC_LABEL2));
   lblFileInfo = win32::Label(item(IDC_LBLFILEINFO));
@@ -97,10 +99,24 @@ void Form1::command_clicked(int id, Handler handler) {
 
 void Form1::wire_buttons() {
   command_clicked(IDC_CMDSEARCH, [this] { cmdSearch_Click(); });
+  command_clicked(IDC_CMDVIEW, [this] { cmdView_Click(); });
+  command_clicked(IDC_CMDFINDNEXT, [this] { cmdFindNext_Click(); });
+  command_clicked(IDC_CMDFINDPREV, [this] { cmdFindPrev_Click(); });
+  command_clicked(IDC_CMDHYPER, [this] { cmdHyper_Click(); });
+  command_clicked(IDC_CMDRESTORE, [this] { cmdRestore_Click(); });
   command_clicked(IDC_CMDEXIT, [this] { cmdExit_Click(); });
 }
 
 void Form1::wire_menus() {
+  command_clicked(ID_MNUVIEW, [this] { mnuView_Click(); });
+  command_clicked(ID_MNUFINDNEXT, [this] { mnuFindNext_Click(); });
+  command_clicked(ID_MNUFINDPREV, [this] { mnuFindPrev_Click(); });
+  command_clicked(ID_MNUHYPER, [this] { mnuHyper_Click(); });
+  command_clicked(ID_MNUQHYPER, [this] { mnuQHyper_Click(); });
+  command_clicked(ID_MNURESTORE, [this] { mnuRestore_Click(); });
+  command_clicked(ID_MNUFONTSTYLE, [this] { mnuFontStyle_Click(); });
+  command_clicked(ID_MNULARGERFONT, [this] { mnuLargerFont_Click(); });
+  command_clicked(ID_MNUSMALLERFONT, [this] { mnuSmallerFont_Click(); });
   command_clicked(ID_MNUSELECTALL, [this] { mnuSelectAll_Click(); });
   command_clicked(ID_MNUEXIT, [this] { mnuExit_Click(); });
   command_clicked(ID_MNUSTART, [this] { mnuStart_Click(); });
@@ -136,12 +152,18 @@ void Form1::wire_list() {
     ListView2_GotFocus();
     return 0;
   });
-  const auto selection_changed = [this](NMHDR&) -> LRESULT {
+  notify(IDC_LISTVIEW2, NM_KILLFOCUS, [this](NMHDR&) -> LRESULT {
+    focus_marker_.list_lost_focus();
+    return 0;
+  });
+  notify(IDC_LISTVIEW2, LVN_ITEMCHANGED, [this](NMHDR& header) -> LRESULT {
+    ListView2_ItemClick(reinterpret_cast<NMLISTVIEW&>(header));
+    return 0;
+  });
+  notify(IDC_LISTVIEW2, LVN_ODSTATECHANGED, [this](NMHDR&) -> LRESULT {
     refresh_commands();
     return 0;
-  };
-  notify(IDC_LISTVIEW2, LVN_ITEMCHANGED, selection_changed);
-  notify(IDC_LISTVIEW2, LVN_ODSTATECHANGED, selection_changed);
+  });
 }
 
 void Form1::set_tool_tips() {
@@ -173,9 +195,28 @@ bool Form1::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& resu
     case message_relayout:
       dpi_changed();
       return true;
+    case message_view:
+      view_selected_row();
+      return true;
     case WM_ACTIVATE:
       Form_Activate(LOWORD(wparam) != WA_INACTIVE);
       return false;
+    case WM_VSCROLL:
+      if (reinterpret_cast<HWND>(lparam) == Text1.VScroll1.handle()) {
+        VScroll1_Change(LOWORD(wparam));
+      }
+      return true;
+    case WM_MOUSEWHEEL:
+      // Over the scroll bar or a button that has the focus: the text box passes nothing on.
+      SendMessageW(Text1.handle(), message, wparam, lparam);
+      return true;
+    case WM_CTLCOLORSTATIC:
+      // A text box that cannot be written to is grey otherwise.
+      if (reinterpret_cast<HWND>(lparam) != Text1.handle() || !Text1.enabled()) return false;
+      SetBkColor(reinterpret_cast<HDC>(wparam), GetSysColor(COLOR_WINDOW));
+      SetTextColor(reinterpret_cast<HDC>(wparam), GetSysColor(COLOR_WINDOWTEXT));
+      result = reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+      return true;
     case WM_SETCURSOR:
       result = TRUE;
       return set_pointer(lparam);
@@ -198,9 +239,11 @@ bool Form1::pre_translate(MSG& message) {
 
 // The keys that the window sees before its controls.
 bool Form1::Form_KeyDown(WPARAM key) {
+  const bool shift = GetKeyState(VK_SHIFT) < 0;
+  const bool plain = !shift && GetKeyState(VK_CONTROL) >= 0 && GetKeyState(VK_MENU) >= 0;
   switch (key) {
     case VK_ESCAPE:
-      if (state_.searching) {
+      if (state_.searching || viewer_.finding()) {
         mnuStop_Click();
       } else {
         move_focus(ListView2.handle());
@@ -209,21 +252,38 @@ bool Form1::Form_KeyDown(WPARAM key) {
     case VK_BACK:
       move_focus(ListView2.handle());
       return true;
+    case VK_F3:
+      return find_by_key(!shift);
     case VK_RETURN:
-      if (!ListView2.has_focus()) return false;
+      if (!plain) return false;
+      if (!ListView2.has_focus()) return Text1.has_focus() && find_by_key(true);
       ListView2_DblClick();
       return true;
+    case VK_SPACE:
+      // A button that has the focus is pressed instead.
+      return plain && (Text1.has_focus() || ListView2.has_focus()) && find_by_key(true);
   }
   return false;
 }
 
-void Form1::Form_Activate(bool active) {
-  if (active && !state_.searching) SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+/// The keys of Find Next and Find Prev; false when no file is viewed.
+bool Form1::find_by_key(bool forward) {
+  if (!command_enabled(IDC_CMDFINDNEXT, state_)) return false;
+  if (forward) {
+    cmdFindNext_Click();
+  } else {
+    cmdFindPrev_Click();
+  }
+  return true;
 }
 
-/// Shows the pointer of a busy program inside the window while a search runs.
+void Form1::Form_Activate(bool active) {
+  if (active && !state_.busy()) SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+}
+
+/// Shows the pointer of a busy program inside the window while it searches.
 bool Form1::set_pointer(LPARAM lparam) const {
-  if (!state_.searching || LOWORD(lparam) != HTCLIENT) return false;
+  if (!state_.busy() || LOWORD(lparam) != HTCLIENT) return false;
   SetCursor(LoadCursorW(nullptr, IDC_APPSTARTING));
   return true;
 }

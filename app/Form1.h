@@ -7,6 +7,8 @@
 #include <string_view>
 
 #include "app/result_view.h"
+#include "app/viewer_box.h"
+#include "app/viewer_pane.h"
 #include "dialogs/dialog_context.h"
 #include "engine/code_page.h"
 #include "engine/date_time.h"
@@ -16,6 +18,7 @@
 #include "results/result_list.h"
 #include "results/sort_command.h"
 #include "shell/command_table.h"
+#include "shell/focus_marker.h"
 #include "shell/layout.h"
 #include "shell/search_kind.h"
 #include "shell/settings.h"
@@ -27,6 +30,7 @@
 
 namespace tallowmere {
 
+class frmFonts;
 class frmNarrow;
 class frmSearchFor;
 
@@ -57,6 +61,7 @@ class Form1 : public win32::Form {
   void run_search(SearchKind kind, const CriteriaInput& input);
 
   bool searching() const { return state_.searching; }
+  bool finding() const { return viewer_.finding(); }
   const ResultList& results() const { return results_; }
   SortKey sort_type() const { return sort_menu_.sort_type(); }
   std::string tool_tip(const win32::Control& control) const { return tips_.text(control.handle()); }
@@ -64,7 +69,18 @@ class Form1 : public win32::Form {
   bool pre_translate(MSG& message) override;
 
   void cmdSearch_Click();
+  void cmdView_Click();
+  void cmdFindNext_Click();
+  void cmdFindPrev_Click();
+  void cmdHyper_Click();
+  void cmdRestore_Click();
   void cmdExit_Click();
+  void mnuView_Click();
+  void mnuFindNext_Click();
+  void mnuFindPrev_Click();
+  void mnuHyper_Click();
+  void mnuQHyper_Click();
+  void mnuRestore_Click();
   void mnuStart_Click();
   void mnuStop_Click();
   void mnuSearchNew_Click();
@@ -76,12 +92,14 @@ class Form1 : public win32::Form {
   void mnuMinimizeOn_Click();
   void mnuFindOnLaunch_Click();
   void mnuSort_Click(int index);
+  void mnuFontStyle_Click();
+  void mnuLargerFont_Click();
+  void mnuSmallerFont_Click();
 
   ResultView ListView2;
   win32::Button cmdSearch, cmdView, cmdFindNext, cmdFindPrev, cmdLaunch, cmdHyper, cmdRestore,
       cmdExit;
-  win32::TextBox Text1;
-  win32::ScrollBar VScroll1;
+  ViewerBox Text1;  ///< with its `VScroll1`
   win32::Label Label1, Label2, lblFileInfo;
   win32::Control Line1, Line2;
 
@@ -89,6 +107,10 @@ class Form1 : public win32::Form {
   bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
 
  private:
+  // Messages to itself.
+  static constexpr UINT message_relayout = WM_APP;  ///< the controls have followed a change of DPI
+  static constexpr UINT message_view = WM_APP + 1;  ///< the user has selected a row
+
   // Start and end: Form1_settings.cpp.
   void Form_Load();
   void apply_settings(const ShellState& shell);
@@ -106,6 +128,7 @@ class Form1 : public win32::Form {
   /// Runs the handler only while the command can be used: other programs can send any command.
   void command_clicked(int id, Handler handler);
   bool Form_KeyDown(WPARAM key);
+  bool find_by_key(bool forward);
   void Form_Activate(bool active);
   bool set_pointer(LPARAM lparam) const;
 
@@ -118,6 +141,21 @@ class Form1 : public win32::Form {
   void show_context_menu(HWND over, LPARAM position);
   void pop_up_file_menu(POINT at);
 
+  // The viewer: Form1_viewer.cpp.
+  ViewerPane::Window viewer_window();
+  void wire_viewer();
+  void VScroll1_Change(int code);
+  void show_file(const FileRecord* record);
+  void row_corrected();
+  void ListView2_ItemClick(const NMLISTVIEW& change);
+  void view_selected_row();
+  void set_list2_index();
+  void select_row(int row);
+  void after_find();
+  void show_hyper_captions();
+  void do_hyper_search(const CriteriaInput& input);
+  void use_font_size(double points);
+
   // List events: Form1_commands.cpp.
   void ListView2_ColumnClick(int column);
   void ListView2_DblClick();
@@ -128,6 +166,7 @@ class Form1 : public win32::Form {
   void Form_Resize();
   void place_controls(const MainLayout& layout, int dpi);
   void apply_viewer_font();
+  void set_viewer_font();
   void dpi_changed();
   void limit_size(MINMAXINFO& limits) const;
 
@@ -138,12 +177,15 @@ class Form1 : public win32::Form {
   void show_progress(const FileSearch& search);
   void finish_run(SearchKind kind, const FileSearch& search, bool selected_matches);
   bool search_timing(bool stopped);
+  bool search_selected_file(FileSearch& search, std::size_t row);
+  void show_selected_file(bool matches);
   void show_found_files(const FileSearch& search);
   void post_search_restore();
   void bring_to_front();
   void play_end_sound() const;
   frmNarrow& narrow_prompt();
   frmSearchFor& search_dialog();
+  frmFonts& font_dialog();
 
   Services services_;
   SearchCriteria& search_;
@@ -160,12 +202,19 @@ class Form1 : public win32::Form {
 
   SortMenu sort_menu_;
   WindowState state_;
+  ViewerPane viewer_;
+  HyperFind hyper_;
+  std::string_view hyper_caption_;  ///< what the button and the menus say now
+  FocusMarker focus_marker_;
+  bool selecting_ = false;        ///< the program moves the list's selection, not the user
+  bool view_again_ = false;       ///< another row was selected during a step of the viewer
   bool stop_ = false;             ///< the run is to end; set from inside its yields
-  bool close_after_run_ = false;  ///< the window was closed during a run
+  bool close_after_run_ = false;  ///< the window was closed during a run or a step of the viewer
   bool has_wave_output_ = false;
   SearchKind search_kind_ = SearchKind::new_search;  ///< the narrow prompt's last answer
   double started_ = 0;                               ///< of the run, in seconds since midnight
 
+  std::unique_ptr<frmFonts> frmFonts_;
   std::unique_ptr<frmNarrow> frmNarrow_;
   std::unique_ptr<frmSearchFor> frmSearchFor_;
 };

@@ -37,8 +37,17 @@ bool covers(HWND window, POINT point) {
 
 /// Called whenever the rows, their selection or the searching state may have changed.
 void Form1::refresh_commands() {
+  const int selected = ListView2.selected();
   state_.rows = results_.file_count();
-  state_.row_selected = ListView2.selected() >= 0;
+  state_.row_selected = selected >= 0;
+  state_.finding = viewer_.finding();
+  state_.viewing = viewer_.viewing();
+  state_.row_viewed = state_.viewing && selected == results_.viewed_index;
+  state_.text_selected = viewer_.text_selected();
+  state_.hyper_current = hyper_.hyper_state() == HyperFind::hyper_current;
+  state_.user_restored = hyper_.hyper_state() == HyperFind::user_restored;
+  show_hyper_captions();
+  if (!state_.searching) cmdSearch.set_text(state_.finding ? "Stop" : "Search");
   enable_commands(handle(), quick_menu_.handle(), state_);
 }
 
@@ -56,6 +65,7 @@ void Form1::mnuStart_Click() {
 
 void Form1::mnuStop_Click() {
   stop_ = true;
+  viewer_.stop();
 }
 
 void Form1::mnuSoundOn_Click() {
@@ -110,7 +120,7 @@ void Form1::sort_rows(SortAction action) {
     sort_and_fill();
   }
   if (selected >= 0) {
-    ListView2.select_only(static_cast<int>(results_.find_result_index(selected_path)));
+    select_row(static_cast<int>(results_.find_result_index(selected_path)));
   }
   refresh_commands();
 }
@@ -127,18 +137,24 @@ void Form1::ListView2_ColumnClick(int column) {
   if (!state_.searching) mnuSort_Click(column);
 }
 
-/// A sound file is played.
+/// A sound file is played. Of another one, the first double click shows the file, further ones step
+/// through its hits.
 void Form1::ListView2_DblClick() {
   const int row = ListView2.selected();
-  if (state_.searching || row < 0) return;
+  if (state_.busy() || row < 0) return;
   const auto index = static_cast<std::size_t>(row);
-  if (has_wave_output_ && ends_in_wav(results_.record(index).filename)) {
-    win32::play_sound(results_.indexed_filename(index));
+  if (ends_in_wav(results_.record(index).filename)) {
+    if (has_wave_output_) win32::play_sound(results_.indexed_filename(index));
+  } else if (command_enabled(IDC_CMDVIEW, state_)) {
+    cmdView_Click();
+  } else if (command_enabled(IDC_CMDFINDNEXT, state_)) {
+    cmdFindNext_Click();
   }
 }
 
 /// An empty list, and any list during a search, hands the focus on.
 void Form1::ListView2_GotFocus() {
+  focus_marker_.list_got_focus();
   if (!state_.searching && ListView2.row_count() > 0) return;
   const bool backwards = GetKeyState(VK_SHIFT) < 0;
   PostMessageW(handle(), WM_NEXTDLGCTL, backwards, FALSE);
@@ -146,13 +162,13 @@ void Form1::ListView2_GotFocus() {
 
 /// `position` is on the screen, -1 when the menu key was pressed.
 void Form1::show_context_menu(HWND over, LPARAM position) {
-  if (state_.searching) return;
+  if (state_.busy()) return;
   if (over == ListView2.handle()) {
     ListView2_MouseUp(position);
     return;
   }
   const bool by_key = position == -1;
-  const POINT at = by_key ? corner_of(Text1.handle()) : point_of(position);
+  const POINT at = by_key ? Text1.caret_point() : point_of(position);
   if (by_key || covers(Text1.handle(), at)) win32::pop_up(quick_menu_.handle(), handle(), at);
 }
 

@@ -53,7 +53,9 @@ void Form1::Form_Resize() {
   RECT client;
   GetClientRect(handle(), &client);
   const TwipSize inside{to_twips(client.right, dpi), to_twips(client.bottom, dpi)};
-  place_controls(layout_main_window({outer.width, outer.height}, inside), dpi);
+  viewer_.keep_view([&] {
+    place_controls(layout_main_window({outer.width, outer.height}, inside), dpi);
+  });
   ListView2.fit_last_column(dpi);
 }
 
@@ -65,7 +67,7 @@ void Form1::place_controls(const MainLayout& layout, int dpi) {
       {cmdRestore.handle(), &layout.cmdRestore},   {cmdExit.handle(), &layout.cmdExit},
       {ListView2.handle(), &layout.ListView2},     {Label1.handle(), &layout.Label1},
       {Label2.handle(), &layout.Label2},           {Text1.handle(), &layout.Text1},
-      {VScroll1.handle(), &layout.VScroll1},       {lblFileInfo.handle(), &layout.lblFileInfo}};
+      {Text1.VScroll1.handle(), &layout.VScroll1}, {lblFileInfo.handle(), &layout.lblFileInfo}};
   Mover mover(static_cast<int>(std::size(places)) + 2, dpi);
   for (const auto& [control, place] : places) mover.move(control, *place);
   mover.move_line(Line1.handle(), layout.Line1);
@@ -81,7 +83,7 @@ void Form1::apply_viewer_font() {
 }
 
 void Form1::dpi_changed() {
-  apply_viewer_font();
+  set_viewer_font();
   ListView2.set_design_widths(win32::window_dpi(handle()));
   layout_memory_.forget();
   Form_Resize();

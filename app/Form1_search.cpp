@@ -24,6 +24,10 @@ FoundFile found_file(const FileRecord& record) {
 }  // namespace
 
 void Form1::cmdSearch_Click() {
+  if (viewer_.finding()) {
+    viewer_.stop();
+    return;
+  }
   if (state_.searching) {
     stop_ = true;
     cmdSearch.set_text("Search");
@@ -57,7 +61,9 @@ bool Form1::choose_kind(SearchKind& kind) {
 }
 
 void Form1::start_run(SearchKind kind) {
+  if (kind == SearchKind::file_search) set_list2_index();
   if (!search_dialog().ask(kind)) return;
+  hyper_.user_searched();
   run_search(kind, search_dialog().input());
 }
 
@@ -65,9 +71,11 @@ void Form1::run_search(SearchKind kind, const CriteriaInput& input) {
   const int selected = ListView2.selected();
   if (kind == SearchKind::file_search && selected < 0) return;
   load_search_criteria(search_, input, services_.page);
+  viewer_.criteria_loaded();
   std::vector<FileRecord> listed;
   if (kind == SearchKind::list_search) listed = results_.take_records();
   if (kind != SearchKind::file_search) {
+    viewer_.clear();
     results_.setup_new_list();
     ListView2.show_none();
   }
@@ -87,13 +95,19 @@ void Form1::run_search(SearchKind kind, const CriteriaInput& input) {
       search.SearchListboxFiles(listed.size(),
                                 [&](std::size_t i) { return found_file(listed[i]); });
       break;
-    case SearchKind::file_search: {
-      const FileRecord record = results_.record(static_cast<std::size_t>(selected));
-      selected_matches = search.search_selected_file(record.filepath, record.filename);
+    case SearchKind::file_search:
+      selected_matches = search_selected_file(search, static_cast<std::size_t>(selected));
       break;
-    }
   }
   finish_run(kind, search, selected_matches);
+}
+
+/// Brings the file into the viewer first when another one is there.
+bool Form1::search_selected_file(FileSearch& search, std::size_t row) {
+  const bool on_view = viewer_.viewing() && std::cmp_equal(results_.viewed_index, row);
+  if (!on_view && !viewer_.open(row)) return false;
+  const FileRecord record = results_.record(static_cast<std::size_t>(results_.viewed_index));
+  return search.search_selected_file(record.filepath, record.filename);
 }
 
 /// The searching state: only Stop works.
@@ -134,10 +148,24 @@ void Form1::finish_run(SearchKind kind, const FileSearch& search, bool selected_
   post_search_restore();
   if (close_after_run_) {
     Form_Unload();
-  } else if (kind != SearchKind::file_search) {
+  } else if (kind == SearchKind::file_search) {
+    show_selected_file(selected_matches && !search.stopped());
+  } else {
     bring_to_front();
     play_end_sound();
   }
+}
+
+/// The end of a search of the file in the viewer: its hits are those of the new criteria now.
+void Form1::show_selected_file(bool matches) {
+  if (!viewer_.viewing()) return;
+  if (matches) {
+    viewer_.show_first_hit(static_cast<std::size_t>(results_.viewed_index));
+  } else {
+    viewer_.show_if_pending();
+  }
+  if (Text1.enabled()) move_focus(Text1.handle());
+  after_find();
 }
 
 /// The end of the timed part of a run. A Stop that was still waiting counts; true when stopped.

@@ -66,8 +66,8 @@ void Form1::Form_Unload() {
 /// The close box, the system menu, or another program's wish.
 void Form1::close() {
   if (!IsWindowEnabled(handle())) return;  // a dialog is open
-  if (state_.searching) {
-    stop_ = true;
+  if (state_.searching || viewer_.finding()) {
+    mnuStop_Click();
     close_after_run_ = true;
     return;
   }

@@ -8,14 +8,14 @@ using enum EnabledRule;
 constexpr Command commands[] = {
     // The Search button stays: during a search it is the Stop button.
     {"cmdSearch", always},
-    {"cmdView", unavailable},
-    {"cmdFindNext", unavailable},
-    {"cmdFindPrev", unavailable},
+    {"cmdView", row_not_viewed},
+    {"cmdFindNext", viewing},
+    {"cmdFindPrev", viewing},
     {"cmdLaunch", unavailable},
-    {"cmdHyper", unavailable},
-    {"cmdRestore", unavailable},
-    {"cmdExit", not_searching},
-    {"mnuView", unavailable},
+    {"cmdHyper", hyper_find},
+    {"cmdRestore", restore_find},
+    {"cmdExit", not_busy},
+    {"mnuView", row_not_viewed},
     {"mnuLaunch", unavailable},
     {"mnuMove", unavailable},
     {"mnuCopy", unavailable},
@@ -23,34 +23,34 @@ constexpr Command commands[] = {
     {"mnuDelete", unavailable},
     {"mnuRemove", unavailable},
     {"mnuSelectAll", list_not_empty},
-    {"mnuExit", not_searching},
+    {"mnuExit", not_busy},
     {"mnuCopyToClipboard", unavailable},
     {"mnuAppendToClipboard", unavailable},
     {"mnuCopyFilename", unavailable},
-    {"mnuFindNext", unavailable},
-    {"mnuFindPrev", unavailable},
-    {"mnuHyper", unavailable},
-    {"mnuRestore", unavailable},
-    {"mnuStart", not_searching},
-    {"mnuStop", searching},
+    {"mnuFindNext", viewing},
+    {"mnuFindPrev", viewing},
+    {"mnuHyper", hyper_find},
+    {"mnuRestore", restore_find},
+    {"mnuStart", not_busy},
+    {"mnuStop", busy},
     {"mnuSoundOn", always},
-    {"mnuMinimizeOn", not_searching},
+    {"mnuMinimizeOn", not_busy},
     {"mnuFindOnLaunch", always},
-    {"mnuFontStyle", unavailable},
-    {"mnuLargerFont", unavailable},
-    {"mnuSmallerFont", unavailable},
-    {"mnuSort0", not_searching},
-    {"mnuSort1", not_searching},
-    {"mnuSort2", not_searching},
-    {"mnuSort3", not_searching},
-    {"mnuSort4", not_searching},
+    {"mnuFontStyle", not_busy},
+    {"mnuLargerFont", not_busy},
+    {"mnuSmallerFont", not_busy},
+    {"mnuSort0", not_busy},
+    {"mnuSort1", not_busy},
+    {"mnuSort2", not_busy},
+    {"mnuSort3", not_busy},
+    {"mnuSort4", not_busy},
     {"mnuQTips", unavailable},
     {"mnuHints", unavailable},
     {"mnuAbout", unavailable},
     {"mnuQCopy", unavailable},
     {"mnuQAppend", unavailable},
-    {"mnuQHyper", unavailable},
-    {"mnuSearchNew", not_searching},
+    {"mnuQHyper", hyper_find},
+    {"mnuSearchNew", not_busy},
     {"mnuSearchList", list_not_empty},
     {"mnuSearchFile", row_selected},
 };
@@ -69,21 +69,26 @@ const Command* find_command(std::string_view name) {
 }
 
 bool is_enabled(EnabledRule rule, const WindowState& state) {
+  if (rule == always) return true;
+  if (state.busy()) return rule == EnabledRule::busy;
   switch (rule) {
-    case always:
+    case not_busy:
       return true;
-    case not_searching:
-      return !state.searching;
-    case searching:
-      return state.searching;
     case list_not_empty:
-      return !state.searching && state.rows > 0;
-    case row_selected:
-      return !state.searching && state.row_selected;
-    case unavailable:
-      break;
+      return state.rows > 0;
+    case EnabledRule::row_selected:
+      return state.row_selected;
+    case row_not_viewed:
+      return state.row_selected && !state.row_viewed;
+    case EnabledRule::viewing:
+      return state.viewing;
+    case hyper_find:
+      return state.viewing && (state.text_selected || state.user_restored);
+    case restore_find:
+      return state.viewing && state.hyper_current;
+    default:
+      return false;
   }
-  return false;
 }
 
 }  // namespace tallowmere

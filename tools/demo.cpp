@@ -45,6 +45,7 @@ void use_folder(const std::string& folder) {
   settings.set("from_date", "3/1/2001");
   settings.set("to_date", "3/31/2001");
   settings.set("path", folder);
+  settings.set("font_name", "Liberation Mono");    // every machine that makes pictures has it
   settings.set("checked", "YNNNNNNYNNYNNNNNYYN");  // all files, subfolders, by name, no sound
   for (int i = 0; i < 5; ++i) {
     const char* const types[] = {"txt", "doc", "htm", "log", "w??"};
@@ -111,6 +112,36 @@ void picture_dialogs(const MainWindow& program, Window criteria) {
   program.close(proximity, IDCANCEL);
 }
 
+/// Selects a row and waits until its file shows.
+void view_row(const MainWindow& program, int row) {
+  const Window box = program.control(IDC_TEXT1);
+  program.list().select(row);
+  if (!wait_until([&] { return box.is_enabled() && !box.selected_text().empty(); })) {
+    throw std::runtime_error("the file does not show");
+  }
+}
+
+/// Pictures of a HyperFind and of the choice of the font.
+void picture_viewer(const MainWindow& program) {
+  const Window box = program.control(IDC_TEXT1);
+  const Window restore = program.control(IDC_CMDRESTORE);
+  const std::string wanted = "the ";
+  const std::size_t place = box.text().find(wanted);
+  if (place == std::string::npos) throw std::runtime_error("the file lacks the text");
+  box.select_text(static_cast<int>(place), static_cast<int>(wanted.size()));
+  program.control(IDC_CMDHYPER).click();
+  if (!wait_until([&] { return restore.is_enabled(); })) {
+    throw std::runtime_error("HyperFind does not find");
+  }
+  take_picture("hyperfind", program.window().text());
+  program.window().command(ID_MNUFONTSTYLE);
+  const Window fonts = program.program().wait_for_window(fonts_caption);
+  take_picture("fonts", fonts_caption);
+  program.close(fonts, IDCANCEL);
+  restore.click();
+  wait_until([&] { return !restore.is_enabled(); });
+}
+
 void show_pictures(const std::string& path, const std::string& folder) {
   use_folder(folder);
   const MainWindow program(path);
@@ -122,8 +153,9 @@ void show_pictures(const std::string& path, const std::string& folder) {
   picture_dialogs(program, criteria);
   program.begin(criteria, any_word, "lantern storm");
   if (!program.wait_for_end()) throw std::runtime_error("the search does not end");
-  program.list().select(0);
-  take_picture("main", main_caption);
+  view_row(program, 0);
+  take_picture("main", program.window().text());
+  picture_viewer(program);
   const Window prompt = program.press_search(narrow_caption);
   take_picture("narrow", narrow_caption);
   program.close(prompt, IDCANCEL);

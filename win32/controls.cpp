@@ -1,5 +1,7 @@
 #include "win32/controls.h"
 
+#include <algorithm>
+
 #include "win32/text.h"
 
 namespace tallowmere::win32 {
@@ -23,11 +25,15 @@ std::string list_text(HWND list, UINT length_message, UINT text_message, int ind
 }  // namespace
 
 std::string Control::text() const {
+  return narrow(units());
+}
+
+std::wstring Control::units() const {
   const int length = GetWindowTextLengthW(window_);
   if (length <= 0) return {};
   std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
   text.resize(static_cast<std::size_t>(GetWindowTextW(window_, text.data(), length + 1)));
-  return narrow(text);
+  return text;
 }
 
 void Control::set_text(std::string_view text) const {
@@ -36,6 +42,16 @@ void Control::set_text(std::string_view text) const {
 
 void Control::set_font(HFONT font) const {
   send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+}
+
+POINT TextBox::caret_point() const {
+  const LRESULT place = send(EM_POSFROMCHAR, static_cast<WPARAM>(selection_start()));
+  POINT point{static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
+  RECT area;
+  GetClientRect(handle(), &area);
+  if (place == -1 || !PtInRect(&area, point)) point = {0, 0};
+  ClientToScreen(handle(), &point);
+  return point;
 }
 
 int TextBox::selection_start() const {
@@ -51,8 +67,32 @@ int TextBox::selection_length() const {
   return static_cast<int>(end - start);
 }
 
+void TextBox::append_units(const std::wstring& units) const {
+  const int end = GetWindowTextLengthW(handle());
+  select(end, end);
+  send(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(units.c_str()));
+}
+
 void TextBox::replace_selection(std::string_view text) const {
   send(EM_REPLACESEL, TRUE, pointer(wide(text)));
+}
+
+int TextBox::line_height() const {
+  const auto font = reinterpret_cast<HFONT>(send(WM_GETFONT));
+  const HDC screen = GetDC(handle());
+  const HGDIOBJ old_font = SelectObject(
+      screen, font != nullptr ? static_cast<HGDIOBJ>(font) : GetStockObject(SYSTEM_FONT));
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(screen, &metrics);
+  SelectObject(screen, old_font);
+  ReleaseDC(handle(), screen);
+  return std::max(static_cast<int>(metrics.tmHeight), 1);
+}
+
+int TextBox::text_height() const {
+  RECT place{};
+  send(EM_GETRECT, 0, reinterpret_cast<LPARAM>(&place));
+  return static_cast<int>(place.bottom - place.top);
 }
 
 int ListBox::add(std::string_view text) const {
@@ -74,6 +114,31 @@ int ComboBox::add(std::string_view text) const {
 
 std::string ComboBox::row_text(int index) const {
   return list_text(handle(), CB_GETLBTEXTLEN, CB_GETLBTEXT, index);
+}
+
+void ScrollBar::set_range(int maximum, int page) const {
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_RANGE | SIF_PAGE;
+  info.nMax = maximum + std::max(page, 1) - 1;
+  info.nPage = static_cast<UINT>(std::max(page, 1));
+  SetScrollInfo(handle(), SB_CTL, &info, TRUE);
+}
+
+void ScrollBar::set_position(int position) const {
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_POS;
+  info.nPos = position;
+  SetScrollInfo(handle(), SB_CTL, &info, TRUE);
+}
+
+SCROLLINFO ScrollBar::info(UINT what) const {
+  SCROLLINFO info{};
+  info.cbSize = sizeof info;
+  info.fMask = what;
+  GetScrollInfo(handle(), SB_CTL, &info);
+  return info;
 }
 
 void StatusBar::set_part(int part, std::string_view text) const {

@@ -22,6 +22,7 @@ class Control {
   int id() const { return GetDlgCtrlID(window_); }
 
   std::string text() const;
+  std::wstring units() const;  ///< the same as the system has it
   /// Does nothing when the control shows this text already, which saves a flicker.
   void set_text(std::string_view text) const;
 
@@ -85,6 +86,27 @@ class TextBox : public Control {
     send(EM_SETSEL, static_cast<WPARAM>(start), static_cast<LPARAM>(end));
   }
   void select_all() const { select(0, -1); }
+  /// The text of a multi-line box, of which every unit counts; the caret goes to its start.
+  void set_units(const std::wstring& units) const { SetWindowTextW(handle(), units.c_str()); }
+  /// Adds to the end of the text, which leaves the caret there.
+  void append_units(const std::wstring& units) const;
+  /// Displayed lines of a multi-line box, from 0.
+  int line_count() const { return static_cast<int>(send(EM_GETLINECOUNT)); }
+  int line_from_char(int position) const {
+    return static_cast<int>(send(EM_LINEFROMCHAR, static_cast<WPARAM>(position)));
+  }
+  /// The first unit of a line; -1 without such a line. Line -1 is the one with the caret.
+  int line_index(int line) const {
+    return static_cast<int>(send(EM_LINEINDEX, static_cast<WPARAM>(line)));
+  }
+  int first_visible_line() const { return static_cast<int>(send(EM_GETFIRSTVISIBLELINE)); }
+  void scroll_lines(int lines) const { send(EM_LINESCROLL, 0, lines); }
+  /// In pixels, measured with the box's font.
+  int line_height() const;
+  /// Pixels of height that the text may use.
+  int text_height() const;
+  /// Where the selection begins, on the screen; the box's corner when that is not on view.
+  POINT caret_point() const;
   int selection_start() const;
   int selection_length() const;
   /// The selected text, or what the insertion mark stands at, becomes `text`; can be undone.
@@ -119,9 +141,20 @@ class ComboBox : public Control {
   void select(int index) const { send(CB_SETCURSEL, static_cast<WPARAM>(index)); }
 };
 
+/// A scroll bar control; its messages come to the form as WM_VSCROLL.
 class ScrollBar : public Control {
  public:
   using Control::Control;
+  /// The positions 0 to `maximum` can all be reached, whatever length the thumb shows: `page` is to
+  /// the thumb what maximum + page is to the bar.
+  void set_range(int maximum, int page) const;
+  int position() const { return info(SIF_POS).nPos; }
+  void set_position(int position) const;
+  /// Where the thumb is being dragged to. The messages themselves carry 16 bits only.
+  int track_position() const { return info(SIF_TRACKPOS).nTrackPos; }
+
+ private:
+  SCROLLINFO info(UINT what) const;
 };
 
 /// The pair of arrows beside a number field.

@@ -51,7 +51,7 @@ void ListView::set_row_count(int count, bool keep_scroll) const {
 }
 
 int ListView::selected() const {
-  const int row = ListView_GetNextItem(handle(), -1, LVNI_FOCUSED | LVNI_SELECTED);
+  const int row = focused_selected();
   return row >= 0 ? row : ListView_GetNextItem(handle(), -1, LVNI_SELECTED);
 }
 

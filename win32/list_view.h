@@ -25,6 +25,10 @@ class ListView : public Control {
 
   /// The focused row when it is selected, else the first selected one; -1 for none.
   int selected() const;
+  /// The focused row when it is selected; -1 otherwise.
+  int focused_selected() const {
+    return ListView_GetNextItem(handle(), -1, LVNI_FOCUSED | LVNI_SELECTED);
+  }
   int selected_count() const { return static_cast<int>(ListView_GetSelectedCount(handle())); }
   bool is_selected(int row) const {
     return ListView_GetItemState(handle(), row, LVIS_SELECTED) != 0;

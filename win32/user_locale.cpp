@@ -17,6 +17,26 @@ std::string short_date(const Date& date) {
   return length > 0 ? narrow(text) : std::string();
 }
 
+std::string general_date(const DateTime& moment) {
+  std::string text = short_date(moment.date);
+  if (moment.hour == 0 && moment.minute == 0 && moment.second == 0) return text;
+  SYSTEMTIME time{};
+  time.wHour = static_cast<WORD>(moment.hour);
+  time.wMinute = static_cast<WORD>(moment.minute);
+  time.wSecond = static_cast<WORD>(moment.second);
+  wchar_t units[128];
+  const int length = GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &time, nullptr, units,
+                                    static_cast<int>(std::size(units)));
+  if (length > 0) text += " " + narrow(units);
+  return text;
+}
+
+std::string thousands_separator() {
+  wchar_t units[8] = L"";
+  GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STHOUSAND, units, static_cast<int>(std::size(units)));
+  return narrow(units);
+}
+
 DateOrder short_date_order() {
   wchar_t order[4] = L"";
   GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_IDATE, order, static_cast<int>(std::size(order)));

@@ -13,4 +13,10 @@ std::string short_date(const Date& date);
 /// The order of that form.
 DateOrder short_date_order();
 
+/// A moment in the user's general form: the short date and, except at midnight, the time.
+std::string general_date(const DateTime& moment);
+
+/// What the user writes between thousands.
+std::string thousands_separator();
+
 }  // namespace tallowmere::win32

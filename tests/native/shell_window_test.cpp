@@ -95,24 +95,48 @@ std::set<std::string> enabled(const WindowState& state) {
 }
 
 TEST(CommandTable, WhatIsEnabledWhen) {
-  const std::set<std::string> idle{"cmdSearch",   "cmdExit",       "mnuExit",         "mnuStart",
-                                   "mnuSoundOn",  "mnuMinimizeOn", "mnuFindOnLaunch", "mnuSort0",
-                                   "mnuSort1",    "mnuSort2",      "mnuSort3",        "mnuSort4",
-                                   "mnuSearchNew"};
-  EXPECT_EQ(enabled({}), idle);
-  std::set<std::string> listed = idle;
-  listed.insert({"mnuSearchList", "mnuSelectAll"});
-  EXPECT_EQ(enabled({false, 3, false}), listed);
-  listed.insert("mnuSearchFile");
-  EXPECT_EQ(enabled({false, 3, true}), listed);
-  const std::set<std::string> searching{"cmdSearch", "mnuStop", "mnuSoundOn", "mnuFindOnLaunch"};
-  EXPECT_EQ(enabled({true, 3, true}), searching);
+  const std::set<std::string> idle{
+      "cmdSearch",    "cmdExit",       "mnuExit",         "mnuStart",
+      "mnuSoundOn",   "mnuMinimizeOn", "mnuFindOnLaunch", "mnuSort0",
+      "mnuSort1",     "mnuSort2",      "mnuSort3",        "mnuSort4",
+      "mnuSearchNew", "mnuFontStyle",  "mnuLargerFont",   "mnuSmallerFont"};
+  WindowState state;
+  EXPECT_EQ(enabled(state), idle);
+  std::set<std::string> expected = idle;
+  state.rows = 3;
+  expected.insert({"mnuSearchList", "mnuSelectAll"});
+  EXPECT_EQ(enabled(state), expected);
+  state.row_selected = true;
+  expected.insert({"mnuSearchFile", "cmdView", "mnuView"});
+  EXPECT_EQ(enabled(state), expected);
+  state.row_viewed = state.viewing = true;
+  for (const char* view : {"cmdView", "mnuView"}) expected.erase(view);
+  expected.insert({"cmdFindNext", "mnuFindNext", "cmdFindPrev", "mnuFindPrev"});
+  EXPECT_EQ(enabled(state), expected);
+  const std::set<std::string> hyper{"cmdHyper", "mnuHyper", "mnuQHyper"};
+  const std::set<std::string> restore{"cmdRestore", "mnuRestore"};
+  for (const bool selected : {false, true}) {
+    for (const int hyper_state : {0, 1, 2}) {
+      state.text_selected = selected;
+      state.hyper_current = hyper_state == 1;
+      state.user_restored = hyper_state == 2;
+      std::set<std::string> with = expected;
+      if (selected || hyper_state == 2) with.insert(hyper.begin(), hyper.end());
+      if (hyper_state == 1) with.insert(restore.begin(), restore.end());
+      EXPECT_EQ(enabled(state), with) << selected << hyper_state;
+    }
+  }
+  const std::set<std::string> busy{"cmdSearch", "mnuStop", "mnuSoundOn", "mnuFindOnLaunch"};
+  state.searching = true;
+  EXPECT_EQ(enabled(state), busy);
+  state.searching = false;
+  state.finding = true;
+  EXPECT_EQ(enabled(state), busy);
 
   std::set<std::string_view> names;
   for (const Command& command : command_table()) {
     EXPECT_TRUE(names.insert(command.name).second) << command.name;
   }
-  EXPECT_EQ(find_command("mnuStop")->rule, EnabledRule::searching);
   EXPECT_EQ(find_command("mnuSort"), nullptr);
 }
 

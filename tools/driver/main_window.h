@@ -56,5 +56,6 @@ inline constexpr std::string_view narrow_caption = "Narrow Search?";
 inline constexpr std::string_view where_caption = "WhereTo Search";
 inline constexpr std::string_view dates_caption = "Dates To Search";
 inline constexpr std::string_view proximity_caption = "Set Proximity";
+inline constexpr std::string_view fonts_caption = "Change Font";
 
 }  // namespace tallowmere::driver

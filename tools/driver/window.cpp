@@ -99,6 +99,37 @@ void Window::open_list_box_entry(int index) const {
                reinterpret_cast<LPARAM>(handle_));
 }
 
+namespace {
+
+std::pair<DWORD, DWORD> selection_of(HWND box) {
+  DWORD start = 0;
+  DWORD end = 0;
+  SendMessageW(box, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+  return {start, end};
+}
+
+}  // namespace
+
+std::string Window::selected_text() const {
+  const auto [start, end] = selection_of(handle_);
+  // Positions count the units of the system, so the text is cut before it becomes UTF-8.
+  const std::wstring all = to_wide(text());
+  return end <= all.size() ? from_wide(all.substr(start, end - start)) : std::string();
+}
+
+int Window::selection_start() const {
+  return static_cast<int>(selection_of(handle_).first);
+}
+
+void Window::select_text(int start, int length) const {
+  SendMessageW(handle_, EM_SETSEL, static_cast<WPARAM>(start), start + length);
+  SendMessageW(handle_, WM_KEYUP, VK_RIGHT, static_cast<LPARAM>(0xC0000001u));
+}
+
+int Window::first_visible_line() const {
+  return static_cast<int>(SendMessageW(handle_, EM_GETFIRSTVISIBLELINE, 0, 0));
+}
+
 std::vector<std::string> Window::panel_texts() const {
   std::vector<std::string> texts;
   const LRESULT count = SendMessageW(handle_, SB_GETPARTS, 0, 0);

@@ -49,6 +49,14 @@ class Window {
   /// Makes an entry of a list box the current one and double clicks it.
   void open_list_box_entry(int index) const;
 
+  /// The selected text of a text box, and where it begins.
+  std::string selected_text() const;
+  int selection_start() const;
+  /// Selects in a text box as a user does with the mouse. Returns when the box has noticed.
+  void select_text(int start, int length) const;
+  /// How many lines of a text box stand above its first visible one.
+  int first_visible_line() const;
+
   /// The texts of a status bar's panels.
   std::vector<std::string> panel_texts() const;
 

@@ -1,0 +1,220 @@
+#include <utility>
+
+#include "app/Form1.h"
+#include "app/command_controls.h"
+#include "app/resource.h"
+#include "dialogs/frmFonts.h"
+#include "shell/file_info.h"
+#include "shell/font_sizes.h"
+#include "win32/text.h"
+#include "win32/user_locale.h"
+
+namespace tallowmere {
+
+ViewerPane::Window Form1::viewer_window() {
+  return {handle(), [this] { refresh_commands(); },
+          [this](const FileRecord* record) { show_file(record); },
+          [this](std::size_t) { row_corrected(); },
+          [this](std::size_t row) { select_row(static_cast<int>(row)); }};
+}
+
+void Form1::wire_viewer() {
+  Text1.wheel = [this](int lines) {
+    viewer_.scroll([lines](ViewScroll& view) { view.scroll_lines(lines); });
+  };
+  Text1.wheel_zoomed = [this](bool larger) {
+    if (command_enabled(ID_MNULARGERFONT, state_)) {
+      larger ? mnuLargerFont_Click() : mnuSmallerFont_Click();
+    }
+  };
+  Text1.before_key = [this](bool down, bool caret_first) {
+    viewer_.scroll([=](ViewScroll& view) { view.make_room(down, caret_first); });
+  };
+  Text1.before_jump = [this](bool to_end, bool extend) {
+    viewer_.scroll(
+        [=](ViewScroll& view) { to_end ? view.go_to_end(extend) : view.go_to_start(extend); });
+  };
+  Text1.view_moved = [this] { viewer_.scroll([](ViewScroll& view) { view.show_position(); }); };
+  Text1.selection_changed = [this] { viewer_.check_selection(); };
+  command(IDC_TEXT1, EN_SETFOCUS, [this] { focus_marker_.viewer_got_focus(); });
+  command(IDC_TEXT1, EN_KILLFOCUS, [this] { focus_marker_.viewer_lost_focus(); });
+}
+
+void Form1::VScroll1_Change(int code) {
+  viewer_.scroll([&](ViewScroll& view) {
+    switch (code) {
+      case SB_LINEUP:
+      case SB_LINEDOWN:
+        view.scroll_lines(code == SB_LINEDOWN ? 1 : -1);
+        break;
+      case SB_PAGEUP:
+      case SB_PAGEDOWN:
+        view.scroll_pages(code == SB_PAGEDOWN ? 1 : -1);
+        break;
+      case SB_TOP:
+      case SB_BOTTOM:
+        view.scroll_to(code == SB_BOTTOM ? scroll_maximum : 0);
+        break;
+      case SB_THUMBTRACK:
+      case SB_THUMBPOSITION:
+        view.scroll_to(Text1.VScroll1.track_position());
+        break;
+    }
+  });
+}
+
+void Form1::show_file(const FileRecord* record) {
+  SetWindowTextW(handle(), win32::wide(window_caption(record ? record->filename : "")).c_str());
+  lblFileInfo.set_text(record
+                           ? file_info_text(record->filesize, win32::thousands_separator(),
+                                            win32::general_date(clock_.to_local(record->filedate)))
+                           : "");
+}
+
+/// The facts of a row have changed on disk: the keys that they are sorted by sort again.
+void Form1::row_corrected() {
+  const SortKey key = sort_menu_.sort_type();
+  if (key == SortKey::date || key == SortKey::size) mnuSort_Click(static_cast<int>(key));
+  ListView2.repaint();
+}
+
+/// Only the user's own choice of a row shows its file, and only the focused one's.
+void Form1::ListView2_ItemClick(const NMLISTVIEW& change) {
+  refresh_commands();
+  const bool gained = (change.uNewState & ~change.uOldState & LVIS_SELECTED) != 0;
+  if (gained && !selecting_ && !state_.searching) PostMessageW(handle(), message_view, 0, 0);
+}
+
+void Form1::view_selected_row() {
+  const int row = ListView2.focused_selected();
+  if (state_.searching || !IsWindowEnabled(handle()) || row < 0) return;
+  if (viewer_.viewing() && row == results_.viewed_index) return;
+  if (viewer_.finding()) {
+    view_again_ = true;
+    viewer_.stop();
+    return;
+  }
+  viewer_.show_first_hit(static_cast<std::size_t>(row));
+  after_find();
+}
+
+/// What had to wait for the end of a step of the viewer.
+void Form1::after_find() {
+  if (std::exchange(view_again_, false)) PostMessageW(handle(), message_view, 0, 0);
+  if (close_after_run_) Form_Unload();
+}
+
+/// The list's selection goes back to the viewed file when the focus came from the viewer.
+void Form1::set_list2_index() {
+  if (results_.viewed_index < 0 || results_.viewed_index == ListView2.selected()) return;
+  if (focus_marker_.from_viewer()) select_row(static_cast<int>(results_.viewed_index));
+}
+
+void Form1::select_row(int row) {
+  const bool before = std::exchange(selecting_, true);
+  ListView2.select_only(row);
+  selecting_ = before;
+}
+
+void Form1::cmdView_Click() {
+  const int row = ListView2.selected();
+  if (row < 0) return;
+  viewer_.show_first_hit(static_cast<std::size_t>(row));
+  if (Text1.enabled()) move_focus(Text1.handle());
+  after_find();
+}
+
+void Form1::cmdFindNext_Click() {
+  viewer_.find_next();
+  move_focus(viewer_.viewing() ? Text1.handle() : ListView2.handle());
+  after_find();
+}
+
+void Form1::cmdFindPrev_Click() {
+  viewer_.find_prev();
+  move_focus(viewer_.viewing() ? Text1.handle() : ListView2.handle());
+  after_find();
+}
+
+void Form1::cmdHyper_Click() {
+  if (Text1.enabled()) move_focus(Text1.handle());
+  if (hyper_.restores_hyper(viewer_.text_selected())) {
+    cmdRestore_Click();
+    return;
+  }
+  const std::string text = from_page_bytes(viewer_.selected_text(), services_.page);
+  if (!text.empty()) do_hyper_search(hyper_.find(text, current_criteria(search_)));
+}
+
+void Form1::cmdRestore_Click() {
+  if (Text1.enabled()) move_focus(Text1.handle());
+  do_hyper_search(hyper_.restore(current_criteria(search_)));
+}
+
+void Form1::do_hyper_search(const CriteriaInput& input) {
+  select_row(static_cast<int>(results_.viewed_index));
+  viewer_.deselect();
+  run_search(SearchKind::file_search, input);
+}
+
+void Form1::show_hyper_captions() {
+  const std::string_view caption = hyper_.caption(viewer_.text_selected());
+  tips_.set(cmdHyper.handle(), hyper_.tool_tip(viewer_.text_selected()));
+  if (caption == std::exchange(hyper_caption_, caption)) return;
+  cmdHyper.set_text(caption);
+  win32::set_entry_text(GetMenu(handle()), ID_MNUHYPER, caption);
+  win32::set_entry_text(quick_menu_.handle(), ID_MNUQHYPER, caption);
+}
+
+void Form1::mnuView_Click() {
+  cmdView_Click();
+}
+
+void Form1::mnuFindNext_Click() {
+  cmdFindNext_Click();
+}
+
+void Form1::mnuFindPrev_Click() {
+  cmdFindPrev_Click();
+}
+
+void Form1::mnuHyper_Click() {
+  cmdHyper_Click();
+}
+
+void Form1::mnuQHyper_Click() {
+  cmdHyper_Click();
+}
+
+void Form1::mnuRestore_Click() {
+  cmdRestore_Click();
+}
+
+void Form1::mnuFontStyle_Click() {
+  if (font_dialog().ask(font_name_, font_size_)) set_viewer_font();
+}
+
+void Form1::mnuLargerFont_Click() {
+  use_font_size(larger_size(font_size_));
+}
+
+void Form1::mnuSmallerFont_Click() {
+  use_font_size(smaller_size(font_size_));
+}
+
+void Form1::use_font_size(double points) {
+  if (points == font_size_) return;
+  font_size_ = points;
+  set_viewer_font();
+}
+
+void Form1::set_viewer_font() {
+  viewer_.keep_view([this] { apply_viewer_font(); });
+}
+
+frmFonts& Form1::font_dialog() {
+  if (!frmFonts_) frmFonts_ = std::make_unique<frmFonts>(handle());
+  return *frmFonts_;
+}
+
+}  // namespace tallowmere

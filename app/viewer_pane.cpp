@@ -1,0 +1,155 @@
+#include "app/viewer_pane.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "win32/hourglass.h"
+#include "win32/message_box.h"
+#include "win32/message_loop.h"
+#include "win32/sound.h"
+
+namespace tallowmere {
+
+namespace {
+
+constexpr std::uint64_t event_interval_ms = 10;
+constexpr std::uint64_t quick_step_ms =
+    200;  ///< a step that takes longer shows that it can be stopped
+
+}  // namespace
+
+ViewerPane::ViewerPane(TextFace& face, ResultList& results, FileSystem& files,
+                       const SearchCriteria& search, const CodePage& page, Window window)
+    : face_(face),
+      results_(results),
+      search_(search),
+      page_(page),
+      window_(std::move(window)),
+      viewer_(results, files, face, *this),
+      navigation_(viewer_, face, *this),
+      scroll_(viewer_, face),
+      finder_(make_finder()),
+      events_(event_interval_ms) {}
+
+HitFinder ViewerPane::make_finder() {
+  return HitFinder(search_, page_, [this](std::int64_t position, std::int64_t length) {
+    return viewer_.read_window(position, length);
+  });
+}
+
+void ViewerPane::criteria_loaded() {
+  finder_.emplace(make_finder());
+}
+
+void ViewerPane::show_first_hit(std::size_t row) {
+  if (!finding_ && open(row)) find(true);
+  end_step();
+}
+
+void ViewerPane::show_if_pending() {
+  if (viewing() && viewer_.chunk_pending) navigation_.show_first_chunk();
+  end_step();
+}
+
+void ViewerPane::find(bool forward) {
+  if (finding_ || !viewing()) return;
+  if (text_selected_) deselect();
+  continue_from_view(forward);
+  stop_ = false;
+  busy_shown_ = false;
+  started_ = GetTickCount64();
+  finding_ = true;
+  {
+    const win32::Hourglass hourglass;
+    if (forward) {
+      navigation_.find_next(*finder_);
+    } else {
+      navigation_.find_prev(*finder_);
+    }
+  }
+  end_step();
+}
+
+void ViewerPane::end_step() {
+  finding_ = false;
+  text_selected_ = false;
+  window_.state_changed();
+}
+
+/// Who has scrolled away from the selection goes on from what is on view.
+void ViewerPane::continue_from_view(bool forward) {
+  if (viewer_.chunk_pending) return;
+  const int line = face_.line_from_char(face_.selection().start);
+  const int top = face_.first_visible_line();
+  if (line >= top && line <= top + face_.visible_lines()) return;
+  const int first = face_.line_index(top);
+  face_.select(forward ? std::max(first - 1, 0) : first, 0);
+}
+
+void ViewerPane::scroll(const std::function<void(ViewScroll&)>& move) {
+  if (finding_ || !viewing() || viewer_.chunk_pending) return;
+  move(scroll_);
+  check_selection();
+}
+
+std::string ViewerPane::selected_text() const {
+  const TextSelection selection = face_.selection();
+  const std::string& text = viewer_.chunk_text();
+  if (!viewing() || viewer_.chunk_pending || selection.start > std::ssize(text)) return {};
+  return text.substr(static_cast<std::size_t>(selection.start),
+                     static_cast<std::size_t>(selection.length));
+}
+
+void ViewerPane::deselect() {
+  face_.select(face_.selection().start, 0);
+  check_selection();
+}
+
+void ViewerPane::check_selection() {
+  if (finding_) return;
+  const std::string text = selected_text();
+  text_selected_ = !text.empty() && !finder_->repeats_criteria(text);
+  window_.state_changed();
+}
+
+void ViewerPane::keep_view(const std::function<void()>& change) {
+  if (!viewing()) {
+    change();
+    return;
+  }
+  const ViewAnchor anchor(face_);
+  change();
+  anchor.restore(face_, navigation_);
+  scroll([](ViewScroll& view) { view.show_position(); });
+}
+
+bool ViewerPane::go_on() {
+  const std::uint64_t now = GetTickCount64();
+  if (!events_.due(now)) return !stop_;
+  if (!busy_shown_ && now - started_ >= quick_step_ms) {
+    busy_shown_ = true;
+    window_.state_changed();
+  }
+  if (!win32::pump_pending()) stop_ = true;
+  return !stop_;
+}
+
+void ViewerPane::message(std::string_view prompt, std::string_view title, bool exclamation) {
+  win32::message_box(window_.handle, prompt, title,
+                     exclamation ? win32::BoxIcon::exclamation : win32::BoxIcon::none);
+}
+
+void ViewerPane::beep() {
+  win32::beep();
+}
+
+void ViewerPane::file_opened(std::size_t row) {
+  window_.file_shown(&results_.record(row));
+}
+
+void ViewerPane::viewer_cleared() {
+  text_selected_ = false;
+  window_.file_shown(nullptr);
+}
+
+}  // namespace tallowmere

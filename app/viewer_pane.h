@@ -1,0 +1,105 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "app/tick_gate.h"
+#include "engine/code_page.h"
+#include "engine/search_criteria.h"
+#include "results/result_list.h"
+#include "viewer/file_viewer.h"
+#include "viewer/hit_finder.h"
+#include "viewer/hit_navigation.h"
+#include "viewer/hyper_find.h"
+#include "viewer/view_anchor.h"
+#include "viewer/view_scroll.h"
+
+namespace tallowmere {
+
+/// The viewer's part of the main window: the file on view, the steps through its hits and what the
+/// user has selected in it. A step through many chunks serves events meanwhile; what those may do
+/// then is up to the window, which asks finding().
+class ViewerPane : private ViewerHost {
+ public:
+  /// What the main window does for the viewer.
+  struct Window {
+    HWND handle;
+    std::function<void()> state_changed;                ///< which commands can be used
+    std::function<void(const FileRecord*)> file_shown;  ///< null: none any more
+    std::function<void(std::size_t)> row_corrected;     ///< its facts changed on disk
+    std::function<void(std::size_t)> select_row;
+  };
+
+  /// All of them outlive the pane.
+  ViewerPane(TextFace& face, ResultList& results, FileSystem& files, const SearchCriteria& search,
+             const CodePage& page, Window window);
+
+  bool viewing() const { return viewer_.loaded(); }
+  bool finding() const { return finding_; }
+  bool text_selected() const { return text_selected_; }
+
+  /// The criteria have been loaded anew; hits are those of these from now on.
+  void criteria_loaded();
+
+  /// Opens the file of a row; nothing of it shows yet. False, after a message, when it cannot be.
+  bool open(std::size_t row) { return viewer_.viewfile(row); }
+  /// Opens the file of a row at its first hit.
+  void show_first_hit(std::size_t row);
+  /// Shows the beginning of a file that is open but not yet to be seen.
+  void show_if_pending();
+  /// Steps to another hit. Does nothing during a step.
+  void find_next() { find(true); }
+  void find_prev() { find(false); }
+  /// Ends the step under way, if there is one.
+  void stop() { stop_ = true; }
+  void clear() { viewer_.clear_textbox(); }
+
+  void scroll(const std::function<void(ViewScroll&)>& move);
+
+  /// The selection as bytes of the file as it shows.
+  std::string selected_text() const;
+  void deselect();
+  /// The selection may have changed: notes whether the user has selected text to search for, which
+  /// does not only repeat the criteria.
+  void check_selection();
+
+  /// Runs `change`, which breaks the lines anew, and keeps what is on view.
+  void keep_view(const std::function<void()>& change);
+
+ private:
+  HitFinder make_finder();
+  void find(bool forward);
+  void continue_from_view(bool forward);
+  void end_step();
+
+  bool go_on() override;
+  void message(std::string_view prompt, std::string_view title, bool exclamation) override;
+  void beep() override;
+  void file_opened(std::size_t row) override;
+  void viewer_cleared() override;
+  void row_corrected(std::size_t row) override { window_.row_corrected(row); }
+  void select_row(std::size_t row) override { window_.select_row(row); }
+
+  TextFace& face_;
+  const ResultList& results_;
+  const SearchCriteria& search_;
+  const CodePage& page_;
+  Window window_;
+  FileViewer viewer_;
+  HitNavigation navigation_;
+  ViewScroll scroll_;
+  std::optional<HitFinder> finder_;  ///< always there; made anew with the criteria
+
+  bool text_selected_ = false;
+  bool finding_ = false;
+  bool stop_ = false;
+  bool busy_shown_ = false;    ///< this step has taken so long that the window shows it
+  std::uint64_t started_ = 0;  ///< of the step, in milliseconds
+  TickGate events_;
+};
+
+}  // namespace tallowmere
