@@ -138,8 +138,10 @@ void picture_viewer(const MainWindow& program) {
   const Window fonts = program.program().wait_for_window(fonts_caption);
   take_picture("fonts", fonts_caption);
   program.close(fonts, IDCANCEL);
+  program.control(IDC_LABEL2).set_text("");
   restore.click();
-  wait_until([&] { return !restore.is_enabled(); });
+  // During the run, Search would stop it.
+  if (!program.wait_for_end()) throw std::runtime_error("the criteria are not restored");
 }
 
 void show_pictures(const std::string& path, const std::string& folder) {
