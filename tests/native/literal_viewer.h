@@ -1,63 +1,246 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "engine/search_criteria.h"
-#include "viewer/display_filter.h"
 
 namespace tallowmere {
 
+using Position = std::int64_t;  ///< 1-based; 0: none
+
+inline std::string part(const std::string& text, Position from, Position count) {
+  if (from < 1 || from > std::ssize(text) || count < 1) return "";
+  return text.substr(static_cast<std::size_t>(from - 1), static_cast<std::size_t>(count));
+}
+
+inline int code_at(const std::string& text, Position at) {  // -1 outside
+  const bool inside = at >= 1 && at <= std::ssize(text);
+  return inside ? static_cast<unsigned char>(text[static_cast<std::size_t>(at - 1)]) : -1;
+}
+
 /// What the text box shows of a chunk. `position`, 1-based in the chunk, moves along.
-std::string literal_filter(std::string chunk, const std::string& extension,
-                           std::int64_t chunk_start, std::int64_t& position);
+inline std::string literal_filter(std::string chunk, const std::string& extension,
+                                  Position chunk_start, Position& position) {
+  const auto printable = [&](Position at) {
+    return code_at(chunk, at) >= 32 && code_at(chunk, at) <= 126;
+  };
+  const Position size = std::ssize(chunk);
+  if (extension == "wri" && chunk_start <= 128 && code_at(chunk, 1) == '1' &&
+      code_at(chunk, 2) == 190 && 129 - chunk_start <= size) {
+    chunk[static_cast<std::size_t>(128 - chunk_start)] = 13;
+  }
+  std::string out;
+  int insertions = 0;
+  const Position asked = position;
+  // A break to be completed, or dropped when there were too many.
+  const auto complete = [&](Position at, bool moves) {
+    if (insertions == 1500) {
+      if (at < asked) --position;
+      return;
+    }
+    ++insertions;
+    if (moves) ++position;
+    out += "\r\n";
+  };
+  for (Position i = 1; i <= size; ++i) {
+    const int before = code_at(chunk, i - 1);
+    int c = code_at(chunk, i);
+    if (c == 0 && printable(i - 1)) c = 13;
+    if (c >= 32 || c == 9) {
+      out += static_cast<char>(c);
+    } else if (c == 13 && i < size) {
+      code_at(chunk, i + 1) == 10 ? out.push_back('\r') : complete(i, i < asked);
+    } else if (c == 10 && i > 1) {
+      const bool pair = before == 13 || (before == 0 && printable(i - 2));
+      pair ? out.push_back('\n') : complete(i, i <= asked);
+    } else if (c == 0 && i > 1 && printable(i + 1)) {
+      out.back() = '\r';
+      out += '\n';
+    } else {
+      out += '.';
+    }
+  }
+  return out;
+}
 
 /// The viewer and its steps from hit to hit as one would write them down without a thought for
 /// speed: one-based positions, whole strings, every chunk and every window cut from the file.
 class LiteralViewer {
  public:
-  LiteralViewer(const std::string& file, const std::string& extension, const SearchCriteria& search,
-                const CodePage& page)
-      : file_(file), extension_(extension), search_(search), page_(page) {}
-
-  void find_next() { find(true); }
-  void find_prev() { find(chunk_pending); }
-  void load_text_chunk(std::int64_t start, std::int64_t position);
+  LiteralViewer(const std::string& file, const SearchCriteria& search, const CodePage& page)
+      : file_(file), search_(search), page_(page), terms_(search.terms) {
+    if (search.search_type == search_phrase) terms_ = {seen(search.phrase.bytes)};
+    for (const std::string& term : terms_) {
+      if (term.size() <= 31000) max_term_len_ = std::max(max_term_len_, std::ssize(term));
+    }
+  }
 
   std::string text1;
-  std::int64_t sel_start = 0;
-  std::int64_t sel_length = 0;
-  std::int64_t chunk_start = 1;
-  std::int64_t file_location = 1;
-  bool last_chunk = true;
-  bool chunk_pending = true;
-  int beeps = 0;
-  int misses = 0;
+  Position sel_start = 0, sel_length = 0;
+  Position chunk_start = 1, file_location = 1;
+  bool last_chunk = true, chunk_pending = true;
+  int beeps = 0, misses = 0;
+
+  void load_text_chunk(Position start, Position position) {
+    chunk_start = start;
+    get_file_chunk(position);
+    fill_textbox(position);
+    sel_start = std::clamp<Position>(position - 1, 0, std::ssize(text1));
+    sel_length = 0;
+  }
+
+  void find(bool forward) {
+    forward = forward || chunk_pending;
+    if (search_.criteria.empty()) return load_text_chunk(1, 1);
+    const bool shown = !chunk_pending;
+    const Position old_start = chunk_start, old_location = file_location;
+    const bool old_last = last_chunk;
+    bool wrapped = false;
+    const auto in_text1 = [&] { return shown && wrapped && old_start == 1 && chunk_start <= 1; };
+    Position start = forward ? sel_start + 2 : sel_start;
+    Position length = 0;
+    while (true) {
+      if (chunk_pending) {
+        chunk_start = new_start(forward);
+        start = forward ? 1 : 31000;
+        if (!in_text1()) {
+          get_file_chunk(start);
+        } else {
+          chunk_start = 1;
+          file_location = old_location;
+          last_chunk = old_last;
+          chunk_text_ = text1;
+          if (!forward) start = std::ssize(text1);
+        }
+      }
+      start = get_highlight_position(start, forward, length);
+      if (start != 0) break;
+      if (forward ? last_chunk : chunk_start == 1) {
+        if (wrapped) {
+          ++misses;
+          return load_text_chunk(1, 1);
+        }
+        wrapped = true;
+      }
+      chunk_pending = true;
+    }
+    if (chunk_pending && !in_text1()) fill_textbox(start);
+    chunk_pending = false;
+    sel_start = start - 1;
+    sel_length = std::min(length, std::ssize(text1) - sel_start);
+    if (wrapped) ++beeps;
+  }
 
  private:
-  using Position = std::int64_t;
+  std::string seen(std::string text) const {
+    if (!search_.ignore_case) return text;
+    for (char& c : text) c = static_cast<char>(page_.lower(static_cast<unsigned char>(c)));
+    return text;
+  }
 
-  void find(bool forward);
-  Position new_start(bool forward) const;
-  void get_file_chunk(Position& position);
-  void fill_textbox(Position& position);
-  void get_highlight_position(Position& position, Position& length) const;
-  void get_prev_highlight(Position& position, Position& length) const;
-  Position get_hit(const std::string& text, Position start, std::size_t term) const;
-  Position get_prev_hit(Position start, std::size_t term) const;
-  bool is_whole(const std::string& text, Position at, std::size_t term) const;
-  bool passes_proximity(Position position) const;
-  std::string proximity_window(Position position) const;
-  /// The terms, or the phrase alone.
-  std::vector<std::string> terms() const;
-  Position max_term_len() const;
-  std::string seen(std::string text) const;
+  void get_file_chunk(Position& position) {
+    if (chunk_start < 1) {
+      position += chunk_start;
+      chunk_start = 1;
+    }
+    const Position file_length = std::ssize(file_);
+    last_chunk = chunk_start + 31000 > file_length;
+    if (last_chunk) {
+      const Position old_start = chunk_start;
+      chunk_start = std::max<Position>(file_length - 30999, 1);
+      position += old_start - chunk_start;
+    }
+    chunk_text_ = part(file_, chunk_start, 31000);
+    file_location = chunk_start + std::ssize(chunk_text_) - 1;
+  }
+
+  void fill_textbox(Position& position) {
+    text1 = chunk_text_ = literal_filter(chunk_text_, "txt", chunk_start, position);
+    chunk_pending = false;
+  }
+
+  Position new_start(bool forward) const {
+    if (!forward) {
+      return chunk_start == 1 ? std::ssize(file_) - 30999 : chunk_start + max_term_len_ - 31001;
+    }
+    const Position start = last_chunk ? 1 : file_location + 1;
+    return start >= max_term_len_ ? start - (max_term_len_ - 1) : start;
+  }
+
+  bool is_whole(const std::string& text, Position at, std::size_t term) const {
+    const auto is_letter = [](int code) {
+      return (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z') || code >= 192;
+    };
+    if (search_.search_type == search_phrase || !search_.whole_word[term]) return true;
+    return !is_letter(code_at(text, at - 1)) &&
+           !is_letter(code_at(text, at + std::ssize(terms_[term])));
+  }
+
+  Position get_hit(const std::string& text, Position start, std::size_t term) const {
+    const std::string in = seen(text);
+    if (terms_[term].empty() || start > std::ssize(in)) return 0;
+    std::size_t found = in.find(terms_[term], static_cast<std::size_t>(start - 1));
+    while (found != std::string::npos && !is_whole(text, static_cast<Position>(found) + 1, term)) {
+      found = in.find(terms_[term], found + 1);
+    }
+    return static_cast<Position>(found + 1);
+  }
+
+  Position get_prev_hit(Position start, std::size_t term) const {
+    const std::string in = seen(chunk_text_);
+    if (terms_[term].empty()) return 0;
+    for (; start >= 1; --start) {
+      const std::size_t found = in.rfind(terms_[term], static_cast<std::size_t>(start - 1));
+      if (found == std::string::npos) return 0;
+      start = static_cast<Position>(found) + 1;
+      if (is_whole(chunk_text_, start, term)) return start;
+    }
+    return 0;
+  }
+
+  /// The first hit at or behind a position, or the last one at or before it.
+  Position get_highlight_position(Position position, bool forward, Position& length) const {
+    const auto hit = [&](Position at, std::size_t term) {
+      return forward ? get_hit(chunk_text_, at, term) : get_prev_hit(at, term);
+    };
+    if (!forward) position = std::min<Position>(position, std::ssize(chunk_text_));
+    const bool near = search_.search_type == search_near;
+    Position best = 0;
+    for (std::size_t term = 0; term < (near ? 1 : terms_.size()); ++term) {
+      Position at = hit(position, term);
+      while (near && at != 0 && !passes_proximity(at)) at = hit(forward ? at + 1 : at - 1, term);
+      if (forward ? at == 0 || at > (best == 0 ? 32500 : best) : at <= best) continue;
+      best = at;
+      length = std::ssize(terms_[term]);
+    }
+    return best;
+  }
+
+  bool passes_proximity(Position position) const {
+    if (search_.last_term == 0) return true;
+    const Position size = std::ssize(chunk_text_);
+    const Position start = position - search_.prox_before;
+    const Position in_file = start + file_location - size;
+    std::string window = part(file_, in_file, search_.window_len);
+    if (start < 1) {
+      window = part(file_, std::max<Position>(in_file, 1), search_.window_len);
+    } else if (start + search_.window_len - 1 <= size) {
+      window = part(chunk_text_, start, search_.window_len);
+    }
+    if (window.empty()) return true;
+    std::size_t found = 0;
+    for (std::size_t term = 1; term < terms_.size(); ++term) found += get_hit(window, 1, term) != 0;
+    return search_.prox_all ? found == terms_.size() - 1 : found > 0;
+  }
 
   const std::string& file_;
-  const std::string extension_;
   const SearchCriteria& search_;
   const CodePage& page_;
+  std::vector<std::string> terms_;  ///< or the phrase alone
+  Position max_term_len_ = 1;
   std::string chunk_text_;
 };
 

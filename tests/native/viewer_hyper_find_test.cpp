@@ -1,16 +1,13 @@
+#include "viewer/hyper_find.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
 
 #include "tests/support/seed.h"
-#include "viewer/hyper_find.h"
 
 namespace tallowmere {
 namespace {
-
-CriteriaInput users(const std::string& criteria, int type = search_near) {
-  return {criteria, type, true, 7, 9, true};
-}
 
 std::string fields(const CriteriaInput& input) {
   return input.criteria + "|" + std::to_string(input.search_type) + (input.match_case ? "C" : "c") +
@@ -18,72 +15,37 @@ std::string fields(const CriteriaInput& input) {
          (input.prox_all ? "+" : "-");
 }
 
-std::string hyper_fields(const std::string& text) {
-  return text + "|2c110,110-";
-}
-
-TEST(HyperFind, BackAndForth) {
-  HyperFind hyper;
-  EXPECT_EQ(hyper.hyper_state(), HyperFind::none);
-  hyper.user_searched();
-  EXPECT_EQ(hyper.hyper_state(), HyperFind::none);
-  EXPECT_EQ(hyper.caption(true), "HyperFind");
-  EXPECT_EQ(hyper.tool_tip(false), "Find Selected Text");
-
-  CriteriaInput current = hyper.find("line\r\nbreak", users("own"));
-  EXPECT_EQ(fields(current), hyper_fields("line\r\nbreak"));
-  EXPECT_EQ(hyper.caption(false), "HyperFind");
-  current = hyper.find("again", current);
-  current = hyper.restore(current);
-  EXPECT_EQ(fields(current), fields(users("own")));
-  EXPECT_EQ(hyper.hyper_state(), HyperFind::user_restored);
-  EXPECT_EQ(hyper.caption(false), "Restore Hyper");
-  EXPECT_EQ(hyper.tool_tip(false), "Redo Last HyperFind");
-  EXPECT_EQ(hyper.caption(true), "HyperFind");
-  EXPECT_EQ(hyper.tool_tip(true), "Find Selected Text");
-  current = hyper.restore(current);
-  EXPECT_EQ(fields(current), hyper_fields("again"));
-  EXPECT_EQ(hyper.hyper_state(), HyperFind::hyper_current);
-}
-
-TEST(HyperFind, SearchingForNothingLeavesTheHyperFindBeforeToGoBackTo) {
-  HyperFind hyper;
-  hyper.user_searched();
-  hyper.find("first", users("own"));
-  hyper.user_searched();
-  const CriteriaInput current = hyper.find("second", users(""));
-  EXPECT_EQ(fields(hyper.restore(current)), hyper_fields("first"));
-}
-
 TEST(HyperFind, TheUsersCriteriaAreNeverLost) {
   std::mt19937 random(test_seed());
   HyperFind hyper;
   std::string own = "|2c0,0-", last_hyper;
   CriteriaInput current;
-  int restored = 0;
-  for (int step = 0; step < 5000; ++step) {
-    const bool own_before = hyper.hyper_state() != HyperFind::hyper_current;
-    switch (random() % 3) {
-      case 0:
-        current = users("own " + std::to_string(step), static_cast<int>(random() % 4));
-        own = fields(current);
-        hyper.user_searched();
-        break;
-      case 1:
-        current = hyper.find("hyper " + std::to_string(step), current);
-        last_hyper = fields(current);
-        ASSERT_EQ(last_hyper, hyper_fields("hyper " + std::to_string(step)));
-        break;
-      default:
-        if (hyper.hyper_state() == HyperFind::none) continue;  // the button is disabled
-        current = hyper.restore(current);
-        ASSERT_EQ(fields(current), own_before ? last_hyper : own) << "step " << step;
-        ++restored;
+  auto state = HyperFind::none;
+  bool searched = true;  // since the last HyperFind or Restore
+  for (int step = 0; step < 3000; ++step) {
+    const std::string name = std::to_string(step);
+    const auto action = random() % 3;
+    if (action == 0) {
+      current = {random() % 4 == 0 ? "" : "own " + name, search_near, true, 7, 9, true};
+      own = fields(current);
+      hyper.user_searched();
+      if (state != HyperFind::none) state = HyperFind::user_restored;
+    } else if (action == 1) {
+      // To go back to no criteria at all is of no use.
+      if (searched && current.criteria.empty() && state == HyperFind::user_restored)
+        own = last_hyper;
+      current = hyper.find("hyper " + name, current);
+      last_hyper = "hyper " + name + "|2c110,110-";
+      state = HyperFind::hyper_current;
+    } else if (state != HyperFind::none) {  // otherwise the button is disabled
+      current = hyper.restore(current);
+      state =
+          state == HyperFind::hyper_current ? HyperFind::user_restored : HyperFind::hyper_current;
     }
-    const bool is_own = hyper.hyper_state() != HyperFind::hyper_current;
-    ASSERT_EQ(fields(current), is_own ? own : last_hyper) << "step " << step;
+    if (action < 2 || state != HyperFind::none) searched = action == 0;
+    ASSERT_EQ(hyper.hyper_state(), state) << step;
+    ASSERT_EQ(fields(current), state == HyperFind::hyper_current ? last_hyper : own) << step;
   }
-  EXPECT_GT(restored, 1000);
 }
 
 }  // namespace
