@@ -4,10 +4,8 @@
 
 #include <utility>
 
-#include "dialogs/drive_list.h"
 #include "dialogs/focus_check_box.h"
 #include "dialogs/resource.h"
-#include "engine/unicode.h"
 #include "shell/file_type_rule.h"
 #include "win32/message_box.h"
 
@@ -142,39 +140,14 @@ bool frmPath::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& re
 
 void frmPath::Form_Load() {
   const SearchCriteria& search = context_.search;
-  load_drives();
-  if (!open_start_folder(search.drive, search.path)) {
+  chooser_.load_drives();
+  if (!chooser_.open(search.drive, search.path)) {
     const std::string program_drive = context_.program_folder.substr(0, 3);
-    open_start_folder(program_drive, program_drive);
+    chooser_.open(program_drive, program_drive);
   }
   chkSearchSub.set_checked(search.search_subfolders);
   choice_.load(search);
   show_file_types();
-}
-
-void frmPath::load_drives() {
-  Drive1.clear();
-  for (const std::string& drive : existing_drives()) Drive1.add(drive);
-}
-
-bool frmPath::open_start_folder(const std::string& drive, const std::string& path) {
-  if (path.empty() || !select_drive(drive) || Dir1.open(path)) return false;
-  drive_shown_ = selected_drive();
-  return true;
-}
-
-bool frmPath::select_drive(const std::string& drive) const {
-  for (int row = 0; row < Drive1.count(); ++row) {
-    if (compare_ignore_case(Drive1.row_text(row), with_separator(drive)) != 0) continue;
-    Drive1.select(row);
-    return true;
-  }
-  return false;
-}
-
-std::string frmPath::selected_drive() const {
-  const int row = Drive1.selected();
-  return row < 0 ? std::string() : Drive1.row_text(row);
 }
 
 void frmPath::show_file_types() {
@@ -204,26 +177,11 @@ void frmPath::Form_Activate() {
 // Drive and folder.
 
 void frmPath::Drive1_Change() {
-  const std::string drive = selected_drive();
-  const bool list_open = SendMessageW(Drive1.handle(), CB_GETDROPPEDSTATE, 0, 0) != FALSE;
-  if (list_open || drive.empty() || drive == drive_shown_) return;
-  std::string path = context_.search.path;
-  const std::string target = set_dir_to_drive(drive, path, Dir1.path());
-  if (auto error = Dir1.open(target == drive ? current_folder(drive) : target)) {
-    select_drive(drive_shown_);
-    drive_not_ready(*error);
-    return;
-  }
-  drive_shown_ = drive;
+  chooser_.Drive1_Change(context_.search.path);
 }
 
 void frmPath::Dir1_DblClick() {
-  if (auto error = Dir1.open_selected()) drive_not_ready(*error);
-}
-
-void frmPath::drive_not_ready(const SystemError& error) {
-  win32::message_box(handle(), drive_not_ready_message(error), drive_not_ready_title,
-                     win32::BoxIcon::exclamation);
+  chooser_.Dir1_DblClick();
 }
 
 // File types.
@@ -324,7 +282,7 @@ void frmPath::Command1_Click() {
   context_.cancelled = false;
   hide_from(Command1.handle());
   SearchCriteria& search = context_.search;
-  search.drive = selected_drive();
+  search.drive = chooser_.drive();
   if (!Dir1.path().empty()) search.path = Dir1.path();
   choice_.accept(search);
   search.search_subfolders = chkSearchSub.checked();

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "dialogs/dialog_context.h"
+#include "dialogs/folder_chooser.h"
 #include "dialogs/folder_list_box.h"
 #include "shell/file_type_choice.h"
 #include "win32/controls.h"
@@ -56,11 +57,6 @@ class frmPath : public win32::Form {
   void Command1_Click();
   void Command2_Click();
 
-  void load_drives();
-  bool select_drive(const std::string& drive) const;
-  std::string selected_drive() const;
-  bool open_start_folder(const std::string& drive, const std::string& path);
-  void drive_not_ready(const SystemError& error);
   void show_file_types();
   void show_user_type(int index);
   /// Looks up the description of a valid type; false when the type is not valid.
@@ -70,9 +66,9 @@ class frmPath : public win32::Form {
   int type_box_at(HWND window) const;
 
   DialogContext context_;
+  FolderChooser chooser_{Drive1, Dir1};
   Handler display_panel_date_;
   FileTypeChoice choice_;
-  std::string drive_shown_;       ///< the drive that Dir1 stands on
   bool showing_ = false;          ///< the boxes change because the choice did
   std::optional<int> to_refuse_;  ///< the box whose refusal waits for the focus to settle
 };

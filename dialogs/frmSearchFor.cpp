@@ -4,10 +4,8 @@
 
 #include "dialogs/option_group.h"
 #include "dialogs/resource.h"
-#include "dialogs/search_hints.h"
 #include "shell/search_summary.h"
 #include "win32/clipboard.h"
-#include "win32/message_box.h"
 #include "win32/text.h"
 
 namespace tallowmere {
@@ -119,6 +117,11 @@ frmDate& frmSearchFor::date() {
   return *date_;
 }
 
+frmHints& frmSearchFor::hints() {
+  if (!hints_) hints_ = std::make_unique<frmHints>(handle());
+  return *hints_;
+}
+
 void frmSearchFor::cmdWhere_Click() {
   path().show(handle(), owner_);
   Form_Activate();
@@ -149,7 +152,7 @@ void frmSearchFor::cmdPaste_click() {
 }
 
 void frmSearchFor::cmdHelp_Click() {
-  win32::message_box(handle(), search_hints(), search_hints_title, win32::BoxIcon::information);
+  hints().show(handle(), owner_);
 }
 
 bool frmSearchFor::pre_translate(MSG& message) {

@@ -6,6 +6,7 @@
 
 #include "dialogs/dialog_context.h"
 #include "dialogs/frmDate.h"
+#include "dialogs/frmHints.h"
 #include "dialogs/frmPath.h"
 #include "dialogs/frmProximity.h"
 #include "engine/search_criteria.h"
@@ -38,9 +39,10 @@ class frmSearchFor : public win32::Form {
   win32::StatusBar StatusBar1;
 
   frmProximity& proximity() { return proximity_; }
-  /// Created on first use, like date().
+  /// Created on first use, like date() and hints().
   frmPath& path();
   frmDate& date();
+  frmHints& hints();
 
  protected:
   void on_shown() override { Form_Activate(); }
@@ -66,6 +68,7 @@ class frmSearchFor : public win32::Form {
   frmProximity proximity_;  ///< holds the proximity values, so it always exists
   std::unique_ptr<frmPath> path_;
   std::unique_ptr<frmDate> date_;
+  std::unique_ptr<frmHints> hints_;
 };
 
 }  // namespace tallowmere

@@ -8,7 +8,13 @@
 #define IDD_DATE 2002
 #define IDD_PROXIMITY 2003
 #define IDD_NARROW 2004
-#define IDD_FONTS 2005
+#define IDD_COPY_MOVE 2005
+#define IDD_RENAME 2006
+#define IDD_REPLACE 2007
+#define IDD_PROGRESS 2008
+#define IDD_FONTS 2009
+#define IDD_HELP 2300
+#define IDD_ABOUT 2301
 
 // frmSearchFor
 #define IDC_SEARCH_LABEL1 2010
@@ -64,3 +70,37 @@
 #define IDC_FONTS_FACES 2233
 #define IDC_FONTS_SIZES 2234
 #define IDC_FONTS_SAMPLE 2235
+
+// HelpScreen
+#define IDC_HELP_POPUP 2310
+#define IDC_HELP_EXIT 2311
+#define IDC_HELP_ITEM 2320 /* as many as the page has, up to 30 */
+
+// frmAbout
+#define IDC_ABOUT_IMAGE1 2360
+#define IDC_ABOUT_LABEL1 2361
+#define IDC_ABOUT_LABEL2 2362
+
+// frmCopyMove
+#define IDC_COPY_LABEL1 2400
+#define IDC_COPY_DRIVE1 2401
+#define IDC_COPY_DIR1 2402
+#define IDC_COPY_FOLDER 2403
+#define IDC_COPY_NAME 2404
+#define IDC_COPY_CONFIRM 2405
+#define IDC_COPY_TARGET 2406
+
+// frmRename
+#define IDC_RENAME_OLD 2420
+#define IDC_RENAME_NEW 2421
+
+// frmReplace
+#define IDC_REPLACE_TARGET 2430
+#define IDC_REPLACE_TARGET_FACTS 2431
+#define IDC_REPLACE_SOURCE 2432
+#define IDC_REPLACE_SOURCE_FACTS 2433
+#define IDC_REPLACE_ALL 2434
+
+// frmProgress
+#define IDC_PROGRESS_LABEL1 2440
+#define IDC_PROGRESS_BAR 2441

@@ -124,6 +124,16 @@ char32_t to_lower(char32_t code_point) {
   return code_point + static_cast<char32_t>(range->delta);
 }
 
+bool has_upper_case(char32_t code_point) {
+  if (code_point < 0x80) return code_point >= 'a' && code_point <= 'z';
+  if (code_point == 0xDF) return false;  // a capital sharp s exists, but is not what it becomes
+  return std::any_of(
+      std::begin(case_ranges), std::end(case_ranges), [code_point](const CaseRange& range) {
+        const char32_t upper = code_point - static_cast<char32_t>(range.delta);
+        return upper >= range.first && upper <= range.last && to_lower(upper) == code_point;
+      });
+}
+
 int compare_ignore_case(std::string_view a, std::string_view b) {
   std::size_t i = 0;
   std::size_t j = 0;

@@ -27,6 +27,9 @@ bool is_well_formed_utf8(std::string_view text);
 /// Lower case by Unicode's simple case mapping, the same on every system and in every locale.
 char32_t to_lower(char32_t code_point);
 
+/// True for a letter that is the lower case of another by the same mapping.
+bool has_upper_case(char32_t code_point);
+
 /// Below, at or above 0 as `a` stands before, equals or stands after `b`, by lower-cased code
 /// points.
 int compare_ignore_case(std::string_view a, std::string_view b);

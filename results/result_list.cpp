@@ -6,6 +6,14 @@
 #include "engine/unicode.h"
 
 namespace tallowmere {
+namespace {
+
+/// Files written within one second, as by one copying, are of one date: their names order them.
+Ticks whole_second(Ticks moment) {
+  return moment - moment % ticks_per_second;
+}
+
+}  // namespace
 
 std::vector<FileRecord> ResultList::take_records() {
   return std::exchange(records_, {});
@@ -18,15 +26,6 @@ void ResultList::add_file_row(FileRecord record) {
   }
   records_.push_back(std::move(record));
 }
-
-namespace {
-
-// Files written within one second, as by one copying, are of one date: their names order them.
-Ticks whole_second(Ticks moment) {
-  return moment - moment % ticks_per_second;
-}
-
-}  // namespace
 
 void ResultList::add_file_row(std::string_view folder, std::string_view name,
                               const FileFacts& facts) {
@@ -60,6 +59,27 @@ void ResultList::fill_result_list() {
   const auto end = std::unique(records_.begin(), records_.end());
   matched_count -= records_.end() - end;
   records_.erase(end, records_.end());
+}
+
+void ResultList::change_record(std::size_t index, FileRecord record) {
+  records_[index] = std::move(record);
+}
+
+void ResultList::remove_rows(std::span<const std::size_t> rows) {
+  const std::ptrdiff_t viewed = std::exchange(viewed_index, -1);
+  auto removed = rows.begin();
+  std::size_t end = 0;
+  for (std::size_t i = 0; i < records_.size(); ++i) {
+    if (removed != rows.end() && *removed == i) {
+      ++removed;
+      continue;
+    }
+    if (viewed == static_cast<std::ptrdiff_t>(i)) viewed_index = static_cast<std::ptrdiff_t>(end);
+    if (end != i) records_[end] = std::move(records_[i]);
+    ++end;
+  }
+  matched_count -= static_cast<std::int64_t>(records_.size() - end);
+  records_.resize(end);
 }
 
 std::string ResultList::indexed_filename(std::size_t index) const {

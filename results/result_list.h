@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,6 +51,13 @@ class ResultList {
   /// Drops each record that equals its neighbour and lowers both counters. Called after each sort,
   /// which brings equal records together.
   void fill_result_list();
+
+  /// Puts another record in the place of one, as when its file was renamed or moved.
+  void change_record(std::size_t index, FileRecord record);
+
+  /// Removes these rows, given in ascending order, and counts their files as matched no longer.
+  /// `viewed_index` follows its file, or is -1 when that is among the removed.
+  void remove_rows(std::span<const std::size_t> rows);
 
   /// Full path of a record.
   std::string indexed_filename(std::size_t index) const;

@@ -55,6 +55,9 @@ use_wine() {
     export WINEDEBUG=${WINEDEBUG:--all}
     # No .NET, no web engine, and no entries in the menus of the user's desktop.
     export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d"
+    # What the tests recycle does not go into the user's own trash.
+    export XDG_DATA_HOME=$build/wine/data
+    mkdir -p "$XDG_DATA_HOME"
     # Wine smooths text only where fontconfig asks for it.
     export FONTCONFIG_FILE=$build/wine/fonts.conf
     case ${LC_ALL:-${LC_CTYPE:-${LANG:-}}} in

@@ -67,12 +67,13 @@ class Form {
   virtual void on_shown() {}
   /// Any message the handlers do not take. True: `result` is the answer.
   virtual bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
+  /// Places the window over the middle of another one, on its screen.
+  void center_over(HWND main_window);
 
  private:
   static INT_PTR CALLBACK dialog_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   bool handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
   bool run_command(int id, int code);
-  void center_over(HWND main_window);
 
   HWND window_ = nullptr;
   HWND modal_owner_ = nullptr;   ///< the window disabled by show_modal

@@ -55,6 +55,20 @@ int ListView::selected() const {
   return row >= 0 ? row : ListView_GetNextItem(handle(), -1, LVNI_SELECTED);
 }
 
+std::vector<std::size_t> ListView::selected_rows() const {
+  std::vector<std::size_t> rows;
+  int row = -1;
+  while ((row = ListView_GetNextItem(handle(), row, LVNI_SELECTED)) >= 0) {
+    rows.push_back(static_cast<std::size_t>(row));
+  }
+  return rows;
+}
+
+void ListView::edit_label() const {
+  const int row = focused_selected();
+  if (row >= 0) send(LVM_EDITLABELW, static_cast<WPARAM>(row));
+}
+
 void ListView::select_only(int row) const {
   if (selected_count() > few_rows) {
     ListView_SetItemState(handle(), -1, 0, LVIS_SELECTED);

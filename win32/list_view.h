@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
+#include <vector>
 
 #include "win32/controls.h"
 
@@ -30,6 +32,11 @@ class ListView : public Control {
     return ListView_GetNextItem(handle(), -1, LVNI_FOCUSED | LVNI_SELECTED);
   }
   int selected_count() const { return static_cast<int>(ListView_GetSelectedCount(handle())); }
+  /// In ascending order.
+  std::vector<std::size_t> selected_rows() const;
+  /// Lets the user change the focused row's first column in place (LVS_EDITLABELS).
+  void edit_label() const;
+  bool editing_label() const { return ListView_GetEditControl(handle()) != nullptr; }
   bool is_selected(int row) const {
     return ListView_GetItemState(handle(), row, LVIS_SELECTED) != 0;
   }

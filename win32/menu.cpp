@@ -17,6 +17,11 @@ void pop_up(HMENU menu, HWND owner, POINT at) {
                    nullptr);
 }
 
+int choose_from(HMENU menu, HWND owner, POINT at) {
+  return TrackPopupMenuEx(menu, TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RIGHTBUTTON | TPM_RETURNCMD,
+                          at.x, at.y, owner, nullptr);
+}
+
 void enable_entry(HMENU menu, int id, bool on) {
   EnableMenuItem(menu, static_cast<UINT>(id), on ? MF_ENABLED : MF_GRAYED);
 }

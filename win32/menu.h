@@ -26,6 +26,9 @@ class PopupMenu {
 /// the menu is closed, which is before the command is served.
 void pop_up(HMENU menu, HWND owner, POINT at);
 
+/// The same, but returns the entry chosen, 0 for none, and sends no command.
+int choose_from(HMENU menu, HWND owner, POINT at);
+
 void enable_entry(HMENU menu, int id, bool on);
 bool entry_enabled(HMENU menu, int id);
 void check_entry(HMENU menu, int id, bool on);

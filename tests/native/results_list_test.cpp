@@ -54,6 +54,27 @@ TEST(ResultList, SplitsAndFindsPaths) {
   EXPECT_TRUE(list.sort_descending);
 }
 
+TEST(ResultList, RemovingRowsAndChangingRecords) {
+  ResultList list;
+  for (const char* name : {"0", "1", "2", "3", "4", "5"}) {
+    list.add_file_row("/", name, FileFacts{});
+  }
+  list.matched_count = 6;
+  list.viewed_index = 4;
+  list.remove_rows(std::vector<std::size_t>{0, 2, 3});
+  ASSERT_EQ(list.file_count(), 3u);
+  EXPECT_EQ(list.record(0).filename + list.record(1).filename + list.record(2).filename, "145");
+  EXPECT_EQ(list.viewed_index, 1);
+  EXPECT_EQ(list.matched_count, 3);
+  list.remove_rows({});
+  EXPECT_EQ(list.viewed_index, 1);
+  list.remove_rows(std::vector<std::size_t>{1, 2});
+  EXPECT_EQ(list.viewed_index, -1);
+  list.change_record(0, FileRecord{"9", 1, "/f/", 2});
+  EXPECT_TRUE(list.set_facts(0, FileFacts{3 * ticks_per_second + 1, 4}));
+  EXPECT_EQ(list.record(0), (FileRecord{"9", 3 * ticks_per_second, "/f/", 4}));
+}
+
 TEST(ResultList, InstrReverse) {
   EXPECT_EQ(instr_reverse(7, "a.b.c.d", ".", false), 6);
   EXPECT_EQ(instr_reverse(5, "a.b.c.d", ".", false), 4);

@@ -102,7 +102,17 @@ TEST_F(SearchForTest, ProximityButtonFollowsTheTypeAndF1ShowsTheHints) {
          EXPECT_FALSE(form.cmdProximity.enabled());
          press(form.Check1, VK_F1);
        },
-       [&] { EXPECT_NE(answer_box(L"Searching Hints"), ""); }, [&] { form.cmdCancel.click(); }});
+       [&] {
+         EXPECT_EQ(win32::Control(GetActiveWindow()).text(), "Searching Hints");
+         EXPECT_FALSE(IsWindowEnabled(form.handle()));
+         form.hints().Command1.click();
+       },
+       [&] { form.cmdHelp.click(); },
+       [&] {
+         EXPECT_TRUE(IsWindowVisible(form.hints().handle()));
+         form.hints().Command1.click();
+       },
+       [&] { form.cmdCancel.click(); }});
 }
 
 TEST_F(SearchForTest, PasteSelectsTheTextAndSwitchesToPhrase) {

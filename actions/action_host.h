@@ -1,0 +1,23 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string_view>
+
+namespace tallowmere {
+
+/// What the commands ask of the main window, which outlives them. Texts are UTF-8.
+class ActionHost {
+ public:
+  virtual ~ActionHost() = default;
+
+  virtual HWND window() const = 0;
+  /// A message box with an OK button; returns when it was answered.
+  virtual void message(std::string_view prompt, std::string_view title) = 0;
+  /// Tells how a command went on; empty: there is nothing more to tell.
+  virtual void status(std::string_view text) = 0;
+  /// Serves every event that waits. False: the program is to end.
+  virtual bool serve_events() = 0;
+};
+
+}  // namespace tallowmere

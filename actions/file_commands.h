@@ -1,0 +1,80 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+
+#include "dialogs/dialog_context.h"
+#include "dialogs/frmCopyMove.h"
+#include "dialogs/frmProgress.h"
+#include "dialogs/frmRename.h"
+#include "dialogs/frmReplace.h"
+#include "results/result_list.h"
+#include "shell/file_batch.h"
+#include "win32/file_operations.h"
+
+namespace tallowmere {
+
+/// What the main window does after the file commands have changed its list. Called when the list is
+/// as it stays, in the order below; each at most once a command.
+class FileCommandHost {
+ public:
+  virtual ~FileCommandHost() = default;
+
+  /// Rows are gone: shows the others and selects `row` alone, -1 for none.
+  virtual void rows_removed(std::ptrdiff_t row) = 0;
+  /// Some rows show another date or size: paints them again. The selection stays.
+  virtual void rows_refreshed() = 0;
+  /// The viewer follows its file; viewed_index is right already.
+  virtual void viewed_file_changed(ViewedFile what) = 0;
+  /// Files were renamed or moved: sorts again, as mnuSort_Click(sort_type()).
+  virtual void records_changed() = 0;
+};
+
+/// Copying, moving, renaming, deleting and removing the selected files, with their dialogs,
+/// questions and messages. `rows` are record indices in ascending order. While work goes on, events
+/// are served and the main window is disabled.
+class FileCommands {
+ public:
+  /// All of them outlive the commands.
+  FileCommands(HWND window, ResultList& list, const DialogContext& context, FileCommandHost& host);
+
+  /// Asks where to, then moves or copies.
+  void move_copy_dialog(FileCommand command, std::span<const std::size_t> rows);
+  /// Asks for a new name.
+  void rename_dialog(std::size_t row);
+  /// Gives a file the name typed into its row; false: it keeps the old one, and why was told.
+  bool rename_file(std::size_t row, const std::string& new_name);
+  /// Deletes from the disk what the user confirms.
+  void delete_files(std::span<const std::size_t> rows);
+  /// Removes from the list what the user confirms.
+  void remove_files(std::span<const std::size_t> rows);
+
+ private:
+  class User;
+
+  /// Runs work on many files in the background, with the progress window.
+  BatchOutcome work(FileCommand command,
+                    const std::function<BatchOutcome(FileOperations&, BatchUser&)>& batch);
+  void finish(FileCommand command, const BatchOutcome& outcome);
+  void tell_failure(FileCommand command, const std::string& text) const;
+  void serve_events();
+  SelectedFiles selected_files(std::span<const std::size_t> rows) const;
+  bool confirm(const std::string& question, std::string_view title, bool for_good) const;
+
+  HWND window_;
+  ResultList& list_;
+  DialogContext context_;
+  FileCommandHost& host_;
+  // Made when they are first shown.
+  std::unique_ptr<frmCopyMove> frmCopyMove_;
+  std::unique_ptr<frmRename> frmRename_;
+  std::unique_ptr<frmReplace> frmReplace_;
+  std::unique_ptr<frmProgress> frmProgress_;
+};
+
+}  // namespace tallowmere

@@ -1,0 +1,71 @@
+#include "actions/launcher.h"
+
+#include <utility>
+#include <vector>
+
+#include "actions/editor_stage.h"
+#include "shell/launch_command.h"
+#include "shell/script_player.h"
+#include "win32/association.h"
+#include "win32/process.h"
+
+namespace tallowmere {
+
+namespace {
+
+constexpr std::string_view cannot_launch = "Cannot Launch";
+constexpr std::string_view not_associated =
+    "The data file extension is not associated\r\nwith an application in the Registry.";
+
+}  // namespace
+
+void Launcher::cmdLaunch_Click(const std::string& path, const SearchCriteria& search,
+                               bool find_on_launch) {
+  next_ = Job{path, find_on_launch ? find_request(search, page_) : FindRequest()};
+  if (busy_) return;
+  busy_ = true;
+  while (next_) {
+    const Job job = *std::exchange(next_, std::nullopt);
+    launch(job);
+  }
+  busy_ = false;
+}
+
+void Launcher::launch(const Job& job) {
+  host_.status("");
+  const std::string extension = file_extension(job.path);
+  if (is_program(extension)) {
+    win32::StartedProgram program;
+    start(program, job.path, program_command_line(job.path));
+    return;
+  }
+  const std::string command = win32::association_command(extension, true);
+  if (command.empty()) {
+    host_.message(not_associated, cannot_launch);
+  } else {
+    open_data_file(job, program_path(command));
+  }
+}
+
+/// `application` is without its extension.
+void Launcher::open_data_file(const Job& job, const std::string& application) {
+  win32::StartedProgram program;
+  if (!start(program, program_file(application), data_command_line(application, job.path))) return;
+  const std::vector<ScriptStep> steps = build_script(app_base_name(application), job.find);
+  if (steps.empty()) return;
+  EditorStage stage(program, [this] { return host_.serve_events() && !next_; });
+  ScriptPlayer player(stage);
+  const ScriptEnd end = player.play(steps);
+  host_.status(script_status(end, player.title()));
+}
+
+bool Launcher::start(win32::StartedProgram& program, const std::string& file,
+                     const std::string& command_line) {
+  const auto error = program.start(file, command_line);
+  if (error) {
+    host_.message(error->text + " - encountered while trying to START " + file, cannot_launch);
+  }
+  return !error;
+}
+
+}  // namespace tallowmere

@@ -1,0 +1,33 @@
+#include "dialogs/frmAbout.h"
+
+#include "dialogs/resource.h"
+#include "shell/help_pages.h"
+
+namespace tallowmere {
+
+frmAbout::frmAbout(HWND owner)
+    : Form(IDD_ABOUT, owner),
+      Label1(item(IDC_ABOUT_LABEL1)),
+      Label2(item(IDC_ABOUT_LABEL2)),
+      Image1(item(IDC_ABOUT_IMAGE1)),
+      Command1(item(IDOK)) {
+  title_font_ = bold_font(handle());
+  Label1.set_font(title_font_.get());
+  Label1.set_text(about_title);
+  Label2.set_text(about_text);
+  show_icon();
+  clicked(IDOK, [this] { Command1_Click(); });
+  clicked(IDCANCEL, [this] { Command1_Click(); });
+}
+
+void frmAbout::show_icon() {
+  // The form has its owner's icon, which the owner keeps.
+  SendMessageW(Image1.handle(), STM_SETICON,
+               static_cast<WPARAM>(SendMessageW(handle(), WM_GETICON, ICON_BIG, 0)), 0);
+}
+
+void frmAbout::Command1_Click() {
+  hide_from(Command1.handle());
+}
+
+}  // namespace tallowmere

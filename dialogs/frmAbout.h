@@ -1,0 +1,29 @@
+#pragma once
+
+#include "dialogs/help_drawing.h"
+#include "win32/controls.h"
+#include "win32/form.h"
+
+namespace tallowmere {
+
+/// The program's name and version.
+class frmAbout : public win32::Form {
+ public:
+  explicit frmAbout(HWND owner);
+
+  /// Shows the screen centred over `owner`, until the user leaves it.
+  void show(HWND owner) { show_modal(owner); }
+
+  win32::Label Label1;  ///< name and version
+  win32::Label Label2;  ///< what the program is
+  win32::Control Image1;
+  win32::Button Command1;
+
+ private:
+  void show_icon();
+  void Command1_Click();
+
+  OwnedFont title_font_;
+};
+
+}  // namespace tallowmere

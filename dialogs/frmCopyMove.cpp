@@ -1,0 +1,139 @@
+#include "dialogs/frmCopyMove.h"
+
+#include "dialogs/resource.h"
+#include "win32/hourglass.h"
+#include "win32/message_box.h"
+
+namespace tallowmere {
+namespace {
+
+/// Posted on a change of resolution, to be served when the controls have their new fonts.
+constexpr UINT fit_rows_message = WM_APP + 1;
+
+}  // namespace
+
+frmCopyMove::frmCopyMove(HWND owner, const DialogContext& context)
+    : Form(IDD_COPY_MOVE, owner), owner_(owner), context_(context) {
+  find_controls();
+  wire();
+  chkConfirm.set_checked(true);
+}
+
+void frmCopyMove::find_controls() {
+  Label1 = win32::Label(item(IDC_COPY_LABEL1));
+  Drive1 = win32::ComboBox(item(IDC_COPY_DRIVE1));
+  Dir1.attach(item(IDC_COPY_DIR1), context_.files);
+  txtNewFolder = win32::TextBox(item(IDC_COPY_FOLDER));
+  txtNewName = win32::TextBox(item(IDC_COPY_NAME));
+  chkConfirm = win32::CheckBox(item(IDC_COPY_CONFIRM));
+  lblTarget = win32::Label(item(IDC_COPY_TARGET));
+  cmdOK = win32::Button(item(IDOK));
+  cmdCancel = win32::Button(item(IDCANCEL));
+}
+
+void frmCopyMove::wire() {
+  // While the list is open, the choice is made when it closes.
+  command(IDC_COPY_DRIVE1, CBN_SELCHANGE, [this] { Drive1_Change(); });
+  command(IDC_COPY_DRIVE1, CBN_CLOSEUP, [this] { Drive1_Change(); });
+  command(IDC_COPY_DIR1, LBN_DBLCLK, [this] { Dir1_DblClick(); });
+  command(IDC_COPY_FOLDER, EN_CHANGE, [this] { show_target(); });
+  command(IDC_COPY_NAME, EN_CHANGE, [this] { show_target(); });
+  clicked(IDOK, [this] { cmdOK_Click(); });
+  clicked(IDCANCEL, [this] { cmdCancel_Click(); });
+}
+
+std::optional<TransferRequest> frmCopyMove::ask(FileCommand command, const SelectedFiles& files,
+                                                FileOperations& operations) {
+  const bool moving = command == FileCommand::move;
+  command_ = command;
+  operations_ = &operations;
+  accepted_.reset();
+  SetWindowTextW(handle(), moving ? L"Move Files" : L"Copy Files");
+  Label1.set_text((moving ? "Move " : "Copy ") + files_text(files) + " to:");
+  cmdOK.set_text(moving ? "&Move" : "&Copy");
+  txtNewFolder.set_text("");
+  txtNewName.set_text("");
+  txtNewName.enable(files.count == 1);
+  open_start_folder(files.folder);
+  show_target();
+  show_modal(owner_);
+  operations_ = nullptr;
+  return accepted_;
+}
+
+void frmCopyMove::open_start_folder(const std::string& files_folder) {
+  chooser_.load_drives();
+  const std::string program_drive = context_.program_folder.substr(0, 3);
+  for (const std::string& folder : {last_folder_, files_folder, program_drive}) {
+    if (chooser_.open(folder.substr(0, 3), folder)) return;
+  }
+}
+
+bool frmCopyMove::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) {
+  switch (message) {
+    case WM_DRAWITEM:
+      if (wparam != IDC_COPY_DIR1) return false;
+      Dir1.draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
+      result = TRUE;
+      return true;
+    case WM_DPICHANGED:
+      PostMessageW(handle(), fit_rows_message, 0, 0);
+      return false;
+    case fit_rows_message:
+      Dir1.fit_rows();
+      Dir1.repaint();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void frmCopyMove::Drive1_Change() {
+  chooser_.Drive1_Change({});
+  show_target();
+}
+
+void frmCopyMove::Dir1_DblClick() {
+  chooser_.Dir1_DblClick();
+  show_target();
+}
+
+TypedFolder frmCopyMove::target_folder() const {
+  return typed_folder(Dir1.path(), txtNewFolder.text());
+}
+
+void frmCopyMove::show_target() {
+  lblTarget.set_text(target_folder().path + txtNewName.text());
+}
+
+void frmCopyMove::refuse(const std::string& prompt, const win32::Control& control) {
+  win32::message_box(handle(), prompt, failure_title(command_), win32::BoxIcon::exclamation);
+  move_focus(control.handle());
+}
+
+void frmCopyMove::cmdOK_Click() {
+  const TypedFolder folder = target_folder();
+  const std::string name = txtNewName.enabled() ? txtNewName.text() : std::string();
+  if (!folder.fault.empty()) return refuse(folder.fault, txtNewFolder);
+  if (!name.empty() && !name_fault(name).empty()) return refuse(name_fault(name), txtNewName);
+  std::optional<SystemError> error;
+  {
+    const win32::Hourglass hourglass;
+    error = operations_->create_folder(folder.path);
+  }
+  if (error) {
+    return refuse(error->text + " - encountered while trying to MAKE FOLDER " + folder.path,
+                  txtNewFolder);
+  }
+  last_folder_ = folder.path;
+  accepted_ = TransferRequest{command_, folder.path, name, chkConfirm.checked()};
+  context_.cancelled = false;
+  hide_from(cmdOK.handle());
+}
+
+void frmCopyMove::cmdCancel_Click() {
+  context_.cancelled = true;
+  hide_from(cmdOK.handle());
+}
+
+}  // namespace tallowmere

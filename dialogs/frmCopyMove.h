@@ -1,0 +1,63 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "dialogs/dialog_context.h"
+#include "dialogs/folder_chooser.h"
+#include "dialogs/folder_list_box.h"
+#include "shell/file_batch.h"
+#include "shell/file_command_texts.h"
+#include "shell/file_names.h"
+#include "shell/file_operations.h"
+#include "win32/controls.h"
+#include "win32/form.h"
+
+namespace tallowmere {
+
+/// Where the selected files are to be copied or moved. The folder used last and the check box are
+/// kept between showings.
+class frmCopyMove : public win32::Form {
+ public:
+  frmCopyMove(HWND owner, const DialogContext& context);
+
+  /// Asks over the owner. The folder that comes back exists: a new one was made by `operations`.
+  std::optional<TransferRequest> ask(FileCommand command, const SelectedFiles& files,
+                                     FileOperations& operations);
+
+  win32::Label Label1;  ///< what is copied or moved
+  win32::ComboBox Drive1;
+  FolderListBox Dir1;
+  win32::TextBox txtNewFolder, txtNewName;
+  win32::CheckBox chkConfirm;
+  win32::Label lblTarget;
+  win32::Button cmdOK, cmdCancel;
+
+ protected:
+  void on_shown() override { Dir1.focus(); }
+  bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
+
+ private:
+  void find_controls();
+  void wire();
+  void open_start_folder(const std::string& files_folder);
+  TypedFolder target_folder() const;
+  void show_target();
+  /// Says why not and leads back to the control.
+  void refuse(const std::string& prompt, const win32::Control& control);
+
+  void Drive1_Change();
+  void Dir1_DblClick();
+  void cmdOK_Click();
+  void cmdCancel_Click();
+
+  HWND owner_;
+  DialogContext context_;
+  FolderChooser chooser_{Drive1, Dir1};
+  FileCommand command_ = FileCommand::copy;
+  FileOperations* operations_ = nullptr;  ///< while the dialog is shown
+  std::string last_folder_;               ///< the folder used last; empty at first
+  std::optional<TransferRequest> accepted_;
+};
+
+}  // namespace tallowmere

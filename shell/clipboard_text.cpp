@@ -1,0 +1,20 @@
+#include "shell/clipboard_text.h"
+
+#include "engine/unicode.h"
+
+namespace tallowmere {
+
+std::optional<std::string> appended_text(std::string_view clipboard, std::string_view selected) {
+  const std::size_t length = to_utf16(clipboard).size() + to_utf16(selected).size();
+  if (length >= clipboard_append_limit) return std::nullopt;
+  return std::string(clipboard).append(selected);
+}
+
+std::string copied_names_text(const std::vector<std::string>& paths) {
+  if (paths.size() == 1) return paths.front();
+  std::string text;
+  for (const std::string& path : paths) text.append(path).append("\r\n");
+  return text;
+}
+
+}  // namespace tallowmere

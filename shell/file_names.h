@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "engine/file_system.h"
+
+namespace tallowmere {
+
+/// Why nothing on a disk can be named `name`, as a sentence for the user; empty when it can.
+std::string name_fault(std::string_view name);
+
+struct TypedFolder {
+  std::string path;   ///< with its final separator
+  std::string fault;  ///< why there can be no such folder, for the user; empty when there can
+};
+
+/// The folder that `text` names as seen from `open_folder`: the open folder itself when nothing is
+/// typed, one or more folders below it, or a full path of its own. Both slashes separate.
+TypedFolder typed_folder(const std::string& open_folder, std::string_view text,
+                         char separator = path_separator);
+
+/// `text` in lower case: equal for names that the system takes for the same.
+std::string folded(std::string_view text);
+
+/// What comes before the last period of a name; the whole name when nothing else does.
+std::string_view name_stem(std::string_view name);
+
+}  // namespace tallowmere

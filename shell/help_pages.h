@@ -1,0 +1,38 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace tallowmere {
+
+enum class HelpItemKind {
+  paragraph,
+  topic,  ///< clicked, it shows its answer
+  link,   ///< clicked, it opens another screen
+};
+
+struct HelpItem {
+  HelpItemKind kind;
+  std::string_view text;
+  std::string_view answer = {};  ///< of a topic; lines end in "\n"
+  bool same_line = false;        ///< goes on where the item before it ends
+};
+
+/// One help screen: its items from top to bottom. Texts are UTF-8.
+struct HelpPage {
+  std::string_view title;
+  std::span<const HelpItem> items;
+};
+
+HelpPage quick_answers();
+HelpPage searching_hints();  ///< has one link: to the examples
+HelpPage criteria_examples();
+
+/// The program's name and version, and what it is.
+inline constexpr std::string_view about_title = "Tallowmere 32 - Version 2.1";
+inline constexpr std::string_view about_text =
+    "Searches the contents of many files at once for words and phrases, lists the files that hold "
+    "them, and shows every hit.\n\n"
+    "Files are only read, unless you copy, move, rename or delete them.";
+
+}  // namespace tallowmere

@@ -1,0 +1,91 @@
+#include "shell/help_pages.h"
+
+namespace tallowmere {
+namespace {
+
+using enum HelpItemKind;
+
+constexpr HelpItem items[] = {
+    {topic, "What is hypertangent infosurfing?",
+     "Going off at a tangent while you read, without losing your way.\n\n"
+     "Select any text in the viewer and press HyperFind: it becomes the text to find, and Find "
+     "Next and Find Prev step through all its places in the file. From there, select the next "
+     "text that catches your eye.\n\n"
+     "Restore Find brings your own criteria back; after it, Restore Hyper brings back the last "
+     "text of HyperFind."},
+    {topic, "What's the big deal about multitasking?",
+     "You need not wait for a search. While it runs you can work in other programs, and the "
+     "files found so far are listed as they come.\n\n"
+     "With Minimize On, Tallowmere gets out of your way meanwhile; with Sound On, a sound tells "
+     "you that it is done. Both are in the Search menu. Stop or Esc ends a search early and keeps "
+     "what it has found."},
+    {topic, "Can I view files that do not contain any text, like picture files?",
+     "Yes, any file can be searched and viewed. The viewer shows the characters that the file's "
+     "bytes stand for, with dots in place of those that cannot be shown, so names and notes inside "
+     "pictures and programs can be read.\n\n"
+     "To see the picture itself, press Launch. A double click on a .wav file plays it."},
+    {topic, "How do I search an entire disk?",
+     "Press Search, then Where To Search. Choose the drive, double-click its topmost folder, such "
+     "as C:\\, and tick Search SubFolders. Tick All Files, or only the types that you want: the "
+     "fewer files, the faster. Then press OK and Begin."},
+    {topic, "Can I find and view a file without searching its contents?",
+     "Yes. Leave the criteria empty: every file is listed that lies in the chosen folder and has "
+     "one of the chosen types and dates. Then click on the one that you want to read."},
+    {topic, "Are there any secret shortcuts?",
+     "Anywhere:\n"
+     "F3, Shift+F3: next and previous hit\n"
+     "Esc: stops a search\n\n"
+     "In the list:\n"
+     "Enter or double click: shows the file, then its next hit\n"
+     "Shift+Enter: launches it\n"
+     "F2: renames it\n"
+     "Del: deletes the selected files\n"
+     "Ctrl+A: selects all files\n"
+     "Ctrl+C: copies the names of the selected files\n\n"
+     "In the viewer:\n"
+     "Space or Enter: next hit\n"
+     "Backspace or Esc: back to the list\n"
+     "Ctrl+C: copies the selected text\n"
+     "Ctrl and the mouse wheel: size of the font\n\n"
+     "The right mouse button opens a menu in both. F1 in the search criteria opens the hints."},
+    {topic, "Can I edit or modify the file being viewed?",
+     "No. Files that are searched and viewed are only read, so nothing can happen to them. Press "
+     "Launch to edit the file in the application that belongs to its type. When you come back, "
+     "Tallowmere notices that the file has changed."},
+    {topic, "Can I change the font used to display the file's contents?",
+     "Yes, with Change Font, Larger Font and Smaller Font in the Display menu. Turning the mouse "
+     "wheel with Ctrl held down over the viewer changes the size, too. The font is kept for the "
+     "next time. Columns line up only in fixed-pitch fonts, which are marked."},
+    {topic, "What does \"Minimize On\" do?",
+     "While it is checked in the Search menu, Tallowmere's window is minimized as soon as a search "
+     "begins, and comes back to the front when the search has ended."},
+    {topic, "What does \"Find on Launch\" do?",
+     "While it is checked in the Search menu, Launch not only opens the file but also types the "
+     "keys that make the application find your text: the first word of the criteria, or the whole "
+     "single phrase.\n\n"
+     "It knows Notepad, WordPad, Write, Cardfile and Microsoft Works. Leave keyboard and mouse "
+     "alone for these few seconds: when the application's window is not in front, the typing "
+     "stops."},
+    {topic, "What can be placed onto the clipboard?",
+     "From the Edit menu:\n"
+     "Copy Text: the text selected in the viewer.\n"
+     "Append Text: the same, added to the text that is on the clipboard already, as long as both "
+     "together stay below 65,000 characters.\n"
+     "Copy File Name: folder and name of the selected file, or of all selected files, each on a "
+     "line of its own.\n\n"
+     "The other way round, Paste in the search criteria takes the text to find from the "
+     "clipboard."},
+    {topic, "What is the difference between \"Delete\" and \"Remove\" a file?",
+     "Delete takes the selected files off the disk. You are asked first, and they go to the "
+     "Recycle Bin where there is one.\n\n"
+     "Remove only takes them out of the list: the files themselves are not touched, and the next "
+     "search may list them again."},
+};
+
+}  // namespace
+
+HelpPage quick_answers() {
+  return {"Quick Answers", items};
+}
+
+}  // namespace tallowmere

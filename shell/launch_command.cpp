@@ -1,0 +1,75 @@
+#include "shell/launch_command.h"
+
+#include <algorithm>
+
+#include "engine/unicode.h"
+
+namespace tallowmere {
+namespace {
+
+constexpr std::string_view program_extension = ".exe";
+
+bool same_ascii_letter(char a, char b) {
+  return to_lower(static_cast<unsigned char>(a)) == to_lower(static_cast<unsigned char>(b));
+}
+
+/// Where the program's extension begins, or the arguments of a command without one.
+std::size_t program_end(std::string_view command) {
+  for (const std::string_view spelling : {program_extension, std::string_view(".EXE")}) {
+    const std::size_t found = command.find(spelling);
+    if (found != std::string_view::npos) return found;
+  }
+  const auto* any_case = std::search(command.begin(), command.end(), program_extension.begin(),
+                                     program_extension.end(), same_ascii_letter);
+  if (any_case != command.end()) return static_cast<std::size_t>(any_case - command.begin());
+  return std::min(command.find('"', 1), command.size());
+}
+
+/// A program with a blank in its path is quoted, as the system itself does it when it finds such a
+/// program: what is started would otherwise take the rest of its own path for an argument.
+std::string as_first_word(std::string_view program) {
+  if (program.find(' ') == std::string_view::npos) return std::string(program);
+  return "\"" + std::string(program) + "\"";
+}
+
+}  // namespace
+
+std::string file_extension(std::string_view path) {
+  const std::string_view name = path.substr(path.rfind('\\') + 1);
+  const std::size_t dot = name.rfind('.');
+  return dot == std::string_view::npos ? "" : std::string(name.substr(dot + 1));
+}
+
+bool is_program(std::string_view extension) {
+  return extension == "exe";
+}
+
+std::string program_path(std::string_view command) {
+  std::string_view program = command.substr(0, program_end(command));
+  if (program.starts_with('"')) program.remove_prefix(1);
+  while (program.ends_with(' ')) program.remove_suffix(1);
+  return std::string(program);
+}
+
+std::string app_base_name(std::string_view command) {
+  const std::string_view name = command.substr(command.rfind('\\') + 1);
+  std::string lower;
+  for (std::size_t position = 0; position < name.size();) {
+    append_utf8(lower, to_lower(next_code_point(name, position)));
+  }
+  return lower;
+}
+
+std::string program_file(std::string_view program) {
+  return std::string(program).append(program_extension);
+}
+
+std::string data_command_line(std::string_view program, std::string_view path) {
+  return as_first_word(program).append(" \"").append(path).append("\"");
+}
+
+std::string program_command_line(std::string_view path) {
+  return as_first_word(path);
+}
+
+}  // namespace tallowmere

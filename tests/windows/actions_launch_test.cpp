@@ -1,0 +1,283 @@
+#include <windows.h>
+
+#include <tlhelp32.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <utility>
+
+#include "actions/launcher.h"
+#include "tests/windows/actions_support.h"
+#include "win32/association.h"
+#include "win32/controls.h"
+#include "win32/other_windows.h"
+#include "win32/text.h"
+
+namespace tallowmere {
+namespace {
+
+/// Associations of the extension "tallowmeretest" and of the class "TallowmereTest", and a folder
+/// for files; all of it goes with the object.
+class LaunchTest : public testing::Test {
+ protected:
+  LaunchTest()
+      : folder(std::filesystem::temp_directory_path() /
+               ("launch-" + std::to_string(GetTickCount64()))) {
+    std::filesystem::create_directories(folder / "My Apps");
+    SetEnvironmentVariableW(trace_variable, trace().c_str());
+  }
+
+  ~LaunchTest() override {
+    end_children();
+    SetEnvironmentVariableW(trace_variable, nullptr);
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, L".tallowmeretest");
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, L"TallowmereTest");
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
+  }
+
+  static void set_default(const std::wstring& key, DWORD type, const void* data, std::size_t size) {
+    HKEY opened = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr,
+                              &opened, nullptr),
+              ERROR_SUCCESS);
+    RegSetValueExW(opened, L"", 0, type, static_cast<const BYTE*>(data), static_cast<DWORD>(size));
+    RegCloseKey(opened);
+  }
+  static void set_class(const std::wstring& text, DWORD type = REG_SZ, std::size_t tail = 2) {
+    set_default(L".tallowmeretest", type, text.c_str(), text.size() * sizeof(wchar_t) + tail);
+  }
+  static void set_command(const std::wstring& text, DWORD type = REG_SZ, std::size_t tail = 2) {
+    set_default(command_key, type, text.c_str(), text.size() * sizeof(wchar_t) + tail);
+  }
+
+  static void associate(const std::filesystem::path& program) {
+    set_class(L"TallowmereTest");
+    set_command(L"\"" + program.wstring() + L"\" \"%1\"");
+  }
+
+  static std::filesystem::path own_program() {
+    wchar_t path[MAX_PATH];
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    return path;
+  }
+  /// What a copy of the own program writes: its arguments.
+  std::filesystem::path trace() const { return folder / "trace"; }
+
+  std::string wait_for_trace() const {
+    std::string text;
+    for (int tries = 0; text.empty() && tries < 500; ++tries, Sleep(10)) {
+      std::ifstream notes(trace(), std::ios::binary);
+      text.assign(std::istreambuf_iterator<char>(notes), {});
+    }
+    return text;
+  }
+
+  /// In a folder with a blank in its name.
+  std::filesystem::path install(const std::filesystem::path& program) const {
+    const std::filesystem::path copy = folder / "My Apps" / "notepad.exe";
+    std::filesystem::copy_file(program, copy);
+    return copy;
+  }
+
+  std::string write(const wchar_t* name, std::string_view content) {
+    const std::filesystem::path path = folder / name;
+    std::ofstream(path, std::ios::binary) << content;
+    return win32::narrow(path.wstring());
+  }
+
+  void set_search(const std::string& criteria, SearchType type, bool match_case) {
+    CriteriaInput input;
+    input.criteria = criteria;
+    input.search_type = type;
+    input.match_case = match_case;
+    load_search_criteria(search, input, page);
+  }
+
+  /// The window whose title begins so, once it is there.
+  static HWND editor(std::string_view title) {
+    HWND found = nullptr;
+    for (int tries = 0; found == nullptr && tries < 200; ++tries, Sleep(10)) {
+      win32::visit_other_windows([&](const win32::OtherWindow& window) {
+        if (window.title.starts_with(title)) found = window.handle;
+      });
+    }
+    return found;
+  }
+
+  static std::pair<DWORD, DWORD> selection(HWND field) {
+    std::pair<DWORD, DWORD> range;
+    SendMessageW(field, EM_GETSEL, reinterpret_cast<WPARAM>(&range.first),
+                 reinterpret_cast<LPARAM>(&range.second));
+    return range;
+  }
+
+  static void end_children() {
+    const HANDLE processes = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(processes, &entry); more;
+         more = Process32NextW(processes, &entry)) {
+      if (entry.th32ParentProcessID != GetCurrentProcessId()) continue;
+      const HANDLE process =
+          OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, entry.th32ProcessID);
+      TerminateProcess(process, 0);
+      WaitForSingleObject(process, 5000);
+      CloseHandle(process);
+    }
+    CloseHandle(processes);
+  }
+
+  static constexpr const wchar_t* trace_variable = L"TALLOWMERE_TEST_TRACE";
+  static constexpr const wchar_t* command_key = L"TallowmereTest\\shell\\open\\command";
+
+  std::filesystem::path folder;
+  RecordingHost host;
+  CodePage page = CodePage::windows_1252();
+  SearchCriteria search;
+  Launcher launcher{host, page};
+};
+
+TEST_F(LaunchTest, AssociationsAreReadWithCare) {
+  const auto command = [] { return win32::association_command("tallowmeretest", true); };
+  EXPECT_EQ(command(), "") << "no such extension";
+  set_class(L"TallowmereTest");
+  EXPECT_EQ(command(), "") << "no such class";
+  set_command(L"C:\\Apps\\é中.exe %1");
+  EXPECT_EQ(command(), "C:\\Apps\\é中.exe %1");
+  EXPECT_EQ(win32::association_command("tallowmeretest", false), "TallowmereTest");
+
+  set_class(L"TallowmereTest", REG_SZ, 0);
+  set_command(L"ed.exe", REG_SZ, 0);
+  EXPECT_EQ(command(), "ed.exe") << "without final zeros";
+  set_command(L"ed.exe", REG_SZ, 1);
+  EXPECT_EQ(command(), "ed.exe") << "half a character more";
+  set_command(L"ed.exe", REG_EXPAND_SZ);
+  EXPECT_EQ(command(), "");
+  set_command(L"", REG_SZ);
+  EXPECT_EQ(command(), "");
+  set_command(std::wstring(1023, L'x'));
+  EXPECT_EQ(command().size(), 1023u);
+  set_command(std::wstring(1024, L'x'));
+  EXPECT_EQ(command(), "") << "longer than the buffer";
+
+  set_command(L"ed.exe");
+  for (const std::size_t length : {300u, 1024u, 5000u}) {
+    set_class(std::wstring(length, L'c'));
+    EXPECT_EQ(command(), "") << "a class of " << length << " characters";
+  }
+  set_class(L"TallowmereTest", REG_DWORD, 0);
+  EXPECT_EQ(command(), "");
+}
+
+TEST_F(LaunchTest, WhatCannotStartIsTold) {
+  const std::string path = write(L"launched.tallowmeretest", "text");
+  launcher.cmdLaunch_Click(path, search, true);
+  associate(L"C:\\no such folder\\gone.exe");
+  launcher.cmdLaunch_Click(path, search, true);
+  write(L"run.bat", "echo run >" + win32::narrow(trace().wstring()) + "\r\n");
+  associate(folder / "run.bat");
+  launcher.cmdLaunch_Click(path, search, true);
+  launcher.cmdLaunch_Click(win32::narrow((folder / "gone.exe").wstring()), search, true);
+  ASSERT_EQ(host.messages.size(), 4u);
+  EXPECT_EQ(host.messages[0],
+            "Cannot Launch: The data file extension is not associated\r\n"
+            "with an application in the Registry.");
+  const std::string trying = " - encountered while trying to START ";
+  const std::string programs[] = {"C:\\no such folder\\gone.exe",
+                                  win32::narrow((folder / "run.bat.exe").wstring()),
+                                  win32::narrow((folder / "gone.exe").wstring())};
+  for (int i = 0; i < 3; ++i) {
+    const std::string& message = host.messages[static_cast<std::size_t>(i) + 1];
+    EXPECT_TRUE(message.ends_with(trying + programs[i])) << message;
+    EXPECT_TRUE(message.starts_with("Cannot Launch: ")) << message;
+  }
+  EXPECT_FALSE(exists(trace())) << "a command interpreter has run";
+}
+
+TEST_F(LaunchTest, NotepadFindsTheText) {
+  associate(install(L"C:\\windows\\notepad.exe"));
+  std::filesystem::copy_file(own_program(), folder / "My.exe");
+  const std::string needle = "50% (Ab) [x]+{~}^\xE9";
+  const std::string before = "line\r\n50% (ab) [x]+{~}^\xE9\r\n";
+  const std::string path =
+      write(L"-launched %1 & ^b.tallowmeretest", before + needle + "\r\nend\r\n");
+  set_search("50% (Ab) [x]+{~}^é", search_phrase, true);
+
+  int served = 0;
+  host.meanwhile = [&served] { ++served; };
+  launcher.cmdLaunch_Click(path, search, true);
+  EXPECT_EQ(host.last_status, "");
+  EXPECT_EQ(host.messages, std::vector<std::string>());
+  EXPECT_GT(served, 30) << "events wait meanwhile";
+
+  const HWND window = editor("-launched %1 & ^b");
+  ASSERT_NE(window, nullptr);
+  EXPECT_FALSE(exists(trace())) << "a blank in a folder's name has started My.exe";
+  const HWND field = FindWindowExW(window, nullptr, L"Edit", nullptr);
+  const auto start = static_cast<DWORD>(before.size());
+  EXPECT_EQ(selection(field), std::pair(start, start + static_cast<DWORD>(needle.size())));
+  EXPECT_EQ(SendMessageW(field, EM_GETMODIFY, 0, 0), 0);
+  EXPECT_EQ(GetForegroundWindow(), window) << "the Find dialog is closed again";
+}
+
+TEST_F(LaunchTest, WordPadFindsAWholeWordInItsCase) {
+  associate(L"C:\\Program Files\\Windows NT\\Accessories\\wordpad.exe");
+  const std::string path = write(L"launched.tallowmeretest", "dog\r\nDoghouse Dog\r\n");
+  set_search("Dog house", search_and, true);
+  launcher.cmdLaunch_Click(path, search, true);
+  EXPECT_EQ(host.last_status, "");
+
+  const HWND window = editor("launched");
+  ASSERT_NE(window, nullptr);
+  const HWND field = FindWindowExW(window, nullptr, L"RichEdit20W", nullptr);
+  EXPECT_EQ(selection(field), (std::pair<DWORD, DWORD>(13, 16)));
+  EXPECT_EQ(SendMessageW(field, EM_GETMODIFY, 0, 0), 0);
+}
+
+TEST_F(LaunchTest, WithoutFindOnLaunchOrTextOnlyTheApplicationStarts) {
+  associate(L"C:\\windows\\notepad.exe");
+  const std::string path = write(L"launched.tallowmeretest", "needle");
+  set_search("needle", search_phrase, false);
+  launcher.cmdLaunch_Click(path, search, false);
+  const HWND window = editor("launched");
+  ASSERT_NE(window, nullptr);
+  EXPECT_TRUE(IsZoomed(window));
+  const HWND field = FindWindowExW(window, nullptr, L"Edit", nullptr);
+  EXPECT_EQ(selection(field), (std::pair<DWORD, DWORD>(0, 0)));
+}
+
+TEST_F(LaunchTest, NothingIsTypedElsewhereWhenTheUserLeavesTheEditor) {
+  associate(L"C:\\windows\\notepad.exe");
+  const std::string path = write(L"launched.tallowmeretest", "needle");
+  set_search("needle", search_phrase, false);
+  host.meanwhile = [this] {
+    const HWND dialog = FindWindowW(L"#32770", L"Find");
+    if (dialog != nullptr && GetForegroundWindow() == dialog) SetForegroundWindow(host.window());
+  };
+  launcher.cmdLaunch_Click(path, search, true);
+  EXPECT_EQ(host.last_status, "Find On Launch stopped: \"Notepad\" is no longer in front.");
+  EXPECT_EQ(win32::Control(host.window()).text(), "");
+}
+
+TEST_F(LaunchTest, ALaunchMeanwhileGivesTheFirstUp) {
+  associate(install(own_program()));
+  const std::string path = write(L"-x %1 & y.tallowmeretest", "needle");
+  set_search("needle", search_phrase, false);
+  host.meanwhile = [this] {
+    host.meanwhile = {};
+    launcher.cmdLaunch_Click("C:\\no association", search, true);
+    EXPECT_TRUE(host.messages.empty()) << "it waits for the first to end";
+  };
+  const ULONGLONG begun = GetTickCount64();
+  launcher.cmdLaunch_Click(path, search, true);  // a "notepad" without a window
+  EXPECT_LT(GetTickCount64() - begun, 5000u);
+  EXPECT_EQ(host.messages.size(), 1u);
+  EXPECT_EQ(wait_for_trace(), path + "\n");
+}
+
+}  // namespace
+}  // namespace tallowmere

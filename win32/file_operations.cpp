@@ -1,0 +1,335 @@
+#include "win32/file_operations.h"
+
+#include <memory>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "engine/unicode.h"
+#include "shell/folder_tree.h"
+#include "win32/long_path.h"
+#include "win32/system_error.h"
+#include "win32/win_file_system.h"
+
+namespace tallowmere::win32 {
+namespace {
+
+using Result = WinFileOperations::Result;
+using Progress = FileOperations::Progress;
+
+constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+struct HandleCloser {
+  void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+using FileHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
+
+/// Null when the file cannot be opened; GetLastError tells why. `flags` decide whether a link
+/// stands for itself or for what it leads to.
+FileHandle open_file(const std::u16string& path, DWORD access, DWORD flags = 0) {
+  const HANDLE file =
+      CreateFileW(wide(path), access, share_all, nullptr, OPEN_EXISTING, flags, nullptr);
+  return FileHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+}
+
+Result result_of(BOOL success) {
+  if (success) return std::nullopt;
+  return last_system_error();
+}
+
+/// Whether another program keeps the file from being renamed, replaced or deleted.
+Result check_free(const std::u16string& path) {
+  return result_of(open_file(path, DELETE, FILE_FLAG_OPEN_REPARSE_POINT) != nullptr);
+}
+
+Result check_source(const std::u16string& path) {
+  const DWORD attributes = GetFileAttributesW(wide(path));
+  if (attributes == INVALID_FILE_ATTRIBUTES) return last_system_error();
+  if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return std::nullopt;
+  return SystemError{ERROR_DIRECTORY, "It is a folder now"};
+}
+
+Result information(const std::u16string& path, BY_HANDLE_FILE_INFORMATION& facts) {
+  const FileHandle file = open_file(path, FILE_READ_ATTRIBUTES);
+  return result_of(file && GetFileInformationByHandle(file.get(), &facts));
+}
+
+/// True for one file under two paths, through a link or a drive that stands for a folder. Some
+/// networks give all their files the index 0.
+bool is_same_file(const std::u16string& a, const std::u16string& b) {
+  BY_HANDLE_FILE_INFORMATION one;
+  BY_HANDLE_FILE_INFORMATION other;
+  return !information(a, one) && !information(b, other) &&
+         one.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
+         one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow &&
+         (one.nFileIndexHigh | one.nFileIndexLow) != 0;
+}
+
+/// Sees before any work whether `source` may come to stand at `target`.
+Result check_target(const std::u16string& source, const std::u16string& target, bool replace) {
+  const DWORD attributes = GetFileAttributesW(wide(target));
+  if (attributes == INVALID_FILE_ATTRIBUTES) {
+    if (GetLastError() == ERROR_FILE_NOT_FOUND) return std::nullopt;
+    return last_system_error();
+  }
+  if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    return SystemError{ERROR_ALREADY_EXISTS, "A folder of the same name is in the way"};
+  }
+  if (!replace) return system_error(ERROR_FILE_EXISTS);
+  if (is_same_file(source, target)) {
+    return SystemError{ERROR_ALREADY_EXISTS, "The file there is this file itself"};
+  }
+  if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+    return SystemError{ERROR_ACCESS_DENIED, "The file to be replaced is read-only"};
+  }
+  return check_free(target);
+}
+
+/// Runs `operation` again for a while when it fails because a virus scanner or an indexer looks at
+/// a file just written.
+template <typename Operation>
+Result patiently(Operation operation) {
+  constexpr int tries = 10;
+  constexpr DWORD pause_ms = 50;
+  for (int i = 1;; ++i) {
+    if (operation()) return std::nullopt;
+    const DWORD code = GetLastError();
+    const bool busy = code == ERROR_SHARING_VIOLATION || code == ERROR_ACCESS_DENIED;
+    if (!busy || i == tries) return system_error(code);
+    Sleep(pause_ms);
+  }
+}
+
+template <typename Information>
+bool set(const FileHandle& file, FILE_INFO_BY_HANDLE_CLASS kind, Information information) {
+  return SetFileInformationByHandle(file.get(), kind, &information, sizeof information) != FALSE;
+}
+
+/// A file that is to be deleted, read-only or not: the file itself and not what its path leads to
+/// by then.
+class DoomedFile {
+ public:
+  explicit DoomedFile(const std::u16string& path)
+      : file_(open_file(path, DELETE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES,
+                        FILE_FLAG_OPEN_REPARSE_POINT)) {
+    if (!file_) error_ = last_system_error();
+  }
+
+  const Result& error() const { return error_; }
+
+  Result remove() const {
+    FILE_BASIC_INFO before{};
+    if (!GetFileInformationByHandleEx(file_.get(), FileBasicInfo, &before, sizeof before)) {
+      return last_system_error();
+    }
+    FILE_BASIC_INFO writable{};
+    writable.FileAttributes = FILE_ATTRIBUTE_NORMAL;  // its times, at 0, stay
+    const bool read_only = (before.FileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
+    if (read_only) set(file_, FileBasicInfo, writable);
+    if (set(file_, FileDispositionInfo, FILE_DISPOSITION_INFO{TRUE})) return std::nullopt;
+    Result error = last_system_error();
+    if (read_only) set(file_, FileBasicInfo, before);
+    return error;
+  }
+
+ private:
+  FileHandle file_;
+  Result error_;
+};
+
+Result delete_file(const std::u16string& path) {
+  const DoomedFile file(path);
+  return file.error() ? file.error() : file.remove();
+}
+
+Result put_in_place(const std::u16string& file, const std::u16string& target, bool replace) {
+  const DWORD flags = MOVEFILE_WRITE_THROUGH | (replace ? MOVEFILE_REPLACE_EXISTING : 0);
+  return patiently([&] { return MoveFileExW(wide(file), wide(target), flags); });
+}
+
+DWORD CALLBACK report(LARGE_INTEGER total, LARGE_INTEGER done, LARGE_INTEGER, LARGE_INTEGER, DWORD,
+                      DWORD, HANDLE, HANDLE, void* progress) {
+  const bool go_on = (*static_cast<const Progress*>(progress))(done.QuadPart, total.QuadPart);
+  return go_on ? PROGRESS_CONTINUE : PROGRESS_CANCEL;
+}
+
+struct SizeAndTime {
+  ULONGLONG size = 0;
+  ULONGLONG written = 0;
+  bool operator==(const SizeAndTime&) const = default;
+};
+
+Result size_and_time(const std::u16string& path, SizeAndTime& facts) {
+  BY_HANDLE_FILE_INFORMATION data;
+  if (auto error = information(path, data)) return error;
+  facts.size = ULONGLONG{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+  facts.written =
+      ULONGLONG{data.ftLastWriteTime.dwHighDateTime} << 32 | data.ftLastWriteTime.dwLowDateTime;
+  return std::nullopt;
+}
+
+/// A copy that is being made beside its target, under a name of its own. Gone with this object
+/// unless it was put in place.
+class Draft {
+ public:
+  explicit Draft(const std::u16string& target)
+      : folder_(target.substr(0, target.rfind(u'\\') + 1)) {}
+  ~Draft() {
+    if (made_) delete_file(path_);
+  }
+  Draft(const Draft&) = delete;
+  Draft& operator=(const Draft&) = delete;
+
+  const std::u16string& path() const { return path_; }
+
+  Result fill(const std::u16string& source, const Progress& progress) {
+    for (DWORD number = GetTickCount();; ++number) {
+      path_ = folder_ + to_utf16("~tw" + std::to_string(number) + ".tmp");
+      // Somebody else's file of this name is not touched.
+      if (GetFileAttributesW(wide(path_)) != INVALID_FILE_ATTRIBUTES) continue;
+      made_ = CopyFileExW(wide(source), wide(path_), &report, const_cast<Progress*>(&progress),
+                          nullptr, COPY_FILE_FAIL_IF_EXISTS);
+      if (made_) return last_chance(progress);
+      const DWORD code = GetLastError();
+      if (code == ERROR_FILE_EXISTS || code == ERROR_ALREADY_EXISTS) continue;
+      delete_file(path_);  // where the system has left half a file
+      return system_error(code);
+    }
+  }
+
+  /// Into the target's place.
+  Result place(const std::u16string& target, bool replace) {
+    Result error = put_in_place(path_, target, replace);
+    if (!error) made_ = false;
+    return error;
+  }
+
+ private:
+  /// Not every system reports while it copies, and a short file's copying is never reported.
+  Result last_chance(const Progress& progress) {
+    SizeAndTime copied;
+    if (auto error = size_and_time(path_, copied)) return error;
+    const auto size = static_cast<std::int64_t>(copied.size);
+    if (progress(size, size)) return std::nullopt;
+    return system_error(ERROR_REQUEST_ABORTED);
+  }
+
+  std::u16string folder_;
+  std::u16string path_;
+  bool made_ = false;
+};
+
+/// Before the source goes: the copy is all of it, and on the disk.
+Result check_copy(const std::u16string& source, const SizeAndTime& before,
+                  const std::u16string& copy) {
+  SizeAndTime now;
+  SizeAndTime copied;
+  if (auto error = size_and_time(source, now)) return error;
+  if (auto error = size_and_time(copy, copied)) return error;
+  if (now != before || copied.size != now.size) {
+    return SystemError{ERROR_INVALID_DATA, "The file changed while it was moved"};
+  }
+  // What is read-only was copied as such and cannot be opened for writing; the system writes it
+  // out in its own time.
+  if (const FileHandle file = open_file(copy, GENERIC_WRITE)) FlushFileBuffers(file.get());
+  return std::nullopt;
+}
+
+Result move_across(const std::u16string& source, const std::u16string& target, bool replace,
+                   const Progress& progress) {
+  SizeAndTime before;
+  if (auto error = check_free(source)) return error;
+  if (auto error = size_and_time(source, before)) return error;
+  Draft draft(target);
+  if (auto error = draft.fill(source, progress)) return error;
+  if (auto error = check_copy(source, before, draft.path())) return error;
+  // From here on the path of the source counts no more: should it lead to the target after all,
+  // what is deleted is the file that was replaced.
+  const DoomedFile original(source);
+  if (original.error()) return original.error();
+  if (auto error = draft.place(target, replace)) return error;
+  Result error = original.remove();
+  if (!error) return std::nullopt;
+  if (!replace) {
+    delete_file(target);
+    return error;
+  }
+  error->text = "The file was copied, but the original cannot be removed: " + error->text;
+  return error;
+}
+
+}  // namespace
+
+Result WinFileOperations::facts(const std::string& path, FileFacts& facts) {
+  const std::size_t name = path.rfind(path_separator) + 1;
+  return WinFileSystem().facts(path.substr(0, name), path.substr(name), facts);
+}
+
+Result WinFileOperations::copy(const std::string& source, const std::string& target, bool replace,
+                               const Progress& progress) {
+  const std::u16string from = long_path(source);
+  const std::u16string to = long_path(target);
+  if (auto error = check_source(from)) return error;
+  if (auto error = check_target(from, to, replace)) return error;
+  Draft draft(to);
+  if (auto error = draft.fill(from, progress)) return error;
+  return draft.place(to, replace);
+}
+
+Result WinFileOperations::move(const std::string& source, const std::string& target, bool replace,
+                               const Progress& progress) {
+  const std::u16string from = long_path(source);
+  const std::u16string to = long_path(target);
+  if (auto error = check_source(from)) return error;
+  if (auto error = check_target(from, to, replace)) return error;
+  const DWORD flags = replace ? MOVEFILE_REPLACE_EXISTING : 0;
+  if (MoveFileExW(wide(from), wide(to), flags)) return std::nullopt;
+  if (GetLastError() != ERROR_NOT_SAME_DEVICE) return last_system_error();
+  return move_across(from, to, replace, progress);
+}
+
+Result WinFileOperations::rename(const std::string& source, const std::string& target) {
+  const std::u16string from = long_path(source);
+  if (auto error = check_source(from)) return error;
+  return result_of(MoveFileExW(wide(from), wide(long_path(target)), 0));
+}
+
+Result WinFileOperations::remove(const std::string& path, bool recycle) {
+  const std::u16string file = long_path(path);
+  if (auto error = check_source(file)) return error;
+  if (auto error = check_free(file)) return error;
+  if (!recycle) {
+    if ((GetFileAttributesW(wide(file)) & FILE_ATTRIBUTE_READONLY) != 0) {
+      return SystemError{ERROR_ACCESS_DENIED, "The file is read-only"};
+    }
+    return result_of(DeleteFileW(wide(file)));
+  }
+  if (auto error = bin_.put(path)) return error;
+  if (GetFileAttributesW(wide(file)) == INVALID_FILE_ATTRIBUTES) return std::nullopt;
+  return SystemError{ERROR_ACCESS_DENIED, "The Recycle Bin has not taken the file"};
+}
+
+Result WinFileOperations::create_folder(const std::string& folder) {
+  std::vector<std::u16string> made;
+  const std::vector<FolderRow> rows = folder_ancestry(with_separator(folder), path_separator);
+  for (std::size_t i = 1; i < rows.size(); ++i) {
+    const std::string_view folder_path = rows[i].path;
+    const std::u16string path = long_path(folder_path.substr(0, folder_path.size() - 1));
+    const DWORD attributes = GetFileAttributesW(wide(path));
+    Result error;
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+      error = result_of(CreateDirectoryW(wide(path), nullptr));
+      if (!error) made.push_back(path);
+    } else if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+      error = SystemError{ERROR_DIRECTORY, "A file of the same name is in the way"};
+    }
+    if (!error) continue;
+    for (auto empty = made.rbegin(); empty != made.rend(); ++empty) {
+      RemoveDirectoryW(wide(*empty));
+    }
+    return error;
+  }
+  return std::nullopt;
+}
+
+}  // namespace tallowmere::win32

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "shell/key_events.h"
+
+namespace tallowmere::win32 {
+
+/// As if the user pressed and released the key; it reaches the window in front. The caller makes
+/// sure which one that is.
+void press_key(const KeyEvent& event);
+
+/// True while the user holds Shift, Ctrl, Alt or a Windows key.
+bool modifier_is_down();
+
+}  // namespace tallowmere::win32

@@ -1,0 +1,83 @@
+#include "win32/process.h"
+
+#include "win32/system_error.h"
+#include "win32/text.h"
+
+namespace tallowmere::win32 {
+namespace {
+
+bool is_full_path(std::wstring_view path) {
+  return path.starts_with(L"\\\\") || (path.size() > 2 && path[1] == L':' && path[2] == L'\\');
+}
+
+/// What a function of the system writes that tells the needed size when the buffer is too small.
+template <typename Function>
+std::wstring system_text(Function function) {
+  std::wstring text;
+  DWORD length = function(nullptr, 0);
+  while (length > text.size()) {
+    text.resize(length);
+    length = function(text.data(), length);
+  }
+  text.resize(length);
+  return text;
+}
+
+/// The current folder is not among them: a program that lies beside searched files would do for
+/// another of its name.
+std::wstring program_folders() {
+  const std::wstring system =
+      system_text([](wchar_t* text, DWORD size) { return GetSystemDirectoryW(text, size); });
+  const std::wstring windows =
+      system_text([](wchar_t* text, DWORD size) { return GetWindowsDirectoryW(text, size); });
+  const std::wstring path = system_text(
+      [](wchar_t* text, DWORD size) { return GetEnvironmentVariableW(L"PATH", text, size); });
+  return system + L";" + windows + L";" + path;
+}
+
+/// Empty when there is no such program.
+std::wstring find_program(const std::wstring& program) {
+  if (is_full_path(program)) return program;
+  const std::wstring folders = program_folders();
+  return system_text([&](wchar_t* text, DWORD size) {
+    return SearchPathW(folders.c_str(), program.c_str(), nullptr, size, text, nullptr);
+  });
+}
+
+}  // namespace
+
+StartedProgram::~StartedProgram() {
+  if (process_ != nullptr) CloseHandle(process_);
+}
+
+std::optional<SystemError> StartedProgram::start(const std::string& program,
+                                                 const std::string& command_line) {
+  const std::wstring path = find_program(wide(program));
+  if (path.empty()) return system_error(ERROR_FILE_NOT_FOUND);
+  std::wstring line = wide(command_line);  // the system writes into it
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESHOWWINDOW;
+  startup.wShowWindow = SW_SHOWMAXIMIZED;
+  PROCESS_INFORMATION information{};
+  if (!CreateProcessW(path.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                      &startup, &information)) {
+    return last_system_error();
+  }
+  CloseHandle(information.hThread);
+  if (process_ != nullptr) CloseHandle(process_);
+  process_ = information.hProcess;
+  id_ = information.dwProcessId;
+  AllowSetForegroundWindow(id_);
+  return std::nullopt;
+}
+
+bool StartedProgram::is_running() const {
+  return process_ != nullptr && WaitForSingleObject(process_, 0) == WAIT_TIMEOUT;
+}
+
+bool StartedProgram::is_ready() const {
+  return process_ != nullptr && WaitForInputIdle(process_, 0) == 0;
+}
+
+}  // namespace tallowmere::win32

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <windows.h>
+
+#include <map>
+#include <optional>
+#include <string>
+
+#include "engine/file_system.h"
+
+namespace tallowmere::win32 {
+
+/// The Recycle Bins of the volumes. Asks about each volume once, so an object is for one command.
+class RecycleBin {
+ public:
+  /// `owner` is under the system's question when a file turns out too big for its bin.
+  explicit RecycleBin(HWND owner) : owner_(owner) {}
+
+  /// Whether the volume has a bin, the user has not turned it off, and the shell, which knows no
+  /// long paths and trims names, can find the file.
+  bool takes(const std::string& path);
+
+  /// Puts a file that the bin takes into it. Nothing is deleted for good unless the user tells the
+  /// system so.
+  std::optional<SystemError> put(const std::string& path);
+
+ private:
+  HWND owner_;
+  std::map<std::wstring, bool> volumes_;  ///< whether they have a bin, by root
+};
+
+}  // namespace tallowmere::win32
