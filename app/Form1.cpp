@@ -2,8 +2,11 @@
 
 #include "app/command_controls.h"
 #include "app/resource.h"
+#include "dialogs/frmAbout.h"
 #include "dialogs/frmFonts.h"
+#include "dialogs/frmHints.h"
 #include "dialogs/frmNarrow.h"
+#include "dialogs/frmQTips.h"
 #include "dialogs/frmSearchFor.h"
 #include "win32/dpi.h"
 #include "win32/registry.h"
@@ -57,7 +60,10 @@ Form1::Form1(const Services& services)
       quick_menu_(IDR_QUICK),
       tips_(handle()),
       viewer_(Text1, results_, services.files, services.search, services.page, viewer_window()),
-      hyper_caption_(hyper_.caption(false)) {
+      hyper_caption_(hyper_.caption(false)),
+      launcher_(*this, services.page),
+      clipboard_(*this),
+      file_commands_(handle(), results_, dialog_context_, *this) {
   find_controls();
   wire_buttons();
   wire_menus();
@@ -93,6 +99,13 @@ void Form1::find_controls() {
 
 void Form1::command_clicked(int id, Handler handler) {
   clicked(id, [this, id, handler = std::move(handler)] {
+    if (ListView2.editing_label()) {
+      // The name that is being typed is taken first. That sorts the list, and the command must find
+      // its rows where they are then, not behind a question that it asks.
+      move_focus(ListView2.handle());
+      PostMessageW(handle(), WM_COMMAND, static_cast<WPARAM>(id), 0);
+      return;
+    }
     if (command_enabled(id, state_)) handler();
   });
 }
@@ -102,6 +115,7 @@ void Form1::wire_buttons() {
   command_clicked(IDC_CMDVIEW, [this] { cmdView_Click(); });
   command_clicked(IDC_CMDFINDNEXT, [this] { cmdFindNext_Click(); });
   command_clicked(IDC_CMDFINDPREV, [this] { cmdFindPrev_Click(); });
+  command_clicked(IDC_CMDLAUNCH, [this] { cmdLaunch_Click(); });
   command_clicked(IDC_CMDHYPER, [this] { cmdHyper_Click(); });
   command_clicked(IDC_CMDRESTORE, [this] { cmdRestore_Click(); });
   command_clicked(IDC_CMDEXIT, [this] { cmdExit_Click(); });
@@ -109,6 +123,20 @@ void Form1::wire_buttons() {
 
 void Form1::wire_menus() {
   command_clicked(ID_MNUVIEW, [this] { mnuView_Click(); });
+  command_clicked(ID_MNULAUNCH, [this] { mnuLaunch_Click(); });
+  command_clicked(ID_MNUMOVE, [this] { mnuMove_Click(); });
+  command_clicked(ID_MNUCOPY, [this] { mnuCopy_Click(); });
+  command_clicked(ID_MNURENAME, [this] { mnuRename_Click(); });
+  command_clicked(ID_MNUDELETE, [this] { mnuDelete_Click(); });
+  command_clicked(ID_MNUREMOVE, [this] { mnuRemove_Click(); });
+  command_clicked(ID_MNUCOPYTOCLIPBOARD, [this] { mnuCopyToClipboard_Click(); });
+  command_clicked(ID_MNUAPPENDTOCLIPBOARD, [this] { mnuAppendToClipboard_Click(); });
+  command_clicked(ID_MNUCOPYFILENAME, [this] { mnuCopyFilename_Click(); });
+  command_clicked(ID_MNUQCOPY, [this] { mnuQCopy_Click(); });
+  command_clicked(ID_MNUQAPPEND, [this] { mnuQAppend_Click(); });
+  command_clicked(ID_MNUQTIPS, [this] { mnuQTips_Click(); });
+  command_clicked(ID_MNUHINTS, [this] { mnuHints_Click(); });
+  command_clicked(ID_MNUABOUT, [this] { mnuAbout_Click(); });
   command_clicked(ID_MNUFINDNEXT, [this] { mnuFindNext_Click(); });
   command_clicked(ID_MNUFINDPREV, [this] { mnuFindPrev_Click(); });
   command_clicked(ID_MNUHYPER, [this] { mnuHyper_Click(); });
@@ -143,6 +171,11 @@ void Form1::wire_list() {
   notify(IDC_LISTVIEW2, LVN_COLUMNCLICK, [this](NMHDR& header) -> LRESULT {
     ListView2_ColumnClick(reinterpret_cast<NMLISTVIEW&>(header).iSubItem);
     return 0;
+  });
+  notify(IDC_LISTVIEW2, LVN_BEGINLABELEDITW,
+         [this](NMHDR&) -> LRESULT { return state_.busy() ? TRUE : FALSE; });
+  notify(IDC_LISTVIEW2, LVN_ENDLABELEDITW, [this](NMHDR& header) -> LRESULT {
+    return ListView2_AfterLabelEdit(reinterpret_cast<NMLVDISPINFOW&>(header));
   });
   notify(IDC_LISTVIEW2, NM_DBLCLK, [this](NMHDR&) -> LRESULT {
     ListView2_DblClick();
@@ -198,6 +231,14 @@ bool Form1::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& resu
     case message_view:
       view_selected_row();
       return true;
+    case message_sort:
+      if (sort_menu_.sort_type() != SortKey::none) {
+        mnuSort_Click(static_cast<int>(sort_menu_.sort_type()));
+      }
+      return true;
+    case WM_INITMENUPOPUP:
+      if (reinterpret_cast<HMENU>(wparam) == GetSubMenu(GetMenu(handle()), 1)) mnuEdit_Click();
+      return false;
     case WM_ACTIVATE:
       Form_Activate(LOWORD(wparam) != WA_INACTIVE);
       return false;
@@ -239,8 +280,10 @@ bool Form1::pre_translate(MSG& message) {
 
 // The keys that the window sees before its controls.
 bool Form1::Form_KeyDown(WPARAM key) {
+  if (ListView2.editing_label()) return false;
   const bool shift = GetKeyState(VK_SHIFT) < 0;
-  const bool plain = !shift && GetKeyState(VK_CONTROL) >= 0 && GetKeyState(VK_MENU) >= 0;
+  const bool control = GetKeyState(VK_CONTROL) < 0;
+  const bool plain = !shift && !control && GetKeyState(VK_MENU) >= 0;
   switch (key) {
     case VK_ESCAPE:
       if (state_.searching || viewer_.finding()) {
@@ -254,14 +297,39 @@ bool Form1::Form_KeyDown(WPARAM key) {
       return true;
     case VK_F3:
       return find_by_key(!shift);
+  }
+  if (ListView2.has_focus()) return list_key_down(key, shift, control);
+  if (!Text1.has_focus()) return false;  // a button that has the focus is pressed
+  if (plain && (key == VK_RETURN || key == VK_SPACE)) return find_by_key(true);
+  if (control && !shift && (key == 'C' || key == VK_INSERT)) {
+    mnuCopyToClipboard_Click();
+    return true;
+  }
+  return false;
+}
+
+bool Form1::list_key_down(WPARAM key, bool shift, bool control) {
+  const auto run = [this](int command) {
+    if (command_enabled(command, state_)) SendMessageW(handle(), WM_COMMAND, command, 0);
+    return true;
+  };
+  switch (key) {
     case VK_RETURN:
-      if (!plain) return false;
-      if (!ListView2.has_focus()) return Text1.has_focus() && find_by_key(true);
+      if (shift || control) return run(ID_MNULAUNCH);
       ListView2_DblClick();
       return true;
     case VK_SPACE:
-      // A button that has the focus is pressed instead.
-      return plain && (Text1.has_focus() || ListView2.has_focus()) && find_by_key(true);
+      return !shift && !control && find_by_key(true);
+    case VK_DELETE:
+      return run(ID_MNUDELETE);
+    case VK_F2:
+      if (!state_.busy()) ListView2.edit_label();
+      return true;
+    case 'A':
+      return control && run(ID_MNUSELECTALL);
+    case 'C':
+    case VK_INSERT:
+      return control && run(ID_MNUCOPYFILENAME);
   }
   return false;
 }

@@ -6,6 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "actions/action_host.h"
+#include "actions/clipboard_commands.h"
+#include "actions/file_commands.h"
+#include "actions/launcher.h"
 #include "app/result_view.h"
 #include "app/viewer_box.h"
 #include "app/viewer_pane.h"
@@ -30,13 +34,16 @@
 
 namespace tallowmere {
 
+class frmAbout;
 class frmFonts;
+class frmHints;
 class frmNarrow;
+class frmQTips;
 class frmSearchFor;
 
 /// The main window. Its constructor loads the settings and leaves the window hidden; the program
 /// ends when the window unloads.
-class Form1 : public win32::Form {
+class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   ResultList results_;  // before ListView2, which shows it
 
  public:
@@ -56,6 +63,9 @@ class Form1 : public win32::Form {
   /// `show_command` is one of SW_*.
   void show(int show_command);
 
+  /// Makes this the folder to search, as the program's argument says.
+  void set_start_folder(const std::string& folder);
+
   /// One search without the dialogs: the values they would hand over are given. Serves events
   /// until the run has ended. A file search tests the selected row and needs one.
   void run_search(SearchKind kind, const CriteriaInput& input);
@@ -72,10 +82,22 @@ class Form1 : public win32::Form {
   void cmdView_Click();
   void cmdFindNext_Click();
   void cmdFindPrev_Click();
+  void cmdLaunch_Click();
   void cmdHyper_Click();
   void cmdRestore_Click();
   void cmdExit_Click();
   void mnuView_Click();
+  void mnuLaunch_Click();
+  void mnuMove_Click();
+  void mnuCopy_Click();
+  void mnuRename_Click();
+  void mnuDelete_Click();
+  void mnuRemove_Click();
+  void mnuCopyToClipboard_Click();
+  void mnuAppendToClipboard_Click();
+  void mnuCopyFilename_Click();
+  void mnuQCopy_Click();
+  void mnuQAppend_Click();
   void mnuFindNext_Click();
   void mnuFindPrev_Click();
   void mnuHyper_Click();
@@ -95,6 +117,9 @@ class Form1 : public win32::Form {
   void mnuFontStyle_Click();
   void mnuLargerFont_Click();
   void mnuSmallerFont_Click();
+  void mnuQTips_Click();
+  void mnuHints_Click();
+  void mnuAbout_Click();
 
   ResultView ListView2;
   win32::Button cmdSearch, cmdView, cmdFindNext, cmdFindPrev, cmdLaunch, cmdHyper, cmdRestore,
@@ -110,6 +135,7 @@ class Form1 : public win32::Form {
   // Messages to itself.
   static constexpr UINT message_relayout = WM_APP;  ///< the controls have followed a change of DPI
   static constexpr UINT message_view = WM_APP + 1;  ///< the user has selected a row
+  static constexpr UINT message_sort = WM_APP + 2;  ///< files have got other names or folders
 
   // Start and end: Form1_settings.cpp.
   void Form_Load();
@@ -128,6 +154,7 @@ class Form1 : public win32::Form {
   /// Runs the handler only while the command can be used: other programs can send any command.
   void command_clicked(int id, Handler handler);
   bool Form_KeyDown(WPARAM key);
+  bool list_key_down(WPARAM key, bool shift, bool control);
   bool find_by_key(bool forward);
   void Form_Activate(bool active);
   bool set_pointer(LPARAM lparam) const;
@@ -140,6 +167,7 @@ class Form1 : public win32::Form {
   void sort_rows(SortAction action);
   void show_context_menu(HWND over, LPARAM position);
   void pop_up_file_menu(POINT at);
+  bool exit_entry_copies() const;
 
   // The viewer: Form1_viewer.cpp.
   ViewerPane::Window viewer_window();
@@ -155,6 +183,20 @@ class Form1 : public win32::Form {
   void show_hyper_captions();
   void do_hyper_search(const CriteriaInput& input);
   void use_font_size(double points);
+
+  // What acts on files and on the clipboard: Form1_actions.cpp.
+  HWND window() const override { return handle(); }
+  void message(std::string_view prompt, std::string_view title) override;
+  void status(std::string_view text) override;
+  bool serve_events() override;
+  void rows_removed(std::ptrdiff_t row) override;
+  void rows_refreshed() override;
+  void viewed_file_changed(ViewedFile what) override;
+  void records_changed() override;
+  std::vector<std::size_t> command_rows();
+  bool ListView2_AfterLabelEdit(const NMLVDISPINFOW& edit);
+  void mnuEdit_Click();
+  void show_about_form();
 
   // List events: Form1_commands.cpp.
   void ListView2_ColumnClick(int column);
@@ -206,16 +248,23 @@ class Form1 : public win32::Form {
   HyperFind hyper_;
   std::string_view hyper_caption_;  ///< what the button and the menus say now
   FocusMarker focus_marker_;
-  bool selecting_ = false;        ///< the program moves the list's selection, not the user
-  bool view_again_ = false;       ///< another row was selected during a step of the viewer
-  bool stop_ = false;             ///< the run is to end; set from inside its yields
-  bool close_after_run_ = false;  ///< the window was closed during a run or a step of the viewer
+  Launcher launcher_;
+  ClipboardCommands clipboard_;
+  FileCommands file_commands_;
+  std::int64_t files_searched_ = 0;  ///< by the run that made the list
+  bool selecting_ = false;           ///< the program moves the list's selection, not the user
+  bool view_again_ = false;          ///< another row was selected during a step of the viewer
+  bool stop_ = false;                ///< the run is to end; set from inside its yields
+  bool close_after_run_ = false;     ///< the window was closed during a run or a step of the viewer
   bool has_wave_output_ = false;
   SearchKind search_kind_ = SearchKind::new_search;  ///< the narrow prompt's last answer
   double started_ = 0;                               ///< of the run, in seconds since midnight
 
+  std::unique_ptr<frmAbout> frmAbout_;
   std::unique_ptr<frmFonts> frmFonts_;
+  std::unique_ptr<frmHints> frmHints_;
   std::unique_ptr<frmNarrow> frmNarrow_;
+  std::unique_ptr<frmQTips> frmQTips_;
   std::unique_ptr<frmSearchFor> frmSearchFor_;
 };
 

@@ -12,6 +12,8 @@ namespace tallowmere {
 
 namespace {
 
+constexpr char exit_caption[] = "E&xit";
+
 bool ends_in_wav(std::string_view name) {
   return name.size() >= 3 && compare_ignore_case(name.substr(name.size() - 3), "wav") == 0;
 }
@@ -44,6 +46,7 @@ void Form1::refresh_commands() {
   state_.viewing = viewer_.viewing();
   state_.row_viewed = state_.viewing && selected == results_.viewed_index;
   state_.text_selected = viewer_.text_selected();
+  state_.text_marked = state_.viewing && Text1.selection_length() > 0;
   state_.hyper_current = hyper_.hyper_state() == HyperFind::hyper_current;
   state_.user_restored = hyper_.hyper_state() == HyperFind::user_restored;
   show_hyper_captions();
@@ -56,7 +59,16 @@ void Form1::cmdExit_Click() {
 }
 
 void Form1::mnuExit_Click() {
-  Form_Unload();
+  if (exit_entry_copies()) {
+    mnuCopyFilename_Click();
+  } else {
+    Form_Unload();
+  }
+}
+
+/// Over the list, the File menu's last entry copies names instead of ending the program.
+bool Form1::exit_entry_copies() const {
+  return win32::entry_text(GetMenu(handle()), ID_MNUEXIT) != exit_caption;
 }
 
 void Form1::mnuStart_Click() {
@@ -133,8 +145,9 @@ void Form1::show_sort_order() {
   ListView2.show_order(sort_menu_.sort_type(), results_.sort_descending);
 }
 
+/// As from the menu: a name that is being typed into a row is taken first.
 void Form1::ListView2_ColumnClick(int column) {
-  if (!state_.searching) mnuSort_Click(column);
+  SendMessageW(handle(), WM_COMMAND, static_cast<WPARAM>(ID_MNUSORT + column), 0);
 }
 
 /// A sound file is played. Of another one, the first double click shows the file, further ones step
@@ -169,6 +182,7 @@ void Form1::show_context_menu(HWND over, LPARAM position) {
   }
   const bool by_key = position == -1;
   const POINT at = by_key ? Text1.caret_point() : point_of(position);
+  refresh_commands();
   if (by_key || covers(Text1.handle(), at)) win32::pop_up(quick_menu_.handle(), handle(), at);
 }
 
@@ -177,15 +191,13 @@ void Form1::ListView2_MouseUp(LPARAM position) {
   pop_up_file_menu(position == -1 ? corner_of(ListView2.handle()) : point_of(position));
 }
 
-/// Over the list, the File menu's last entry copies the names instead of ending the program.
 void Form1::pop_up_file_menu(POINT at) {
   const HMENU menu = GetMenu(handle());
-  const std::string exit_text = win32::entry_text(menu, ID_MNUEXIT);
   win32::set_entry_text(menu, ID_MNUEXIT, "C&opy Name");
-  win32::enable_entry(menu, ID_MNUEXIT, command_enabled(ID_MNUCOPYFILENAME, state_));
-  win32::pop_up(GetSubMenu(menu, 0), handle(), at);
-  win32::set_entry_text(menu, ID_MNUEXIT, exit_text);
-  refresh_commands();
+  // The choice is served while the entry still says what it does.
+  const int chosen = win32::choose_from(GetSubMenu(menu, 0), handle(), at);
+  if (chosen != 0) SendMessageW(handle(), WM_COMMAND, static_cast<WPARAM>(chosen), 0);
+  if (handle() != nullptr) win32::set_entry_text(menu, ID_MNUEXIT, exit_caption);
 }
 
 }  // namespace tallowmere

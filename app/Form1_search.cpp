@@ -192,8 +192,8 @@ void Form1::show_found_files(const FileSearch& search) {
   });
   ListView2.show_all();
   show_sort_order();
-  Label1.set_text(
-      finished_text(static_cast<std::int64_t>(results_.file_count()), search.files_searched()));
+  files_searched_ = search.files_searched();
+  Label1.set_text(finished_text(static_cast<std::int64_t>(results_.file_count()), files_searched_));
 }
 
 void Form1::post_search_restore() {

@@ -40,6 +40,11 @@ void Form1::apply_settings(const ShellState& shell) {
   Form_Resize();
 }
 
+void Form1::set_start_folder(const std::string& folder) {
+  search_.path = folder;
+  if (folder.size() >= 2 && folder[1] == ':') search_.drive = folder.substr(0, 2) + path_separator;
+}
+
 ShellState Form1::current_settings() const {
   ShellState shell;
   shell.sound_on = is_checked(ID_MNUSOUNDON);

@@ -11,22 +11,22 @@ constexpr Command commands[] = {
     {"cmdView", row_not_viewed},
     {"cmdFindNext", viewing},
     {"cmdFindPrev", viewing},
-    {"cmdLaunch", unavailable},
+    {"cmdLaunch", row_selected},
     {"cmdHyper", hyper_find},
     {"cmdRestore", restore_find},
     {"cmdExit", not_busy},
     {"mnuView", row_not_viewed},
-    {"mnuLaunch", unavailable},
-    {"mnuMove", unavailable},
-    {"mnuCopy", unavailable},
-    {"mnuRename", unavailable},
-    {"mnuDelete", unavailable},
-    {"mnuRemove", unavailable},
+    {"mnuLaunch", row_selected},
+    {"mnuMove", list_not_empty},
+    {"mnuCopy", list_not_empty},
+    {"mnuRename", list_not_empty},
+    {"mnuDelete", list_not_empty},
+    {"mnuRemove", list_not_empty},
     {"mnuSelectAll", list_not_empty},
     {"mnuExit", not_busy},
-    {"mnuCopyToClipboard", unavailable},
-    {"mnuAppendToClipboard", unavailable},
-    {"mnuCopyFilename", unavailable},
+    {"mnuCopyToClipboard", text_marked},
+    {"mnuAppendToClipboard", text_marked},
+    {"mnuCopyFilename", list_not_empty},
     {"mnuFindNext", viewing},
     {"mnuFindPrev", viewing},
     {"mnuHyper", hyper_find},
@@ -44,11 +44,11 @@ constexpr Command commands[] = {
     {"mnuSort2", not_busy},
     {"mnuSort3", not_busy},
     {"mnuSort4", not_busy},
-    {"mnuQTips", unavailable},
-    {"mnuHints", unavailable},
-    {"mnuAbout", unavailable},
-    {"mnuQCopy", unavailable},
-    {"mnuQAppend", unavailable},
+    {"mnuQTips", not_busy},
+    {"mnuHints", not_busy},
+    {"mnuAbout", not_busy},
+    {"mnuQCopy", text_marked},
+    {"mnuQAppend", text_marked},
     {"mnuQHyper", hyper_find},
     {"mnuSearchNew", not_busy},
     {"mnuSearchList", list_not_empty},
@@ -86,6 +86,8 @@ bool is_enabled(EnabledRule rule, const WindowState& state) {
       return state.viewing && (state.text_selected || state.user_restored);
     case restore_find:
       return state.viewing && state.hyper_current;
+    case EnabledRule::text_marked:
+      return state.text_marked;
     default:
       return false;
   }

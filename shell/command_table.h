@@ -15,6 +15,7 @@ struct WindowState {
   bool row_viewed = false;     ///< the selected row's file is the one in the viewer
   bool viewing = false;        ///< a file is in the viewer
   bool text_selected = false;  ///< there, by the user, to be searched for
+  bool text_marked = false;    ///< any selection in the viewer that is not empty
   bool hyper_current = false;  ///< the criteria are those of a HyperFind
   bool user_restored = false;  ///< the user's criteria were restored after a HyperFind
 
@@ -33,7 +34,7 @@ enum class EnabledRule {
   viewing,
   hyper_find,
   restore_find,
-  unavailable  ///< the program does not have the command yet
+  text_marked
 };
 
 /// One button or menu entry of the main window.

@@ -144,6 +144,19 @@ void picture_viewer(const MainWindow& program) {
   if (!program.wait_for_end()) throw std::runtime_error("the criteria are not restored");
 }
 
+/// Pictures of the copy dialog and of a help screen with an answer.
+void picture_actions(const MainWindow& program) {
+  program.window().command(ID_MNUCOPY);
+  const Window copy = program.program().wait_for_window("Copy Files");
+  take_picture("copy", "Copy Files");
+  program.close(copy, IDCANCEL);
+  program.window().command(ID_MNUQTIPS);
+  const Window answers = program.program().wait_for_window("Quick Answers");
+  answers.child(IDC_HELP_ITEM + 5).click();
+  take_picture("answers", "Quick Answers");
+  program.close(answers, IDC_HELP_EXIT);
+}
+
 void show_pictures(const std::string& path, const std::string& folder) {
   use_folder(folder);
   const MainWindow program(path);
@@ -158,6 +171,7 @@ void show_pictures(const std::string& path, const std::string& folder) {
   view_row(program, 0);
   take_picture("main", program.window().text());
   picture_viewer(program);
+  picture_actions(program);
   const Window prompt = program.press_search(narrow_caption);
   take_picture("narrow", narrow_caption);
   program.close(prompt, IDCANCEL);

@@ -96,18 +96,19 @@ std::set<std::string> enabled(const WindowState& state) {
 
 TEST(CommandTable, WhatIsEnabledWhen) {
   const std::set<std::string> idle{
-      "cmdSearch",    "cmdExit",       "mnuExit",         "mnuStart",
-      "mnuSoundOn",   "mnuMinimizeOn", "mnuFindOnLaunch", "mnuSort0",
-      "mnuSort1",     "mnuSort2",      "mnuSort3",        "mnuSort4",
-      "mnuSearchNew", "mnuFontStyle",  "mnuLargerFont",   "mnuSmallerFont"};
+      "cmdSearch",     "cmdExit",      "mnuExit",       "mnuStart",      "mnuSoundOn",
+      "mnuMinimizeOn", "mnuSort0",     "mnuSort1",      "mnuSort2",      "mnuSort3",
+      "mnuSort4",      "mnuQTips",     "mnuHints",      "mnuAbout",      "mnuFindOnLaunch",
+      "mnuSearchNew",  "mnuFontStyle", "mnuLargerFont", "mnuSmallerFont"};
   WindowState state;
   EXPECT_EQ(enabled(state), idle);
   std::set<std::string> expected = idle;
   state.rows = 3;
-  expected.insert({"mnuSearchList", "mnuSelectAll"});
+  expected.insert({"mnuSearchList", "mnuSelectAll", "mnuMove", "mnuCopy", "mnuRename", "mnuDelete",
+                   "mnuRemove", "mnuCopyFilename"});
   EXPECT_EQ(enabled(state), expected);
   state.row_selected = true;
-  expected.insert({"mnuSearchFile", "cmdView", "mnuView"});
+  expected.insert({"mnuSearchFile", "cmdView", "mnuView", "cmdLaunch", "mnuLaunch"});
   EXPECT_EQ(enabled(state), expected);
   state.row_viewed = state.viewing = true;
   for (const char* view : {"cmdView", "mnuView"}) expected.erase(view);
@@ -125,6 +126,12 @@ TEST(CommandTable, WhatIsEnabledWhen) {
       if (hyper_state == 1) with.insert(restore.begin(), restore.end());
       EXPECT_EQ(enabled(state), with) << selected << hyper_state;
     }
+  }
+  state.text_marked = true;
+  for (const char* name :
+       {"mnuCopyToClipboard", "mnuAppendToClipboard", "mnuQCopy", "mnuQAppend"}) {
+    EXPECT_EQ(enabled(state).count(name), 1u) << name;
+    EXPECT_EQ(expected.count(name), 0u) << name;
   }
   const std::set<std::string> busy{"cmdSearch", "mnuStop", "mnuSoundOn", "mnuFindOnLaunch"};
   state.searching = true;

@@ -90,13 +90,17 @@ std::vector<int> ListView::selected() const {
   return rows;
 }
 
-void ListView::select(int row) const {
+void ListView::select(int row, bool selected) const {
   LVITEMW item{};
-  item.state = LVIS_SELECTED | LVIS_FOCUSED;
-  item.stateMask = item.state;
+  item.stateMask = selected ? LVIS_SELECTED | LVIS_FOCUSED : LVIS_SELECTED;
+  item.state = selected ? item.stateMask : 0;
   RemoteMemory memory(handle(), sizeof item);
   memory.write(&item, sizeof item);
   SendMessageW(handle(), LVM_SETITEMSTATE, static_cast<WPARAM>(row), memory.address());
+}
+
+Window ListView::label_editor() const {
+  return Window(reinterpret_cast<HWND>(SendMessageW(handle(), LVM_GETEDITCONTROL, 0, 0)));
 }
 
 void ListView::click_header(int column) const {

@@ -22,7 +22,10 @@ class ListView : public Window {
   std::vector<std::string> column(int column) const;
 
   std::vector<int> selected() const;
-  void select(int row) const;
+  /// Selects a row besides those that are, or takes it out.
+  void select(int row, bool selected = true) const;
+  /// The text box in which a row is renamed; null while there is none.
+  Window label_editor() const;
   /// Clicks a column's header with the left mouse button. Returns at once.
   void click_header(int column) const;
 

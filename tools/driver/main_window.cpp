@@ -16,8 +16,8 @@ Window found(Window window, std::string_view caption) {
 
 }  // namespace
 
-MainWindow::MainWindow(const std::string& program_path)
-    : program_(program_path),
+MainWindow::MainWindow(const std::string& program_path, std::string_view arguments)
+    : program_(program_path, arguments),
       window_(found(program_.wait_for_window(main_caption), main_caption)) {}
 
 ListView MainWindow::list() const {

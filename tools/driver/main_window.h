@@ -13,7 +13,7 @@ namespace tallowmere::driver {
 class MainWindow {
  public:
   /// Starts the program and waits for its window; throws when it does not come.
-  explicit MainWindow(const std::string& program_path);
+  explicit MainWindow(const std::string& program_path, std::string_view arguments = {});
 
   const Program& program() const { return program_; }
   Window window() const { return window_; }

@@ -30,8 +30,8 @@ BOOL CALLBACK check_window(HWND window, LPARAM parameter) {
 
 }  // namespace
 
-Program::Program(const std::string& path) {
-  std::wstring command = L"\"" + to_wide(path) + L"\"";
+Program::Program(const std::string& path, std::string_view arguments) {
+  std::wstring command = L"\"" + to_wide(path) + L"\" " + to_wide(arguments);
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,

@@ -12,8 +12,9 @@ namespace tallowmere::driver {
 /// A running program, driven through its windows. Ended with the object if it still runs.
 class Program {
  public:
-  /// Starts the program; throws when it does not start.
-  explicit Program(const std::string& path);
+  /// Starts the program; throws when it does not start. The arguments stand as they are on the
+  /// command line.
+  explicit Program(const std::string& path, std::string_view arguments = {});
   ~Program();
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;

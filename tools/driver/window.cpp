@@ -16,6 +16,33 @@ bool wait_until(const std::function<bool()>& done, int milliseconds) {
   return true;
 }
 
+void press_key(WORD virtual_key, WORD modifier) {
+  INPUT inputs[4]{};
+  UINT count = 0;
+  const auto add = [&](WORD key, DWORD flags) {
+    if (key == 0) return;
+    inputs[count].type = INPUT_KEYBOARD;
+    inputs[count].ki.wVk = key;
+    inputs[count++].ki.dwFlags = flags;
+  };
+  add(modifier, 0);
+  add(virtual_key, 0);
+  add(virtual_key, KEYEVENTF_KEYUP);
+  add(modifier, KEYEVENTF_KEYUP);
+  SendInput(count, inputs, sizeof(INPUT));
+}
+
+std::string clipboard_text() {
+  if (!wait_until([] { return OpenClipboard(nullptr) != 0; })) return {};
+  std::string text;
+  if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+    text = from_wide(static_cast<const wchar_t*>(GlobalLock(data)));
+    GlobalUnlock(data);
+  }
+  CloseClipboard();
+  return text;
+}
+
 Window Window::child(int id) const {
   return Window(GetDlgItem(handle_, id));
 }
@@ -59,6 +86,36 @@ void Window::command(int id) const {
 void Window::key(WORD virtual_key) const {
   PostMessageW(handle_, WM_KEYDOWN, virtual_key, 1);
   PostMessageW(handle_, WM_KEYUP, virtual_key, static_cast<LPARAM>(0xC0000001u));
+}
+
+bool Window::bring_to_front() const {
+  return wait_until([this] {
+    SetForegroundWindow(handle_);
+    return GetForegroundWindow() == handle_;
+  });
+}
+
+namespace {
+
+GUITHREADINFO thread_state(HWND window) {
+  GUITHREADINFO state{};
+  state.cbSize = sizeof state;
+  GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &state);
+  return state;
+}
+
+}  // namespace
+
+bool Window::has_focus(Window control) const {
+  return thread_state(handle_).hwndFocus == control.handle();
+}
+
+bool Window::shows_menu() const {
+  return (thread_state(handle_).flags & GUI_INMENUMODE) != 0;
+}
+
+void Window::ask_for_menu(Window control) const {
+  PostMessageW(handle_, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(control.handle()), -1);
 }
 
 void Window::close() const {

@@ -12,6 +12,13 @@ namespace tallowmere::driver {
 /// Looks every few milliseconds until `done` is true; false when that takes too long.
 bool wait_until(const std::function<bool()>& done, int milliseconds = 5000);
 
+/// Presses a key on the keyboard, together with a modifier key unless that is 0: the window in
+/// front gets it.
+void press_key(WORD virtual_key, WORD modifier = 0);
+
+/// The text on the clipboard; empty when there is none.
+std::string clipboard_text();
+
 /// A window or a control of another process. Does not own it.
 class Window {
  public:
@@ -40,6 +47,14 @@ class Window {
   void command(int id) const;
   /// Presses and releases a key in a control. Returns at once.
   void key(WORD virtual_key) const;
+  /// Brings a top-level window to the front, where the keyboard writes to.
+  bool bring_to_front() const;
+  bool has_focus(Window control) const;
+  /// Whether a menu of the window's thread is open.
+  bool shows_menu() const;
+  /// Asks for the pop-up menu of one of this window's controls, as the menu key does. Returns at
+  /// once.
+  void ask_for_menu(Window control) const;
   /// Asks the window to close. Returns at once.
   void close() const;
 

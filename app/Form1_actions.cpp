@@ -1,0 +1,167 @@
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/Form1.h"
+#include "app/resource.h"
+#include "dialogs/frmAbout.h"
+#include "dialogs/frmHints.h"
+#include "dialogs/frmQTips.h"
+#include "engine/code_page.h"
+#include "shell/run_texts.h"
+#include "win32/message_box.h"
+#include "win32/message_loop.h"
+#include "win32/text.h"
+
+namespace tallowmere {
+
+void Form1::message(std::string_view prompt, std::string_view title) {
+  win32::message_box(handle(), prompt, title, win32::BoxIcon::exclamation);
+}
+
+void Form1::status(std::string_view text) {
+  if (!text.empty()) Label2.set_text(text);
+}
+
+bool Form1::serve_events() {
+  return win32::pump_pending();
+}
+
+/// The rows that a command is for. Says so when there is none.
+std::vector<std::size_t> Form1::command_rows() {
+  if (ListView2.selected_count() < 2) set_list2_index();
+  std::vector<std::size_t> rows = ListView2.selected_rows();
+  if (rows.empty()) message("Select one or more files in the list first.", "No File Selected");
+  return rows;
+}
+
+void Form1::cmdLaunch_Click() {
+  const int row = ListView2.selected();
+  if (row < 0) return;
+  launcher_.cmdLaunch_Click(results_.indexed_filename(static_cast<std::size_t>(row)), search_,
+                            is_checked(ID_MNUFINDONLAUNCH));
+}
+
+void Form1::mnuLaunch_Click() {
+  cmdLaunch_Click();
+}
+
+void Form1::mnuMove_Click() {
+  file_commands_.move_copy_dialog(FileCommand::move, command_rows());
+}
+
+void Form1::mnuCopy_Click() {
+  file_commands_.move_copy_dialog(FileCommand::copy, command_rows());
+}
+
+void Form1::mnuRename_Click() {
+  const std::vector<std::size_t> rows = command_rows();
+  if (rows.empty()) return;
+  const int focused = ListView2.focused_selected();
+  file_commands_.rename_dialog(focused >= 0 ? static_cast<std::size_t>(focused) : rows.front());
+}
+
+void Form1::mnuDelete_Click() {
+  file_commands_.delete_files(command_rows());
+}
+
+void Form1::mnuRemove_Click() {
+  file_commands_.remove_files(command_rows());
+}
+
+/// The name typed into a row; no text when that was given up.
+bool Form1::ListView2_AfterLabelEdit(const NMLVDISPINFOW& edit) {
+  if (edit.item.pszText == nullptr || edit.item.iItem < 0 ||
+      std::cmp_greater_equal(edit.item.iItem, results_.file_count())) {
+    return false;
+  }
+  return file_commands_.rename_file(static_cast<std::size_t>(edit.item.iItem),
+                                    win32::narrow(edit.item.pszText));
+}
+
+void Form1::rows_removed(std::ptrdiff_t row) {
+  ListView2.show_all();
+  select_row(static_cast<int>(row));
+  Label1.set_text(finished_text(static_cast<std::int64_t>(results_.file_count()), files_searched_));
+  if (results_.file_count() == 0) viewer_.clear();
+  refresh_commands();
+}
+
+void Form1::rows_refreshed() {
+  ListView2.repaint();
+}
+
+void Form1::viewed_file_changed(ViewedFile what) {
+  switch (what) {
+    case ViewedFile::moved:
+      show_file(&results_.record(static_cast<std::size_t>(results_.viewed_index)));
+      break;
+    case ViewedFile::rewritten:
+      viewer_.show_first_hit(static_cast<std::size_t>(results_.viewed_index));
+      break;
+    case ViewedFile::gone:
+      viewer_.clear();
+      // Who deletes while reading goes on with the next file.
+      PostMessageW(handle(), message_view, 0, 0);
+      break;
+    case ViewedFile::untouched:
+      break;
+  }
+}
+
+/// Not at once: a label edit ends with the row where it is.
+void Form1::records_changed() {
+  ListView2.repaint();
+  PostMessageW(handle(), message_sort, 0, 0);
+}
+
+/// The Edit menu opens.
+void Form1::mnuEdit_Click() {
+  refresh_commands();
+}
+
+void Form1::mnuCopyToClipboard_Click() {
+  clipboard_.mnuCopyToClipboard_Click(from_page_bytes(viewer_.selected_text(), services_.page));
+}
+
+void Form1::mnuAppendToClipboard_Click() {
+  clipboard_.mnuAppendToClipboard_Click(from_page_bytes(viewer_.selected_text(), services_.page));
+}
+
+void Form1::mnuQCopy_Click() {
+  mnuCopyToClipboard_Click();
+}
+
+void Form1::mnuQAppend_Click() {
+  mnuAppendToClipboard_Click();
+}
+
+void Form1::mnuCopyFilename_Click() {
+  if (ListView2.selected_count() < 2) set_list2_index();
+  std::vector<std::string> paths;
+  for (const std::size_t row : ListView2.selected_rows()) {
+    paths.push_back(results_.indexed_filename(row));
+  }
+  clipboard_.mnuCopyFilename_Click(paths);
+}
+
+void Form1::mnuQTips_Click() {
+  if (!frmQTips_) frmQTips_ = std::make_unique<frmQTips>(handle());
+  frmQTips_->show(handle(), handle());
+}
+
+void Form1::mnuHints_Click() {
+  if (!frmHints_) frmHints_ = std::make_unique<frmHints>(handle());
+  frmHints_->show(handle(), handle());
+}
+
+void Form1::mnuAbout_Click() {
+  show_about_form();
+}
+
+void Form1::show_about_form() {
+  if (!frmAbout_) frmAbout_ = std::make_unique<frmAbout>(handle());
+  frmAbout_->show(handle());
+}
+
+}  // namespace tallowmere

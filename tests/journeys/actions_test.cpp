@@ -1,0 +1,292 @@
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "tests/journeys/journey.h"
+#include "tools/driver/text.h"
+
+namespace tallowmere::driver {
+namespace {
+
+class Actions : public Journey {
+ protected:
+  /// Files that all hold the word, and the program that has found them.
+  std::unique_ptr<MainWindow> found(const Names& names) {
+    for (const std::string& name : names) write(name, "needle in " + name);
+    set_folder_settings();
+    auto program = start();
+    EXPECT_TRUE(program->search(phrase, "needle"));
+    EXPECT_EQ(program->list().column(0), names);
+    return program;
+  }
+
+  bool exists(const std::string& name) const {
+    return std::filesystem::exists(to_wide(folder() + name));
+  }
+  std::string content(const std::string& name) const {
+    std::ifstream file(std::filesystem::path(to_wide(folder() + name)), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  static bool comes_to_list(const MainWindow& program, const Names& names) {
+    return wait_until([&] { return program.list().column(0) == names; });
+  }
+  static bool comes_to_viewer(const MainWindow& program, const std::string& name) {
+    return wait_until([&] {
+      return program.window().text() == " " + name + " - Tallowmere 32" &&
+             program.control(IDC_TEXT1).selected_text() == "needle";
+    });
+  }
+  /// Gives a command and waits for the window that it opens.
+  static Window ask(const MainWindow& program, int command, std::string_view caption) {
+    program.window().command(command);
+    return program.program().wait_for_window(caption);
+  }
+  /// Moves the focus to the list.
+  static void focus_list(const MainWindow& program) {
+    ASSERT_TRUE(program.window().bring_to_front());
+    program.window().key(VK_ESCAPE);
+    ASSERT_TRUE(wait_until([&] { return program.window().has_focus(program.list()); }));
+  }
+  /// Begins to rename the selected row in the list, which has the focus. Returns the text box.
+  static Window type_label(const MainWindow& program, std::string_view name) {
+    program.list().key(VK_F2);
+    EXPECT_TRUE(wait_until([&] { return program.list().label_editor().is_visible(); }));
+    const Window editor = program.list().label_editor();
+    editor.set_text(name);
+    return editor;
+  }
+};
+
+TEST_F(Actions, CopiesOneFileUnderANewNameAndMovesSeveral) {
+  const auto program = found({"a.txt", "b.txt", "c.txt"});
+  program->list().select(0);
+  const Window copy = ask(*program, ID_MNUCOPY, "Copy Files");
+  ASSERT_TRUE(copy);
+  copy.child(IDC_COPY_FOLDER).set_text(folder() + "new\\deep");
+  copy.child(IDC_COPY_NAME).set_text("d.txt");
+  EXPECT_EQ(copy.child(IDC_COPY_TARGET).text(), folder() + "new\\deep\\d.txt");
+  ASSERT_TRUE(program->close(copy, IDOK));
+  ASSERT_TRUE(wait_until([&] { return content("new\\deep\\d.txt") == "needle in a.txt"; }));
+  EXPECT_TRUE(exists("a.txt"));
+  EXPECT_EQ(program->list().column(3), Names(3, folder()));
+
+  program->list().select(2);
+  ASSERT_EQ(program->list().selected(), (std::vector<int>{0, 2}));
+  const Window move = ask(*program, ID_MNUMOVE, "Move Files");
+  ASSERT_TRUE(move);
+  EXPECT_FALSE(move.child(IDC_COPY_NAME).is_enabled());
+  move.child(IDC_COPY_FOLDER).set_text(folder() + "moved");
+  ASSERT_TRUE(program->close(move, IDOK));
+  const std::string moved = folder() + "moved\\";
+  EXPECT_TRUE(wait_until([&] {
+    return program->list().column(3) == Names{moved, folder(), moved};
+  }));
+  EXPECT_EQ(content("moved\\a.txt"), "needle in a.txt");
+  EXPECT_EQ(content("moved\\c.txt"), "needle in c.txt");
+  EXPECT_FALSE(exists("a.txt") || exists("c.txt"));
+  EXPECT_TRUE(exists("b.txt"));
+}
+
+TEST_F(Actions, RenamesInTheDialogAndInTheList) {
+  const auto program = found({"a.txt", "b.txt", "c.txt"});
+  program->list().select(0);
+  ASSERT_TRUE(comes_to_viewer(*program, "a.txt"));
+  const Window dialog = ask(*program, ID_MNURENAME, "Rename File");
+  ASSERT_TRUE(dialog);
+  dialog.child(IDC_RENAME_NEW).set_text("b.txt");
+  const Window refusal = program->open(dialog, IDOK, "Cannot Rename File");
+  EXPECT_NE(message_box_text(refusal).find("a.txt"), std::string::npos)
+      << message_box_text(refusal);
+  ASSERT_TRUE(program->close(refusal, IDOK));
+  EXPECT_TRUE(dialog.is_visible());
+  EXPECT_EQ(content("b.txt"), "needle in b.txt");
+  dialog.child(IDC_RENAME_NEW).set_text("z.txt");
+  ASSERT_TRUE(program->close(dialog, IDOK));
+  ASSERT_TRUE(comes_to_list(*program, {"b.txt", "c.txt", "z.txt"}));
+  EXPECT_TRUE(wait_until([&] { return program->list().selected() == std::vector<int>{2}; }));
+  EXPECT_TRUE(comes_to_viewer(*program, "z.txt"));
+  EXPECT_EQ(content("z.txt"), "needle in a.txt");
+
+  focus_list(*program);
+  type_label(*program, "never.txt").key(VK_ESCAPE);
+  ASSERT_TRUE(wait_until([&] { return !program->list().label_editor(); }));
+  type_label(*program, "y.txt").key(VK_RETURN);
+  // Sorting by the same key again reverses the list, here as from the menu.
+  ASSERT_TRUE(comes_to_list(*program, {"y.txt", "c.txt", "b.txt"}));
+  EXPECT_TRUE(comes_to_viewer(*program, "y.txt"));
+  EXPECT_EQ(content("y.txt"), "needle in a.txt");
+  EXPECT_FALSE(exists("z.txt") || exists("never.txt"));
+}
+
+// The end of a rename moves the rows: what ends it must not take another file for the renamed one.
+TEST_F(Actions, ACommandInTheMiddleOfARenameMeansTheSameFile) {
+  const auto program = found({"a.txt", "b.txt", "c.txt"});
+  program->window().command(ID_MNUSORT);  // afresh: the next times it reverses
+  program->list().select(2);
+  focus_list(*program);
+  type_label(*program, "d.txt");
+  program->list().click_header(0);
+  ASSERT_TRUE(comes_to_list(*program, {"a.txt", "b.txt", "d.txt"}));
+  EXPECT_EQ(content("d.txt"), "needle in c.txt");
+
+  type_label(*program, "e.txt");
+  const Window question = ask(*program, ID_MNUDELETE, "Delete Files");
+  ASSERT_TRUE(question);
+  EXPECT_TRUE(message_box_text(question).starts_with("Delete \"" + folder() + "e.txt\" from"));
+  ASSERT_TRUE(program->close(question, IDYES));
+  ASSERT_TRUE(comes_to_list(*program, {"b.txt", "a.txt"}));
+  EXPECT_TRUE(exists("a.txt") && exists("b.txt"));
+  EXPECT_FALSE(exists("d.txt") || exists("e.txt"));
+}
+
+TEST_F(Actions, RemovesAndDeletes) {
+  const auto program = found({"a.txt", "b.txt", "c.txt", "d.txt"});
+  program->list().select(0);
+  const Window remove = ask(*program, ID_MNUREMOVE, "Remove Files");
+  ASSERT_TRUE(remove);
+  EXPECT_TRUE(message_box_text(remove).starts_with("Remove \"a.txt\" from the List?"));
+  ASSERT_TRUE(program->close(remove, IDYES));
+  ASSERT_TRUE(comes_to_list(*program, {"b.txt", "c.txt", "d.txt"}));
+  EXPECT_TRUE(exists("a.txt"));
+  EXPECT_EQ(program->count_label(), "3 file(s) matched out of 4");
+  EXPECT_TRUE(comes_to_viewer(*program, "b.txt"));
+
+  focus_list(*program);
+  for (const int answer : {IDNO, IDYES}) {
+    program->list().key(VK_DELETE);
+    const Window question = program->program().wait_for_window("Delete Files");
+    ASSERT_TRUE(question);
+    EXPECT_TRUE(message_box_text(question).starts_with("Delete \"" + folder() + "b.txt\" from"))
+        << message_box_text(question);
+    EXPECT_TRUE(exists("b.txt"));
+    ASSERT_TRUE(program->close(question, answer));
+  }
+  ASSERT_TRUE(comes_to_list(*program, {"c.txt", "d.txt"}));
+  EXPECT_FALSE(exists("b.txt"));
+  EXPECT_EQ(program->count_label(), "2 file(s) matched out of 4");
+  EXPECT_TRUE(comes_to_viewer(*program, "c.txt"));
+
+  focus_list(*program);
+  press_key('A', VK_CONTROL);
+  ASSERT_TRUE(wait_until([&] { return program->list().selected().size() == 2; }));
+  const Window all = ask(*program, ID_MNUDELETE, "Delete Files");
+  ASSERT_TRUE(all);
+  EXPECT_TRUE(message_box_text(all).starts_with("Delete 2 files from Disk?"));
+  ASSERT_TRUE(program->close(all, IDYES));
+  ASSERT_TRUE(comes_to_list(*program, {}));
+  EXPECT_FALSE(exists("c.txt") || exists("d.txt"));
+  EXPECT_EQ(program->count_label(), "0 file(s) matched out of 4");
+  EXPECT_TRUE(wait_until([&] { return !program->control(IDC_TEXT1).is_enabled(); }));
+  EXPECT_EQ(program->control(IDC_TEXT1).text(), "");
+  EXPECT_EQ(program->window().text(), main_caption);
+}
+
+TEST_F(Actions, CarriesNamesAndTextAway) {
+  const auto program = found({"a.txt", "b.txt"});
+  const auto comes = [](const std::string& text) {
+    return wait_until([&] { return clipboard_text() == text; });
+  };
+  program->list().select(1);
+  ASSERT_TRUE(comes_to_viewer(*program, "b.txt"));
+  const Window box = program->control(IDC_TEXT1);
+  box.select_text(0, 6);
+  program->window().command(ID_MNUCOPYTOCLIPBOARD);
+  EXPECT_TRUE(comes("needle")) << clipboard_text();
+  box.select_text(6, 5);
+  program->window().command(ID_MNUAPPENDTOCLIPBOARD);
+  EXPECT_TRUE(comes("needle in b")) << clipboard_text();
+
+  ASSERT_TRUE(program->window().bring_to_front());
+  program->window().ask_for_menu(program->list());
+  ASSERT_TRUE(wait_until([&] { return program->window().shows_menu(); }));
+  press_key('O');  // of "C&opy Name", where "E&xit" stands otherwise
+  EXPECT_TRUE(comes(folder() + "b.txt")) << clipboard_text();
+  ASSERT_TRUE(wait_until([&] { return !program->window().shows_menu(); }));
+  EXPECT_TRUE(program->program().is_running());
+
+  focus_list(*program);
+  program->list().select(0);
+  press_key('C', VK_CONTROL);
+  EXPECT_TRUE(comes(folder() + "a.txt\r\n" + folder() + "b.txt\r\n")) << clipboard_text();
+
+  press_key('F', VK_MENU);
+  ASSERT_TRUE(wait_until([&] { return program->window().shows_menu(); }));
+  press_key('X');
+  EXPECT_TRUE(program->program().wait_for_exit());
+}
+
+/// The association of an extension, for as long as the object lives.
+class Association {
+ public:
+  Association(const wchar_t* extension, const wchar_t* command)
+      : extension_(extension), class_(std::wstring(L"journey") + extension) {
+    set(extension_, class_);
+    set(class_ + L"\\shell\\open\\command", command);
+  }
+  ~Association() {
+    for (const auto& key : {extension_, class_}) RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str());
+  }
+  Association(const Association&) = delete;
+  Association& operator=(const Association&) = delete;
+
+ private:
+  static void set(const std::wstring& key, const std::wstring& value) {
+    RegSetKeyValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, REG_SZ, value.c_str(),
+                    static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
+  }
+
+  std::wstring extension_, class_;
+};
+
+TEST_F(Actions, LaunchesEditorsAndFindsTheTextThere) {
+  const Association notepad(L".journeynote", L"notepad.exe %1");
+  const Association wordpad(L".journeypad",
+                            L"\"C:\\Program Files\\Windows NT\\Accessories\\wordpad.exe\" \"%1\"");
+  const auto program = found({"a b.journeynote", "c.journeypad", "d.journeynone"});
+  const auto launch = [&](int row) {
+    ASSERT_TRUE(program->window().bring_to_front());
+    for (const int other : program->list().selected()) program->list().select(other, false);
+    program->list().select(row);
+    program->control(IDC_CMDLAUNCH).click();
+  };
+  constexpr struct {
+    const wchar_t* caption;
+    const wchar_t* box_class;
+  } editors[] = {{L"a b.journeynote - Notepad", L"Edit"},
+                 {L"c.journeypad - Wine Wordpad", L"RichEdit20W"}};
+  for (int row = 0; row < 2; ++row) {
+    SCOPED_TRACE(row);
+    launch(row);
+    const auto editor = [&] { return Window(FindWindowW(nullptr, editors[row].caption)); };
+    ASSERT_TRUE(wait_until([&] { return static_cast<bool>(editor()); }, 10000));
+    const Window box = editor().child_of_class(editors[row].box_class);
+    EXPECT_TRUE(wait_until([&] { return box.selected_text() == "needle"; }, 10000));
+    EXPECT_TRUE(wait_until([] { return FindWindowW(L"#32770", L"Find") == nullptr; }));
+    EXPECT_TRUE(program->timing_label().starts_with("in ")) << program->timing_label();
+    editor().close();
+    EXPECT_TRUE(wait_until([&] { return !editor(); }));
+  }
+
+  launch(2);
+  const Window refusal = program->program().wait_for_window("Cannot Launch");
+  ASSERT_TRUE(refusal);
+  EXPECT_TRUE(message_box_text(refusal).starts_with("The data file extension is not associated"));
+  ASSERT_TRUE(program->close(refusal, IDOK));
+}
+
+TEST_F(Actions, AFolderAsArgumentIsTheOneThatIsSearched) {
+  write("other\\wrong.txt", "needle");
+  write("two words\\right.txt", "needle");
+  set_folder_settings();
+  settings().set("path", folder() + "other\\");
+  const MainWindow program(own_folder() + "Tallowmere32.exe", "\"" + folder() + "two words\"");
+  ASSERT_TRUE(program.search(phrase, "needle"));
+  EXPECT_EQ(program.list().rows().size(), 1u);
+  EXPECT_EQ(program.list().cell(0, 0), "right.txt");
+  EXPECT_EQ(program.list().cell(0, 3), folder() + "two words\\");
+}
+
+}  // namespace
+}  // namespace tallowmere::driver
