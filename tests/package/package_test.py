@@ -1,0 +1,177 @@
+#!/usr/bin/env python3
+"""Makes the packages and installs one under Wine: package_test.py PROJECT WINE
+
+PROJECT is the project's folder, in which both Windows builds stand; WINE runs a Windows program.
+"""
+
+import hashlib
+import os
+import re
+import shutil
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+import zipfile
+
+project = wine = ""
+FILES = {"Tallowmere32.exe", "tallowmere-find.exe", "s_done.wav", "ReadMe.txt"}
+PACKAGES = {
+    "Tallowmere32-2.1-setup.exe", "Tallowmere32-2.1.zip",
+    "Tallowmere32-2.1-win32-setup.exe", "Tallowmere32-2.1-win32.zip",
+}
+MACHINES = {"win64": 0x8664, "win32": 0x14C}
+UNINSTALL = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Tallowmere32"
+EXPLORER = r"HKCU\Software\Classes\Directory\shell\Tallowmere32"
+DRIVES = r"HKCU\Software\Classes\Drive\shell\Tallowmere32"
+SETTINGS = r"HKCU\Software\Tallowmere\Startup"
+DEFAULT_FOLDER = r"%LOCALAPPDATA%\Programs\Tallowmere32"
+SHORTCUT = r"%APPDATA%\Microsoft\Windows\Start Menu\Programs\Tallowmere 32.lnk"
+
+
+def read(path):
+    with open(path, "rb") as file:
+        return file.read()
+
+
+def machine(program):
+    """The kind of processor in the header of a Windows program."""
+    header = struct.unpack_from("<I", program, 0x3C)[0]
+    return struct.unpack_from("<H", program, header + 4)[0]
+
+
+def run(*command):
+    """The status and the output. A pipe would stay open as long as what Wine starts besides."""
+    with tempfile.TemporaryFile() as output:
+        status = subprocess.run([wine, *command], stdin=subprocess.DEVNULL, stdout=output,
+                                stderr=subprocess.DEVNULL, timeout=30, check=False).returncode
+        output.seek(0)
+        return status, output.read().decode(errors="replace")
+
+
+def unix_path(windows_path):
+    """Where a path of Windows, with its variables, really is."""
+    expanded = run("cmd", "/c", "echo", windows_path)[1].strip('"\r\n ')
+    prefix = os.path.join(project, "build", "wine", "null", "drive_c")
+    return os.path.join(prefix, *expanded.split("\\")[1:])
+
+
+def value(key, name=None):
+    """A value of the registry as text; None when it is missing."""
+    status, output = run("reg", "query", key, *(["/v", name] if name else ["/ve"]))
+    found = re.search(r"    REG_\w+    (.*?)\r?\n", output)
+    return found.group(1) if status == 0 and found else None
+
+
+def wait_until(done):
+    deadline = time.monotonic() + 20
+    while not done():
+        if time.monotonic() > deadline:
+            return False
+        time.sleep(0.05)
+    return True
+
+
+class PackageTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.mkdtemp(prefix="tallowmere-package-")
+        cls.addClassCleanup(shutil.rmtree, cls.folder)
+        for output, zone in (("one", "UTC"), ("two", "Asia/Tokyo")):
+            subprocess.run([os.path.join(project, "package"), "--no-build", "--output",
+                            os.path.join(cls.folder, output)],
+                           env={**os.environ, "TZ": zone, "SOURCE_DATE_EPOCH": "1700000000"},
+                           stdout=subprocess.DEVNULL, check=True)
+
+    def package(self, name, output="one"):
+        return os.path.join(self.folder, output, name)
+
+    def test_same_bytes_each_time_and_their_checksums(self):
+        self.assertEqual(set(os.listdir(self.package(""))), PACKAGES | {"SHA256SUMS"})
+        lines = read(self.package("SHA256SUMS")).decode().splitlines()
+        sums = {name.lstrip("*"): digest for digest, name in (line.split() for line in lines)}
+        self.assertEqual(set(sums), PACKAGES)
+        for name in PACKAGES:
+            content = read(self.package(name))
+            self.assertEqual(content, read(self.package(name, "two")), name)
+            self.assertEqual(sums[name], hashlib.sha256(content).hexdigest())
+
+    def test_archives_hold_what_is_built(self):
+        for preset, name in (("win64", ""), ("win32", "-win32")):
+            self.assertEqual(machine(read(self.package(f"Tallowmere32-2.1{name}-setup.exe"))),
+                             MACHINES[preset])
+            with zipfile.ZipFile(self.package(f"Tallowmere32-2.1{name}.zip")) as archive:
+                self.assertEqual(archive.namelist(),
+                                 [f"Tallowmere32-2.1/{file}" for file in sorted(FILES)])
+                for entry in archive.infolist():
+                    self.assertEqual(entry.date_time, (2023, 11, 14, 22, 13, 20))
+                    file = os.path.basename(entry.filename)
+                    if file == "ReadMe.txt":
+                        self.assertIn(b"\r\n", archive.read(entry))
+                        continue
+                    built = read(os.path.join(project, "build", preset, file))
+                    self.assertEqual(archive.read(entry), built)
+                    if file.endswith(".exe"):
+                        self.assertEqual(machine(built), MACHINES[preset])
+
+    def install(self, *switches):
+        return run(self.package("Tallowmere32-2.1-setup.exe"), "/S", *switches)[0]
+
+    def test_installs_starts_and_uninstalls(self):
+        run("reg", "delete", r"HKCU\Software\Tallowmere", "/f")
+        home = unix_path(DEFAULT_FOLDER)
+        shutil.rmtree(home, ignore_errors=True)  # of a run that was broken off
+        self.addCleanup(shutil.rmtree, home, ignore_errors=True)
+        self.assertEqual(self.install(), 0)
+        self.assertEqual(set(os.listdir(home)), FILES | {"uninstall.exe"})
+        self.assertEqual(value(UNINSTALL, "DisplayVersion"), "2.1")
+        program = value(UNINSTALL, "DisplayIcon")
+        self.assertEqual(value(UNINSTALL, "UninstallString"),
+                         f'"{program[:program.rindex(chr(92))]}\\uninstall.exe"')
+        for key in (EXPLORER, DRIVES):
+            self.assertEqual(value(key), "Search with Tallowmere")
+            self.assertEqual(value(key + r"\command"), f'"{program}" "%1"')
+        self.assertIn("Tallowmere32.exe".encode("utf-16-le"), read(unix_path(SHORTCUT)))
+        self.assertEqual(self.install("/NOEXPLORER"), 0)
+        self.assertIsNone(value(EXPLORER))
+        self.check_running_program(program, home)
+        self.assertEqual(self.install(), 0)
+        self.assertIsNotNone(value(EXPLORER))
+        self.check_uninstalled(home)
+
+    def check_running_program(self, program, home):
+        """The installed program starts, is not replaced while it runs, and closes."""
+        running = subprocess.Popen([wine, program], stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.addCleanup(running.kill)
+        self.assertTrue(wait_until(lambda: self.install("/NOEXPLORER") != 0))
+        self.assertNotEqual(run(os.path.join(home, "uninstall.exe"), "/S",
+                                f"_?={program[:program.rindex(chr(92))]}")[0], 0)
+        self.assertEqual(set(os.listdir(home)), FILES | {"uninstall.exe"})
+        # Asks the window to close, once there is one.
+        wait_until(lambda: run("taskkill", "/im", "Tallowmere32.exe")[0] == 0)
+        self.assertEqual(running.wait(20), 0)
+        self.assertIsNotNone(value(SETTINGS, "checked"))
+
+    def check_uninstalled(self, home):
+        """Nothing is left but the settings, and what the user has put into the folder."""
+        notes = os.path.join(home, "notes.txt")
+        with open(notes, "w", encoding="ascii") as file:
+            file.write("mine")
+        uninstaller = os.path.join(home, "uninstall.exe")
+        self.assertEqual(run(uninstaller, "/S")[0], 0)
+        # It goes on as a copy of itself, which can delete the file that was started.
+        self.assertTrue(wait_until(lambda: value(UNINSTALL, "DisplayName") is None))
+        self.assertEqual(os.listdir(home), ["notes.txt"])
+        shutil.rmtree(home)
+        self.assertFalse(os.path.exists(unix_path(SHORTCUT)))
+        for key in (EXPLORER, DRIVES):
+            self.assertIsNone(value(key))
+        self.assertIsNotNone(value(SETTINGS, "checked"))
+
+
+if __name__ == "__main__":
+    project, wine = sys.argv[1:3]
+    unittest.main(argv=sys.argv[:1])
