@@ -27,6 +27,14 @@ class ViewerBoxTest : public testing::Test {
     DestroyWindow(parent);
   }
 
+  /// A window procedure that notes over which control a menu was asked for.
+  static LRESULT CALLBACK note_menu(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_CONTEXTMENU) {
+      SetPropW(window, L"menu over", reinterpret_cast<HANDLE>(wparam));
+    }
+    return DefWindowProcW(window, message, wparam, lparam);
+  }
+
   HWND child(const wchar_t* class_name, DWORD style) const {
     return CreateWindowW(class_name, L"", WS_CHILD | WS_VISIBLE | style, 0, 0, 600, 320, parent,
                          nullptr, GetModuleHandleW(nullptr), nullptr);
@@ -81,14 +89,9 @@ TEST_F(ViewerBoxTest, NothingChangesTheText) {
   EXPECT_EQ(box->selection(), (TextSelection{5, 4}));
 
   // It has no menu of its own; the window around it is asked for one.
-  static HWND menu_over = nullptr;
-  const WNDPROC count_menus = [](HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message == WM_CONTEXTMENU) menu_over = reinterpret_cast<HWND>(wparam);
-    return DefWindowProcW(window, message, wparam, lparam);
-  };
-  SetWindowLongPtrW(parent, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(count_menus));
+  SetWindowLongPtrW(parent, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(note_menu));
   send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(edit), -1);
-  EXPECT_EQ(menu_over, edit);
+  EXPECT_EQ(GetPropW(parent, L"menu over"), static_cast<HANDLE>(edit));
   EXPECT_EQ(send(WM_GETDLGCODE) & (DLGC_HASSETSEL | DLGC_WANTTAB | DLGC_WANTALLKEYS), 0);
 }
 
