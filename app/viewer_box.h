@@ -47,7 +47,6 @@ class ViewerBox : public TextFace, public win32::TextBox {
   void set_redraw(bool on) override;
   void enable(bool on) override;
   bool enabled() const override { return TextBox::enabled(); }
-  void focus() override { TextBox::focus(); }
   void set_scroll_value(int value) override;
 
   /// True when the caret stands at the start of the selection: it was extended upwards.

@@ -39,7 +39,6 @@ class TextFace {
   virtual void set_redraw(bool on) = 0;
   virtual void enable(bool on) = 0;  ///< the box and its scroll bar
   virtual bool enabled() const = 0;
-  virtual void focus() = 0;
 
   /// The scroll bar's thumb, 0 to scroll_maximum.
   virtual void set_scroll_value(int value) = 0;

@@ -8,7 +8,6 @@ namespace tallowmere::win32 {
 
 enum class BoxIcon : UINT {
   none = 0,
-  information = MB_ICONINFORMATION,
   question = MB_ICONQUESTION,
   exclamation = MB_ICONEXCLAMATION
 };

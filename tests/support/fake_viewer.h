@@ -57,7 +57,6 @@ class FakeFace : public TextFace {
   void set_redraw(bool on) override { redraw_held += on ? -1 : 1; }
   void enable(bool on) override { is_enabled = on; }
   bool enabled() const override { return is_enabled; }
-  void focus() override {}
   void set_scroll_value(int value) override { scroll_value = value; }
 
   std::string part(int start, int length) const {
