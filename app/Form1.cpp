@@ -1,6 +1,10 @@
 #include "app/Form1.h"
 
-#include "app/command_controls.h"
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <utility>
+
 #include "app/resource.h"
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmFonts.h"
@@ -106,7 +110,7 @@ void Form1::command_clicked(int id, Handler handler) {
       PostMessageW(handle(), WM_COMMAND, static_cast<WPARAM>(id), 0);
       return;
     }
-    if (command_enabled(id, state_)) handler();
+    if (can_use(id)) handler();
   });
 }
 
@@ -172,11 +176,6 @@ void Form1::wire_list() {
     ListView2_ColumnClick(reinterpret_cast<NMLISTVIEW&>(header).iSubItem);
     return 0;
   });
-  notify(IDC_LISTVIEW2, LVN_BEGINLABELEDITW,
-         [this](NMHDR&) -> LRESULT { return state_.busy() ? TRUE : FALSE; });
-  notify(IDC_LISTVIEW2, LVN_ENDLABELEDITW, [this](NMHDR& header) -> LRESULT {
-    return ListView2_AfterLabelEdit(reinterpret_cast<NMLVDISPINFOW&>(header));
-  });
   notify(IDC_LISTVIEW2, NM_DBLCLK, [this](NMHDR&) -> LRESULT {
     ListView2_DblClick();
     return 0;
@@ -197,6 +196,19 @@ void Form1::wire_list() {
     refresh_commands();
     return 0;
   });
+  wire_label_edit();
+}
+
+void Form1::wire_label_edit() {
+  notify(IDC_LISTVIEW2, LVN_BEGINLABELEDITW, [this](NMHDR& header) -> LRESULT {
+    const int row = reinterpret_cast<NMLVDISPINFOW&>(header).item.iItem;
+    return ListView2_BeforeLabelEdit(row) ? FALSE : TRUE;
+  });
+  notify(IDC_LISTVIEW2, LVN_ENDLABELEDITW, [this](NMHDR& header) -> LRESULT {
+    // What has waited for the end of the edit has its turn when the view is done with it.
+    PostMessageW(handle(), message_pending, 0, 0);
+    return ListView2_AfterLabelEdit(reinterpret_cast<NMLVDISPINFOW&>(header).item.pszText);
+  });
 }
 
 void Form1::set_tool_tips() {
@@ -213,9 +225,6 @@ void Form1::set_tool_tips() {
 bool Form1::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) {
   result = 0;
   switch (message) {
-    case WM_COMMAND:
-      // Behind a dialog or a message box nothing runs, whoever sends the command.
-      return !IsWindowEnabled(handle());
     case WM_SIZE:
       if (wparam != SIZE_MINIMIZED) Form_Resize();
       return true;
@@ -228,16 +237,15 @@ bool Form1::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& resu
     case message_relayout:
       dpi_changed();
       return true;
-    case message_view:
-      view_selected_row();
-      return true;
-    case message_sort:
-      if (sort_menu_.sort_type() != SortKey::none) {
-        mnuSort_Click(static_cast<int>(sort_menu_.sort_type()));
-      }
+    case message_pending:
+      serve_pending();
+      if (handle() != nullptr) keep_focus();
       return true;
     case WM_INITMENUPOPUP:
-      if (reinterpret_cast<HMENU>(wparam) == GetSubMenu(GetMenu(handle()), 1)) mnuEdit_Click();
+      mnuEdit_Click();
+      return false;
+    case WM_ENABLE:
+      if (wparam != FALSE) PostMessageW(handle(), message_pending, 0, 0);
       return false;
     case WM_ACTIVATE:
       Form_Activate(LOWORD(wparam) != WA_INACTIVE);
@@ -275,7 +283,7 @@ bool Form1::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& resu
 }
 
 bool Form1::pre_translate(MSG& message) {
-  return message.message == WM_KEYDOWN && Form_KeyDown(message.wParam);
+  return message.message == WM_KEYDOWN && IsWindowEnabled(handle()) && Form_KeyDown(message.wParam);
 }
 
 // The keys that the window sees before its controls.
@@ -286,7 +294,7 @@ bool Form1::Form_KeyDown(WPARAM key) {
   const bool plain = !shift && !control && GetKeyState(VK_MENU) >= 0;
   switch (key) {
     case VK_ESCAPE:
-      if (state_.searching || viewer_.finding()) {
+      if (busy()) {
         mnuStop_Click();
       } else {
         move_focus(ListView2.handle());
@@ -299,7 +307,7 @@ bool Form1::Form_KeyDown(WPARAM key) {
       return find_by_key(!shift);
   }
   if (ListView2.has_focus()) return list_key_down(key, shift, control);
-  if (!Text1.has_focus()) return false;  // a button that has the focus is pressed
+  if (!Text1.has_focus()) return button_key_down(key);
   if (plain && (key == VK_RETURN || key == VK_SPACE)) return find_by_key(true);
   if (control && !shift && (key == 'C' || key == VK_INSERT)) {
     mnuCopyToClipboard_Click();
@@ -310,7 +318,7 @@ bool Form1::Form_KeyDown(WPARAM key) {
 
 bool Form1::list_key_down(WPARAM key, bool shift, bool control) {
   const auto run = [this](int command) {
-    if (command_enabled(command, state_)) SendMessageW(handle(), WM_COMMAND, command, 0);
+    if (can_use(command)) SendMessageW(handle(), WM_COMMAND, command, 0);
     return true;
   };
   switch (key) {
@@ -319,11 +327,15 @@ bool Form1::list_key_down(WPARAM key, bool shift, bool control) {
       ListView2_DblClick();
       return true;
     case VK_SPACE:
-      return !shift && !control && find_by_key(true);
+      return !shift && !control && (find_by_key(true) || select_first_row());
+    case VK_DOWN:
+    case VK_UP:
+    case VK_HOME:
+      return !shift && !control && select_first_row();
     case VK_DELETE:
       return run(ID_MNUDELETE);
     case VK_F2:
-      if (!state_.busy()) ListView2.edit_label();
+      ListView2.edit_label();
       return true;
     case 'A':
       return control && run(ID_MNUSELECTALL);
@@ -334,9 +346,45 @@ bool Form1::list_key_down(WPARAM key, bool shift, bool control) {
   return false;
 }
 
+/// In a list of which nothing is selected yet, the first key selects the row that has the focus
+/// mark. False when something is selected already.
+bool Form1::select_first_row() {
+  if (busy() || ListView2.row_count() == 0 || ListView2.selected_count() > 0) return false;
+  ListView2.select_only(std::max(ListView2.focused(), 0));
+  return true;
+}
+
+/// The arrow keys on the row of buttons: it ends at its ends, and the list is below it. Other keys
+/// are the buttons' own.
+bool Form1::button_key_down(WPARAM key) {
+  const std::array buttons{cmdSearch.handle(),   cmdView.handle(),   cmdFindNext.handle(),
+                           cmdFindPrev.handle(), cmdLaunch.handle(), cmdHyper.handle(),
+                           cmdRestore.handle(),  cmdExit.handle()};
+  const auto button = std::ranges::find(buttons, GetFocus());
+  if (button == buttons.end()) return false;
+  const auto enabled = [](HWND other) { return IsWindowEnabled(other) != FALSE; };
+  switch (key) {
+    case VK_LEFT: {
+      const auto before = std::find_if(std::make_reverse_iterator(button), buttons.rend(), enabled);
+      if (before != buttons.rend()) move_focus(*before);
+      return true;
+    }
+    case VK_RIGHT: {
+      const auto behind = std::find_if(std::next(button), buttons.end(), enabled);
+      if (behind != buttons.end()) move_focus(*behind);
+      return true;
+    }
+    case VK_UP:
+    case VK_DOWN:
+      if (focus_target() == ListView2.handle()) move_focus(ListView2.handle());
+      return true;
+  }
+  return false;
+}
+
 /// The keys of Find Next and Find Prev; false when no file is viewed.
 bool Form1::find_by_key(bool forward) {
-  if (!command_enabled(IDC_CMDFINDNEXT, state_)) return false;
+  if (!can_use(IDC_CMDFINDNEXT)) return false;
   if (forward) {
     cmdFindNext_Click();
   } else {
@@ -346,12 +394,14 @@ bool Form1::find_by_key(bool forward) {
 }
 
 void Form1::Form_Activate(bool active) {
-  if (active && !state_.busy()) SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+  if (!active) return;
+  if (!busy()) SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+  PostMessageW(handle(), message_pending, 0, 0);  // when the system has put the focus back
 }
 
 /// Shows the pointer of a busy program inside the window while it searches.
 bool Form1::set_pointer(LPARAM lparam) const {
-  if (!state_.busy() || LOWORD(lparam) != HTCLIENT) return false;
+  if (!busy() || LOWORD(lparam) != HTCLIENT) return false;
   SetCursor(LoadCursorW(nullptr, IDC_APPSTARTING));
   return true;
 }

@@ -70,7 +70,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   /// until the run has ended. A file search tests the selected row and needs one.
   void run_search(SearchKind kind, const CriteriaInput& input);
 
-  bool searching() const { return state_.searching; }
+  bool searching() const { return searching_; }
   bool finding() const { return viewer_.finding(); }
   const ResultList& results() const { return results_; }
   SortKey sort_type() const { return sort_menu_.sort_type(); }
@@ -134,8 +134,15 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
  private:
   // Messages to itself.
   static constexpr UINT message_relayout = WM_APP;  ///< the controls have followed a change of DPI
-  static constexpr UINT message_view = WM_APP + 1;  ///< the user has selected a row
-  static constexpr UINT message_sort = WM_APP + 2;  ///< files have got other names or folders
+  static constexpr UINT message_pending = WM_APP + 1;  ///< something of Pending may have its turn
+
+  /// What events have asked for that has to wait until the window is enabled and idle.
+  struct Pending {
+    bool close = false;  ///< the window was closed
+    bool sort = false;   ///< files have got other names or folders
+    bool view = false;   ///< the user has selected a row
+    bool any() const { return close || sort || view; }
+  };
 
   // Start and end: Form1_settings.cpp.
   void Form_Load();
@@ -153,14 +160,29 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void set_tool_tips();
   /// Runs the handler only while the command can be used: other programs can send any command.
   void command_clicked(int id, Handler handler);
+  void wire_label_edit();
   bool Form_KeyDown(WPARAM key);
   bool list_key_down(WPARAM key, bool shift, bool control);
+  bool button_key_down(WPARAM key);
+  bool select_first_row();
   bool find_by_key(bool forward);
   void Form_Activate(bool active);
   bool set_pointer(LPARAM lparam) const;
 
-  // Commands: Form1_commands.cpp.
+  // What can be done now: Form1_state.cpp.
+  WindowState window_state() const;
+  bool busy() const { return searching_ || viewer_.finding(); }
+  bool can_use(int command) const;
   void refresh_commands();
+  /// Notes something in `pending_` and serves it as soon as it can be.
+  void request(bool Pending::*what);
+  void serve_pending();
+  HWND focus_target() const;
+  /// Moves the focus on from a control that is about to be disabled or hidden.
+  void leave(HWND control);
+  void keep_focus();
+
+  // Commands: Form1_commands.cpp.
   void toggle(int entry);
   bool is_checked(int entry) const { return win32::entry_checked(GetMenu(handle()), entry); }
   void show_sort_order();
@@ -179,7 +201,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void view_selected_row();
   void set_list2_index();
   void select_row(int row);
-  void after_find();
   void show_hyper_captions();
   void do_hyper_search(const CriteriaInput& input);
   void use_font_size(double points);
@@ -194,7 +215,8 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void viewed_file_changed(ViewedFile what) override;
   void records_changed() override;
   std::vector<std::size_t> command_rows();
-  bool ListView2_AfterLabelEdit(const NMLVDISPINFOW& edit);
+  bool ListView2_BeforeLabelEdit(int row);
+  bool ListView2_AfterLabelEdit(const wchar_t* text);
   void mnuEdit_Click();
   void show_about_form();
 
@@ -219,11 +241,12 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void show_progress(const FileSearch& search);
   void finish_run(SearchKind kind, const FileSearch& search, bool selected_matches);
   bool search_timing(bool stopped);
-  bool search_selected_file(FileSearch& search, std::size_t row);
+  bool search_selected_file(FileSearch& search);
   void show_selected_file(bool matches);
   void show_found_files(const FileSearch& search);
   void post_search_restore();
   void bring_to_front();
+  void focus_found_files();
   void play_end_sound() const;
   frmNarrow& narrow_prompt();
   frmSearchFor& search_dialog();
@@ -243,7 +266,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   LayoutMemory layout_memory_;
 
   SortMenu sort_menu_;
-  WindowState state_;
   ViewerPane viewer_;
   HyperFind hyper_;
   std::string_view hyper_caption_;  ///< what the button and the menus say now
@@ -252,10 +274,11 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   ClipboardCommands clipboard_;
   FileCommands file_commands_;
   std::int64_t files_searched_ = 0;  ///< by the run that made the list
-  bool selecting_ = false;           ///< the program moves the list's selection, not the user
-  bool view_again_ = false;          ///< another row was selected during a step of the viewer
-  bool stop_ = false;                ///< the run is to end; set from inside its yields
-  bool close_after_run_ = false;     ///< the window was closed during a run or a step of the viewer
+  std::string edited_path_;          ///< the file whose name is being typed into its row
+  Pending pending_;
+  bool searching_ = false;  ///< a run is under way
+  bool selecting_ = false;  ///< the program moves the list's selection, not the user
+  bool stop_ = false;       ///< the run is to end; set from inside its yields
   bool has_wave_output_ = false;
   SearchKind search_kind_ = SearchKind::new_search;  ///< the narrow prompt's last answer
   double started_ = 0;                               ///< of the run, in seconds since midnight

@@ -69,14 +69,21 @@ void Form1::mnuRemove_Click() {
   file_commands_.remove_files(command_rows());
 }
 
+/// False: the name is not to be typed now. The list may be sorted until it is, so the file is held
+/// by its path.
+bool Form1::ListView2_BeforeLabelEdit(int row) {
+  const auto index = static_cast<std::size_t>(row);
+  if (busy() || !IsWindowEnabled(handle()) || index >= results_.file_count()) return false;
+  edited_path_ = results_.indexed_filename(index);
+  return true;
+}
+
 /// The name typed into a row; no text when that was given up.
-bool Form1::ListView2_AfterLabelEdit(const NMLVDISPINFOW& edit) {
-  if (edit.item.pszText == nullptr || edit.item.iItem < 0 ||
-      std::cmp_greater_equal(edit.item.iItem, results_.file_count())) {
-    return false;
-  }
-  return file_commands_.rename_file(static_cast<std::size_t>(edit.item.iItem),
-                                    win32::narrow(edit.item.pszText));
+bool Form1::ListView2_AfterLabelEdit(const wchar_t* text) {
+  const std::string path = std::exchange(edited_path_, {});
+  const std::size_t row = results_.find_result_index(path);
+  if (text == nullptr || row == results_.file_count()) return false;
+  return file_commands_.rename_file(row, win32::narrow(text));
 }
 
 void Form1::rows_removed(std::ptrdiff_t row) {
@@ -102,7 +109,7 @@ void Form1::viewed_file_changed(ViewedFile what) {
     case ViewedFile::gone:
       viewer_.clear();
       // Who deletes while reading goes on with the next file.
-      PostMessageW(handle(), message_view, 0, 0);
+      request(&Pending::view);
       break;
     case ViewedFile::untouched:
       break;
@@ -112,10 +119,10 @@ void Form1::viewed_file_changed(ViewedFile what) {
 /// Not at once: a label edit ends with the row where it is.
 void Form1::records_changed() {
   ListView2.repaint();
-  PostMessageW(handle(), message_sort, 0, 0);
+  request(&Pending::sort);
 }
 
-/// The Edit menu opens.
+/// The Edit menu, or another one, opens.
 void Form1::mnuEdit_Click() {
   refresh_commands();
 }

@@ -1,7 +1,6 @@
 #include <algorithm>
 
 #include "app/Form1.h"
-#include "app/command_controls.h"
 #include "app/resource.h"
 #include "engine/unicode.h"
 #include "shell/run_texts.h"
@@ -36,23 +35,6 @@ bool covers(HWND window, POINT point) {
 }
 
 }  // namespace
-
-/// Called whenever the rows, their selection or the searching state may have changed.
-void Form1::refresh_commands() {
-  const int selected = ListView2.selected();
-  state_.rows = results_.file_count();
-  state_.row_selected = selected >= 0;
-  state_.finding = viewer_.finding();
-  state_.viewing = viewer_.viewing();
-  state_.row_viewed = state_.viewing && selected == results_.viewed_index;
-  state_.text_selected = viewer_.text_selected();
-  state_.text_marked = state_.viewing && Text1.selection_length() > 0;
-  state_.hyper_current = hyper_.hyper_state() == HyperFind::hyper_current;
-  state_.user_restored = hyper_.hyper_state() == HyperFind::user_restored;
-  show_hyper_captions();
-  if (!state_.searching) cmdSearch.set_text(state_.finding ? "Stop" : "Search");
-  enable_commands(handle(), quick_menu_.handle(), state_);
-}
 
 void Form1::cmdExit_Click() {
   Form_Unload();
@@ -154,13 +136,13 @@ void Form1::ListView2_ColumnClick(int column) {
 /// through its hits.
 void Form1::ListView2_DblClick() {
   const int row = ListView2.selected();
-  if (state_.busy() || row < 0) return;
+  if (busy() || !IsWindowEnabled(handle()) || row < 0) return;
   const auto index = static_cast<std::size_t>(row);
   if (ends_in_wav(results_.record(index).filename)) {
     if (has_wave_output_) win32::play_sound(results_.indexed_filename(index));
-  } else if (command_enabled(IDC_CMDVIEW, state_)) {
+  } else if (can_use(IDC_CMDVIEW)) {
     cmdView_Click();
-  } else if (command_enabled(IDC_CMDFINDNEXT, state_)) {
+  } else if (can_use(IDC_CMDFINDNEXT)) {
     cmdFindNext_Click();
   }
 }
@@ -168,14 +150,14 @@ void Form1::ListView2_DblClick() {
 /// An empty list, and any list during a search, hands the focus on.
 void Form1::ListView2_GotFocus() {
   focus_marker_.list_got_focus();
-  if (!state_.searching && ListView2.row_count() > 0) return;
+  if (!searching_ && ListView2.row_count() > 0) return;
   const bool backwards = GetKeyState(VK_SHIFT) < 0;
   PostMessageW(handle(), WM_NEXTDLGCTL, backwards, FALSE);
 }
 
 /// `position` is on the screen, -1 when the menu key was pressed.
 void Form1::show_context_menu(HWND over, LPARAM position) {
-  if (state_.busy()) return;
+  if (busy() || !IsWindowEnabled(handle())) return;
   if (over == ListView2.handle()) {
     ListView2_MouseUp(position);
     return;

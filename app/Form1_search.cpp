@@ -1,3 +1,4 @@
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,7 +29,7 @@ void Form1::cmdSearch_Click() {
     viewer_.stop();
     return;
   }
-  if (state_.searching) {
+  if (searching_) {
     stop_ = true;
     cmdSearch.set_text("Search");
     return;
@@ -68,8 +69,7 @@ void Form1::start_run(SearchKind kind) {
 }
 
 void Form1::run_search(SearchKind kind, const CriteriaInput& input) {
-  const int selected = ListView2.selected();
-  if (kind == SearchKind::file_search && selected < 0) return;
+  if (kind == SearchKind::file_search && ListView2.selected() < 0) return;
   load_search_criteria(search_, input, services_.page);
   viewer_.criteria_loaded();
   std::vector<FileRecord> listed;
@@ -79,6 +79,10 @@ void Form1::run_search(SearchKind kind, const CriteriaInput& input) {
     results_.setup_new_list();
     ListView2.show_none();
   }
+  struct RunEnd {
+    Form1& form;
+    ~RunEnd() { form.searching_ = form.stop_ = false; }
+  } const end{*this};
   prepare_to_search(kind);
 
   WindowSearchHost host(handle(), results_, stop_);
@@ -87,25 +91,32 @@ void Form1::run_search(SearchKind kind, const CriteriaInput& input) {
     if (kind != SearchKind::file_search) show_progress(search);
   });
   bool selected_matches = false;
-  switch (kind) {
-    case SearchKind::new_search:
-      search.search_files();
-      break;
-    case SearchKind::list_search:
-      search.SearchListboxFiles(listed.size(),
-                                [&](std::size_t i) { return found_file(listed[i]); });
-      break;
-    case SearchKind::file_search:
-      selected_matches = search_selected_file(search, static_cast<std::size_t>(selected));
-      break;
+  try {
+    switch (kind) {
+      case SearchKind::new_search:
+        search.search_files();
+        break;
+      case SearchKind::list_search:
+        search.SearchListboxFiles(listed.size(),
+                                  [&](std::size_t i) { return found_file(listed[i]); });
+        break;
+      case SearchKind::file_search:
+        selected_matches = search_selected_file(search);
+        break;
+    }
+  } catch (const std::bad_alloc&) {
+    stop_ = true;
+    message("There is not enough memory to search on. The files found so far are kept.",
+            "Search Stopped");
   }
   finish_run(kind, search, selected_matches);
 }
 
 /// Brings the file into the viewer first when another one is there.
-bool Form1::search_selected_file(FileSearch& search, std::size_t row) {
-  const bool on_view = viewer_.viewing() && std::cmp_equal(results_.viewed_index, row);
-  if (!on_view && !viewer_.open(row)) return false;
+bool Form1::search_selected_file(FileSearch& search) {
+  const int row = ListView2.selected();
+  const bool on_view = viewer_.viewing() && results_.viewed_index == row;
+  if (!on_view && !viewer_.open(static_cast<std::size_t>(row))) return false;
   const FileRecord record = results_.record(static_cast<std::size_t>(results_.viewed_index));
   return search.search_selected_file(record.filepath, record.filename);
 }
@@ -113,7 +124,7 @@ bool Form1::search_selected_file(FileSearch& search, std::size_t row) {
 /// The searching state: only Stop works.
 void Form1::prepare_to_search(SearchKind kind) {
   stop_ = false;
-  state_.searching = true;
+  searching_ = true;
   Label1.set_text(searching_text);
   tips_.set(Label1.handle(), "");
   Label2.set_text("");
@@ -136,9 +147,10 @@ void Form1::show_progress(const FileSearch& search) {
 }
 
 void Form1::finish_run(SearchKind kind, const FileSearch& search, bool selected_matches) {
-  if (!close_after_run_) {
+  if (!pending_.close) {
     const bool stopped = search_timing(search.stopped());
     if (kind == SearchKind::file_search) {
+      results_.resort_pending = true;
       Label1.set_text(stopped ? "" : selected_file_text(selected_matches));
     } else {
       show_found_files(search);
@@ -146,14 +158,22 @@ void Form1::finish_run(SearchKind kind, const FileSearch& search, bool selected_
     tips_.set(Label1.handle(), unread_tool_tip(search.unread()));
   }
   post_search_restore();
-  if (close_after_run_) {
-    Form_Unload();
-  } else if (kind == SearchKind::file_search) {
+  if (pending_.close) return;  // served now
+  if (kind == SearchKind::file_search) {
     show_selected_file(selected_matches && !search.stopped());
   } else {
     bring_to_front();
+    focus_found_files();
     play_end_sound();
   }
+}
+
+/// The keyboard goes on in the list. Its first row is only marked: which file shows is the user's
+/// choice.
+void Form1::focus_found_files() {
+  if (results_.file_count() == 0) return;
+  ListView2.mark(0);
+  if (IsWindowVisible(handle())) move_focus(ListView2.handle());
 }
 
 /// The end of a search of the file in the viewer: its hits are those of the new criteria now.
@@ -165,7 +185,6 @@ void Form1::show_selected_file(bool matches) {
     viewer_.show_if_pending();
   }
   if (Text1.enabled()) move_focus(Text1.handle());
-  after_find();
 }
 
 /// The end of the timed part of a run. A Stop that was still waiting counts; true when stopped.
@@ -197,7 +216,7 @@ void Form1::show_found_files(const FileSearch& search) {
 }
 
 void Form1::post_search_restore() {
-  state_.searching = false;
+  searching_ = false;
   stop_ = false;
   refresh_commands();
   SetCursor(LoadCursorW(nullptr, IDC_ARROW));

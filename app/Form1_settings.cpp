@@ -71,9 +71,9 @@ void Form1::Form_Unload() {
 /// The close box, the system menu, or another program's wish.
 void Form1::close() {
   if (!IsWindowEnabled(handle())) return;  // a dialog is open
-  if (state_.searching || viewer_.finding()) {
+  if (busy()) {
     mnuStop_Click();
-    close_after_run_ = true;
+    request(&Pending::close);
     return;
   }
   Form_Unload();

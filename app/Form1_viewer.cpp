@@ -1,7 +1,6 @@
 #include <utility>
 
 #include "app/Form1.h"
-#include "app/command_controls.h"
 #include "app/resource.h"
 #include "dialogs/frmFonts.h"
 #include "shell/file_info.h"
@@ -19,11 +18,15 @@ ViewerPane::Window Form1::viewer_window() {
 }
 
 void Form1::wire_viewer() {
+  Text1.before_disable = [this] {
+    leave(Text1.handle());
+    leave(Text1.VScroll1.handle());
+  };
   Text1.wheel = [this](int lines) {
     viewer_.scroll([lines](ViewScroll& view) { view.scroll_lines(lines); });
   };
   Text1.wheel_zoomed = [this](bool larger) {
-    if (command_enabled(ID_MNULARGERFONT, state_)) {
+    if (can_use(ID_MNULARGERFONT)) {
       larger ? mnuLargerFont_Click() : mnuSmallerFont_Click();
     }
   };
@@ -82,26 +85,13 @@ void Form1::row_corrected() {
 void Form1::ListView2_ItemClick(const NMLISTVIEW& change) {
   refresh_commands();
   const bool gained = (change.uNewState & ~change.uOldState & LVIS_SELECTED) != 0;
-  if (gained && !selecting_ && !state_.searching) PostMessageW(handle(), message_view, 0, 0);
+  if (gained && !selecting_ && !searching_) request(&Pending::view);
 }
 
 void Form1::view_selected_row() {
   const int row = ListView2.focused_selected();
-  if (state_.searching || !IsWindowEnabled(handle()) || row < 0) return;
-  if (viewer_.viewing() && row == results_.viewed_index) return;
-  if (viewer_.finding()) {
-    view_again_ = true;
-    viewer_.stop();
-    return;
-  }
+  if (row < 0 || (viewer_.viewing() && row == results_.viewed_index)) return;
   viewer_.show_first_hit(static_cast<std::size_t>(row));
-  after_find();
-}
-
-/// What had to wait for the end of a step of the viewer.
-void Form1::after_find() {
-  if (std::exchange(view_again_, false)) PostMessageW(handle(), message_view, 0, 0);
-  if (close_after_run_) Form_Unload();
 }
 
 /// The list's selection goes back to the viewed file when the focus came from the viewer.
@@ -121,19 +111,16 @@ void Form1::cmdView_Click() {
   if (row < 0) return;
   viewer_.show_first_hit(static_cast<std::size_t>(row));
   if (Text1.enabled()) move_focus(Text1.handle());
-  after_find();
 }
 
 void Form1::cmdFindNext_Click() {
   viewer_.find_next();
   move_focus(viewer_.viewing() ? Text1.handle() : ListView2.handle());
-  after_find();
 }
 
 void Form1::cmdFindPrev_Click() {
   viewer_.find_prev();
   move_focus(viewer_.viewing() ? Text1.handle() : ListView2.handle());
-  after_find();
 }
 
 void Form1::cmdHyper_Click() {

@@ -89,7 +89,8 @@ bool command_enabled(int id, const WindowState& state) {
   return false;
 }
 
-void enable_commands(HWND window, HMENU quick, const WindowState& state) {
+void enable_commands(HWND window, HMENU quick, const WindowState& state,
+                     const std::function<void(HWND)>& leave) {
   const HMENU menu = GetMenu(window);
   for (const CommandControl& control : command_controls()) {
     const bool on = is_enabled(control.command->rule, state);
@@ -100,10 +101,7 @@ void enable_commands(HWND window, HMENU quick, const WindowState& state) {
       win32::enable_entry(quick, control.id, on);
       continue;
     }
-    if (!on && GetFocus() == button) {
-      const HWND search = GetDlgItem(window, IDC_CMDSEARCH);
-      SendMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(search), TRUE);
-    }
+    if (!on) leave(button);
     EnableWindow(button, on);
   }
 }

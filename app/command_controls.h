@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <span>
 
 #include "shell/command_table.h"
@@ -20,8 +21,9 @@ std::span<const CommandControl> command_controls();
 /// Whether the command with this number can be used; false for an unknown number.
 bool command_enabled(int id, const WindowState& state);
 
-/// Enables and disables the buttons of `window` and the entries of its menu and of `quick`. A
-/// button that has the focus gives it to the Search button before it is disabled.
-void enable_commands(HWND window, HMENU quick, const WindowState& state);
+/// Enables and disables the buttons of `window` and the entries of its menu and of `quick`. Before
+/// a button is disabled, `leave` moves the focus on from it.
+void enable_commands(HWND window, HMENU quick, const WindowState& state,
+                     const std::function<void(HWND)>& leave);
 
 }  // namespace tallowmere

@@ -2,11 +2,13 @@
 
 #include <shellapi.h>
 
+#include <cstdlib>
 #include <memory>
 
 #include "app/Form1.h"
 #include "shell/start_folder.h"
 #include "win32/ansi_code_page.h"
+#include "win32/guarded.h"
 #include "win32/message_loop.h"
 #include "win32/program.h"
 #include "win32/registry.h"
@@ -24,10 +26,8 @@ std::string first_argument() {
   return arguments && count > 1 ? tallowmere::win32::narrow(arguments.get()[1]) : std::string();
 }
 
-}  // namespace
-
 // Everything that lives as long as the program is owned here and handed on by reference.
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int show_command) {
+int run_program(int show_command) {
   using namespace tallowmere;
   const CodePage page = win32::ansi_code_page();
   const win32::WinClock clock;
@@ -39,4 +39,10 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int show_command) {
   if (!folder.empty()) form.set_start_folder(folder);
   form.show(show_command);
   return win32::run_message_loop();
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int show_command) {
+  return tallowmere::win32::guarded(EXIT_FAILURE, [=] { return run_program(show_command); });
 }

@@ -1,6 +1,7 @@
 #include "app/result_view.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -22,6 +23,7 @@ constexpr Column columns[result_columns] = {
     {"Name", 180, false}, {"Date", 125, false}, {"Size", 85, true}, {"Folder", 160, false}};
 
 constexpr int last_column = result_columns - 1;
+constexpr UINT_PTR subclass_id = 1;
 
 std::string folded(std::string_view text) {
   std::string result;
@@ -30,6 +32,25 @@ std::string folded(std::string_view text) {
   }
   return result;
 }
+
+/// Hides that Shift is down from what this thread does while it lives.
+class WithoutShift {
+ public:
+  WithoutShift() {
+    GetKeyboardState(before_);
+    BYTE keys[key_count];
+    std::copy(std::begin(before_), std::end(before_), keys);
+    keys[VK_SHIFT] = keys[VK_LSHIFT] = keys[VK_RSHIFT] = 0;
+    SetKeyboardState(keys);
+  }
+  ~WithoutShift() { SetKeyboardState(before_); }
+  WithoutShift(const WithoutShift&) = delete;
+  WithoutShift& operator=(const WithoutShift&) = delete;
+
+ private:
+  static constexpr int key_count = 256;
+  BYTE before_[key_count] = {};
+};
 
 }  // namespace
 
@@ -54,6 +75,23 @@ ResultView::ResultView(HWND window, const ResultList& results, DateFormat format
   for (int i = 0; i < result_columns; ++i) {
     add_column(i, columns[i].caption, columns[i].right_aligned);
   }
+  SetWindowSubclass(window, subclass_proc, subclass_id, 0);
+}
+
+ResultView::~ResultView() {
+  RemoveWindowSubclass(handle(), subclass_proc, subclass_id);
+}
+
+// A name typed with Shift, for "_" or a capital, is no wish to select all rows on the way to it,
+// which Delete would then mean.
+LRESULT CALLBACK ResultView::subclass_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                           UINT_PTR id, DWORD_PTR) {
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(window, subclass_proc, id);
+  if (message != WM_CHAR || GetKeyState(VK_SHIFT) >= 0) {
+    return DefSubclassProc(window, message, wparam, lparam);
+  }
+  const WithoutShift unshifted;
+  return DefSubclassProc(window, message, wparam, lparam);
 }
 
 void ResultView::show_all() const {

@@ -18,6 +18,9 @@ class ResultView : public win32::ListView {
  public:
   /// `window` is an owner-data report view; its form hands on the notifications below.
   ResultView(HWND window, const ResultList& results, DateFormat format);
+  ~ResultView();
+  ResultView(const ResultView&) = delete;
+  ResultView& operator=(const ResultView&) = delete;
 
   /// Shows the records as they are now, none selected, from the top.
   void show_all() const;
@@ -38,6 +41,9 @@ class ResultView : public win32::ListView {
   int LVN_ODFindItem(const NMLVFINDITEMW& request) const;
 
  private:
+  static LRESULT CALLBACK subclass_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                        UINT_PTR id, DWORD_PTR);
+
   const ResultList& results_;
   DateFormat format_;
 };

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "win32/guarded.h"
+
 namespace tallowmere {
 
 namespace {
@@ -164,6 +166,7 @@ void ViewerBox::set_redraw(bool on) {
 }
 
 void ViewerBox::enable(bool on) {
+  if (!on && before_disable) before_disable();
   TextBox::enable(on);
   VScroll1.enable(on);
 }
@@ -191,7 +194,9 @@ LRESULT CALLBACK ViewerBox::subclass_proc(HWND window, UINT message, WPARAM wpar
     RemoveWindowSubclass(window, subclass_proc, id);
     return DefSubclassProc(window, message, wparam, lparam);
   }
-  return reinterpret_cast<ViewerBox*>(box)->handle_message(message, wparam, lparam);
+  return win32::guarded(LRESULT{0}, [=] {
+    return reinterpret_cast<ViewerBox*>(box)->handle_message(message, wparam, lparam);
+  });
 }
 
 LRESULT ViewerBox::handle_message(UINT message, WPARAM wparam, LPARAM lparam) {

@@ -53,6 +53,8 @@ class ViewerBox : public TextFace, public win32::TextBox {
   bool caret_first() const;
 
   // The form sets these; each may be empty.
+  /// The box is about to be disabled: its focus has to go on first.
+  std::function<void()> before_disable;
   std::function<void(int lines)> wheel;           ///< lines to scroll, down when positive
   std::function<void(bool larger)> wheel_zoomed;  ///< the wheel was turned with Ctrl
   /// Before a key moves the caret in this direction, by up to a page.

@@ -41,37 +41,60 @@ void ViewerPane::criteria_loaded() {
   finder_.emplace(make_finder());
 }
 
+bool ViewerPane::make_step(Step kind, const std::function<void()>& work) {
+  if (step_ != Step::none) return false;
+  struct End {
+    Step& step;
+    ~End() { step = Step::none; }
+  } const end{step_};
+  step_ = kind;
+  work();
+  return true;
+}
+
+bool ViewerPane::open(std::size_t row) {
+  bool opened = false;
+  make_step(Step::opening, [&] { opened = viewer_.viewfile(row); });
+  return opened;
+}
+
 void ViewerPane::show_first_hit(std::size_t row) {
-  if (!finding_ && open(row)) find(true);
-  end_step();
+  if (step_ != Step::none) return;
+  if (open(row)) find_next_hit(true);
+  forget_selection();
 }
 
 void ViewerPane::show_if_pending() {
-  if (viewing() && viewer_.chunk_pending) navigation_.show_first_chunk();
-  end_step();
+  const bool shown = make_step(Step::opening, [this] {
+    if (viewing() && viewer_.chunk_pending) navigation_.show_first_chunk();
+  });
+  if (shown) forget_selection();
 }
 
 void ViewerPane::find(bool forward) {
-  if (finding_ || !viewing()) return;
+  if (step_ != Step::none || !viewing()) return;
   if (text_selected_) deselect();
+  find_next_hit(forward);
+  forget_selection();
+}
+
+void ViewerPane::find_next_hit(bool forward) {
   continue_from_view(forward);
   stop_ = false;
   busy_shown_ = false;
   started_ = GetTickCount64();
-  finding_ = true;
-  {
+  make_step(Step::finding, [this, forward] {
     const win32::Hourglass hourglass;
     if (forward) {
       navigation_.find_next(*finder_);
     } else {
       navigation_.find_prev(*finder_);
     }
-  }
-  end_step();
+  });
 }
 
-void ViewerPane::end_step() {
-  finding_ = false;
+/// A hit is selected by the program, not by the user.
+void ViewerPane::forget_selection() {
   text_selected_ = false;
   window_.state_changed();
 }
@@ -87,9 +110,8 @@ void ViewerPane::continue_from_view(bool forward) {
 }
 
 void ViewerPane::scroll(const std::function<void(ViewScroll&)>& move) {
-  if (finding_ || !viewing() || viewer_.chunk_pending) return;
-  move(scroll_);
-  check_selection();
+  if (!viewing() || viewer_.chunk_pending) return;
+  if (make_step(Step::scrolling, [&] { move(scroll_); })) check_selection();
 }
 
 std::string ViewerPane::selected_text() const {
@@ -106,7 +128,7 @@ void ViewerPane::deselect() {
 }
 
 void ViewerPane::check_selection() {
-  if (finding_) return;
+  if (step_ != Step::none) return;
   const std::string text = selected_text();
   text_selected_ = !text.empty() && !finder_->repeats_criteria(text);
   window_.state_changed();

@@ -21,14 +21,16 @@
 namespace tallowmere {
 
 /// The viewer's part of the main window: the file on view, the steps through its hits and what the
-/// user has selected in it. A step through many chunks serves events meanwhile; what those may do
-/// then is up to the window, which asks finding().
+/// user has selected in it. A step through many chunks, and any message, serves events meanwhile;
+/// what those may do then is up to the window, which asks finding(). One step is made at a time: a
+/// call that would begin another one meanwhile does nothing.
 class ViewerPane : private ViewerHost {
  public:
   /// What the main window does for the viewer.
   struct Window {
     HWND handle;
-    std::function<void()> state_changed;                ///< which commands can be used
+    /// Which commands can be used may be another now; also called after every step.
+    std::function<void()> state_changed;
     std::function<void(const FileRecord*)> file_shown;  ///< null: none any more
     std::function<void(std::size_t)> row_corrected;     ///< its facts changed on disk
     std::function<void(std::size_t)> select_row;
@@ -39,19 +41,19 @@ class ViewerPane : private ViewerHost {
              const CodePage& page, Window window);
 
   bool viewing() const { return viewer_.loaded(); }
-  bool finding() const { return finding_; }
+  bool finding() const { return step_ == Step::finding; }
   bool text_selected() const { return text_selected_; }
 
   /// The criteria have been loaded anew; hits are those of these from now on.
   void criteria_loaded();
 
   /// Opens the file of a row; nothing of it shows yet. False, after a message, when it cannot be.
-  bool open(std::size_t row) { return viewer_.viewfile(row); }
+  bool open(std::size_t row);
   /// Opens the file of a row at its first hit.
   void show_first_hit(std::size_t row);
   /// Shows the beginning of a file that is open but not yet to be seen.
   void show_if_pending();
-  /// Steps to another hit. Does nothing during a step.
+  /// Steps to another hit.
   void find_next() { find(true); }
   void find_prev() { find(false); }
   /// Ends the step under way, if there is one.
@@ -71,10 +73,15 @@ class ViewerPane : private ViewerHost {
   void keep_view(const std::function<void()>& change);
 
  private:
+  enum class Step { none, opening, scrolling, finding };
+
   HitFinder make_finder();
+  /// Makes one step unless another one is under way; false when it did not begin.
+  bool make_step(Step kind, const std::function<void()>& work);
   void find(bool forward);
+  void find_next_hit(bool forward);
   void continue_from_view(bool forward);
-  void end_step();
+  void forget_selection();
 
   bool go_on() override;
   void message(std::string_view prompt, std::string_view title, bool exclamation) override;
@@ -95,7 +102,7 @@ class ViewerPane : private ViewerHost {
   std::optional<HitFinder> finder_;  ///< always there; made anew with the criteria
 
   bool text_selected_ = false;
-  bool finding_ = false;
+  Step step_ = Step::none;  ///< the one under way
   bool stop_ = false;
   bool busy_shown_ = false;    ///< this step has taken so long that the window shows it
   std::uint64_t started_ = 0;  ///< of the step, in milliseconds

@@ -5,6 +5,7 @@
 
 #include "shell/geometry.h"
 #include "win32/dialog_template.h"
+#include "win32/guarded.h"
 #include "win32/message_loop.h"
 
 namespace tallowmere::win32 {
@@ -83,6 +84,11 @@ void Form::notify(int id, UINT code, NotifyHandler handler) {
 void Form::show_modal(HWND owner, HWND center_on) {
   if (modal_owner_ != nullptr) return;
   modal_owner_ = owner;
+  // However this ends, the owner is not left disabled.
+  struct End {
+    Form& form;
+    ~End() { form.hide(); }
+  } const end{*this};
   focus_before_ = GetFocus();
   center_over(center_on != nullptr ? center_on : owner);
   EnableWindow(owner, FALSE);
@@ -108,9 +114,8 @@ void Form::hide() {
   // In this order: hiding the active window activates an enabled one, which is to be the owner.
   EnableWindow(owner, TRUE);
   ShowWindow(window_, SW_HIDE);
-  if (focus_before_ != nullptr && (focus_before_ == owner || IsChild(owner, focus_before_))) {
-    SetFocus(focus_before_);
-  }
+  const bool owners = focus_before_ == owner || IsChild(owner, focus_before_);
+  if (focus_before_ != nullptr && owners && IsWindowEnabled(focus_before_)) SetFocus(focus_before_);
   focus_before_ = nullptr;
 }
 
@@ -141,7 +146,13 @@ bool Form::on_message(UINT, WPARAM, LPARAM, LRESULT&) {
   return false;
 }
 
+bool Form::obeys() const {
+  const bool has_owner = GetWindow(window_, GW_OWNER) != nullptr;
+  return IsWindowEnabled(window_) && (!has_owner || IsWindowVisible(window_));
+}
+
 bool Form::run_command(int id, int code) {
+  if (code < EN_SETFOCUS && !obeys()) return true;
   const auto found = commands_.find({id, code});
   if (found == commands_.end()) return false;
   found->second();
@@ -185,7 +196,9 @@ INT_PTR CALLBACK Form::dialog_proc(HWND window, UINT message, WPARAM wparam, LPA
     return FALSE;
   }
   LRESULT result = 0;
-  if (!form->handle_message(message, wparam, lparam, result)) return FALSE;
+  const bool handled =
+      guarded(false, [&] { return form->handle_message(message, wparam, lparam, result); });
+  if (!handled) return FALSE;
   if (answers_directly(message)) return static_cast<INT_PTR>(result);
   SetWindowLongPtrW(window, DWLP_MSGRESULT, static_cast<LONG_PTR>(result));
   return TRUE;

@@ -32,7 +32,9 @@ class Form {
   /// The form that a window is, or null.
   static Form* from(HWND window);
 
-  /// Runs `handler` on WM_COMMAND with this control and notification code (EN_CHANGE, ...).
+  /// Runs `handler` on WM_COMMAND with this control and notification code (EN_CHANGE, ...). A form
+  /// that is disabled, and one with an owner that does not show, runs none but those that its own
+  /// texts cause (EN_*): another click may have been waiting, and any program can send one.
   void command(int id, int code, Handler handler);
   /// Runs `handler` when the button is clicked or the menu entry or its accelerator is chosen.
   void clicked(int id, Handler handler);
@@ -73,6 +75,7 @@ class Form {
  private:
   static INT_PTR CALLBACK dialog_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   bool handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
+  bool obeys() const;
   bool run_command(int id, int code);
 
   HWND window_ = nullptr;

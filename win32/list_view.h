@@ -31,6 +31,8 @@ class ListView : public Control {
   int focused_selected() const {
     return ListView_GetNextItem(handle(), -1, LVNI_FOCUSED | LVNI_SELECTED);
   }
+  /// The row with the focus mark, selected or not; -1 for none.
+  int focused() const { return ListView_GetNextItem(handle(), -1, LVNI_FOCUSED); }
   int selected_count() const { return static_cast<int>(ListView_GetSelectedCount(handle())); }
   /// In ascending order.
   std::vector<std::size_t> selected_rows() const;
@@ -43,6 +45,11 @@ class ListView : public Control {
   /// Selects and focuses this row alone and scrolls it into view; -1 selects none.
   void select_only(int row) const;
 
+  /// Gives this row the focus mark and leaves the selection alone.
+  void mark(int row) const {
+    ListView_SetItemState(handle(), row, LVIS_FOCUSED, LVIS_FOCUSED);
+    ListView_SetSelectionMark(handle(), row);
+  }
   void select_all() const { ListView_SetItemState(handle(), -1, LVIS_SELECTED, LVIS_SELECTED); }
 
   /// Styles LVS_EX_*.

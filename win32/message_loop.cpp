@@ -1,6 +1,7 @@
 #include "win32/message_loop.h"
 
 #include "win32/form.h"
+#include "win32/guarded.h"
 
 namespace tallowmere::win32 {
 
@@ -8,8 +9,9 @@ void dispatch_message(MSG& message) {
   const HWND root = message.hwnd != nullptr ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
   if (root != nullptr) {
     Form* form = Form::from(root);
-    if (form != nullptr && (form->pre_translate(message) || IsDialogMessageW(root, &message))) {
-      return;
+    if (form != nullptr) {
+      if (guarded(true, [&] { return form->pre_translate(message); })) return;
+      if (IsDialogMessageW(root, &message)) return;
     }
   }
   TranslateMessage(&message);

@@ -28,6 +28,8 @@ class MemoryFiles : public FileSystem {
     return file;
   }
 
+  void remove(const std::string& path) { files_.erase(path); }
+
   std::map<std::string, SystemError> folder_errors;  ///< by path with final separator
   std::function<void()> on_read;                     ///< runs before every read
   bool listing_knows_facts = true;

@@ -6,6 +6,7 @@ namespace {
 class Form1ListTest : public Form1Test {
  protected:
   void open_with_list() {
+    if (form) form.reset();
     files.add("C:\\docs\\b.txt", "x needle", 30 * minute);
     files.add("C:\\docs\\C.txt", "needle", 10 * minute);
     files.add("C:\\docs\\a.log", "xxxx needle", 20 * minute);
@@ -51,6 +52,50 @@ TEST_F(Form1ListTest, HeadersAndMenuSortReverseAndKeepTheSelection) {
   EXPECT_EQ(arrows(), "    ");
   choose(ID_MNUSELECTALL);
   EXPECT_EQ(form->ListView2.selected_count(), 3);
+}
+
+TEST_F(Form1ListTest, TheKeyboardGoesFromTheButtonsIntoTheList) {
+  open();
+  form->show(SW_SHOW);
+  const auto press = [this](WPARAM key) {
+    MSG message{GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
+    win32::dispatch_message(message);
+    win32::pump_pending();
+  };
+  for (const WPARAM key : {VK_UP, VK_LEFT, VK_DOWN}) press(key);
+  EXPECT_TRUE(form->cmdSearch.has_focus()) << "the list is empty, and the row does not wrap";
+  press(VK_RIGHT);
+  EXPECT_TRUE(form->cmdExit.has_focus());
+  press(VK_RIGHT);
+  EXPECT_TRUE(form->cmdExit.has_focus());
+  open_with_list();
+  EXPECT_TRUE(form->ListView2.has_focus());
+  EXPECT_EQ(form->ListView2.focused(), 0);
+  EXPECT_EQ(form->ListView2.selected_count(), 0);
+  press(VK_DOWN);
+  EXPECT_EQ(form->ListView2.selected(), 0);
+  EXPECT_EQ(form->results().viewed_index, 0);
+  press(VK_DOWN);
+  EXPECT_EQ(form->ListView2.selected(), 1);
+  form->cmdSearch.focus();
+  press(VK_DOWN);
+  EXPECT_TRUE(form->ListView2.has_focus());
+}
+
+TEST_F(Form1ListTest, TypingAheadWithShiftSelectsOneRow) {
+  open_with_list();
+  form->show(SW_SHOW);
+  form->ListView2.select_only(0);
+  form->ListView2.focus();
+  BYTE keys[256] = {};
+  keys[VK_SHIFT] = 0x80;
+  SetKeyboardState(keys);
+  SendMessageW(form->ListView2.handle(), WM_CHAR, 'C', 1);
+  EXPECT_EQ(form->ListView2.selected(), 2);
+  EXPECT_EQ(form->ListView2.selected_count(), 1);
+  EXPECT_LT(GetKeyState(VK_SHIFT), 0);
+  keys[VK_SHIFT] = 0;
+  SetKeyboardState(keys);
 }
 
 TEST_F(Form1ListTest, TypingAheadFindsNames) {

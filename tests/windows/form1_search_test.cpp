@@ -75,9 +75,10 @@ TEST_F(Form1SearchTest, ClosingTheWindowStopsTheRunFirst) {
     Sleep(15);
   };
   run(SearchKind::new_search, "needle");
+  EXPECT_LT(form->results().file_count(), 100u);
+  EXPECT_FALSE(win32::pump_pending()) << "the program's end was not asked for";
   EXPECT_EQ(form->handle(), nullptr);
   EXPECT_EQ(settings.get_setting("criteria"), "needle");
-  EXPECT_FALSE(win32::pump_pending()) << "the program's end was not asked for";
 }
 
 TEST_F(Form1SearchTest, UnreadFilesStandInTheTipOfTheCount) {
@@ -105,6 +106,47 @@ TEST_F(Form1SearchTest, AReadErrorIsToldAndTheRunGoesOn) {
   }
   EXPECT_TRUE(prompt.ends_with(" - encountered while trying to GET DATA. ")) << prompt;
   EXPECT_EQ(names(), "b.txt ");
+}
+
+TEST_F(Form1SearchTest, WithoutMemoryItKeepsWhatItHasFoundAndGoesOn) {
+  add_three_files();
+  open();
+  int reads = 0;
+  files.on_read = [&] {
+    if (++reads == 2) throw std::bad_alloc();
+  };
+  {
+    const User user("Search Stopped", [](HWND box) { PostMessageW(box, WM_COMMAND, IDOK, 0); });
+    run(SearchKind::new_search, "needle");
+  }
+  EXPECT_EQ(form->results().file_count(), 1u);
+  EXPECT_EQ(form->Label2.text(), "Search Stopped");
+  run(SearchKind::new_search, "needle");
+  EXPECT_EQ(names(), "a.txt b.txt ");
+  // In any other handler: told, and the viewer can be used again.
+  files.on_read = [] { throw std::bad_alloc(); };
+  {
+    const User user("Cannot Go On", [](HWND box) { PostMessageW(box, WM_COMMAND, IDOK, 0); });
+    form->ListView2.select_only(0);
+    win32::pump_pending();
+  }
+  files.on_read = {};
+  EXPECT_FALSE(form->finding());
+  choose(ID_MNUFINDNEXT);
+  EXPECT_EQ(form->Text1.selection().length, 6);
+}
+
+TEST_F(Form1SearchTest, AFileSearchLetsTheCheckedKeySortAfresh) {
+  add_three_files();
+  open();
+  run(SearchKind::new_search, "needle");
+  choose(ID_MNUSORT);
+  form->ListView2.select_only(0);
+  run(SearchKind::file_search, "another");
+  choose(ID_MNUSORT);
+  EXPECT_EQ(names(), "a.txt b.txt ");
+  choose(ID_MNUSORT);
+  EXPECT_EQ(names(), "b.txt a.txt ");
 }
 
 TEST_F(Form1SearchTest, ButtonAndMenuAskFirst) {

@@ -135,6 +135,74 @@ TEST_F(Form1ViewerTest, ALongSearchForAHitCanBeStopped) {
   EXPECT_EQ(form->Text1.selection(), (TextSelection{2, 6}));
 }
 
+TEST_F(Form1ViewerTest, WhatCannotBeginDuringAStepDoesNotEndIt) {
+  list("a needle" + std::string(8 << 20, '.'), "b needle");
+  click_row(0);
+  int reads = 0;
+  files.on_read = [&] {
+    if (++reads != 2) return;  // the step is younger than what shows that it is under way
+    form->ListView2.select_only(1);
+    NMITEMACTIVATE click{};
+    click.hdr = {form->ListView2.handle(), IDC_LISTVIEW2, static_cast<UINT>(NM_DBLCLK)};
+    SendMessageW(form->handle(), WM_NOTIFY, IDC_LISTVIEW2, reinterpret_cast<LPARAM>(&click));
+    for (const int command : {ID_MNUVIEW, ID_MNUFINDPREV, ID_MNUSORT + 2, ID_MNUEXIT}) {
+      choose(command);
+    }
+    EXPECT_TRUE(form->finding());
+    EXPECT_EQ(names(), "a.txt b.txt ");
+  };
+  form->cmdFindNext_Click();
+  EXPECT_LT(reads, 8) << "the new row has not ended the step";
+  files.on_read = {};
+  win32::pump_pending();
+  EXPECT_EQ(shows(), "b needle, b.txt - Tallowmere 32");
+}
+
+TEST_F(Form1ViewerTest, ANameBeingTypedBelongsToItsFileWhereverItsRowGoes) {
+  list("a needle", "b needle, longer");
+  click_row(0);
+  form->ListView2.edit_label();
+  const HWND edit = ListView_GetEditControl(form->ListView2.handle());
+  ASSERT_NE(edit, nullptr);
+  form->mnuSort_Click(2);
+  ASSERT_EQ(names(), "b.txt a.txt ");
+  NMLVDISPINFOW typed{};
+  typed.hdr = {form->ListView2.handle(), IDC_LISTVIEW2, static_cast<UINT>(LVN_ENDLABELEDITW)};
+  wchar_t name[] = L"other.txt";
+  typed.item.pszText = name;
+  std::string told;
+  const User user("Cannot Rename File", [&](HWND box) {  // these files are in memory only
+    told = message_box_text(box);
+    PostMessageW(box, WM_COMMAND, IDOK, 0);
+  });
+  SendMessageW(form->handle(), WM_NOTIFY, IDC_LISTVIEW2, reinterpret_cast<LPARAM>(&typed));
+  EXPECT_TRUE(told.ends_with("C:\\docs\\a.txt")) << told;
+}
+
+TEST_F(Form1ViewerTest, TheFocusIsNeverLost) {
+  std::string lines;
+  for (int i = 0; i < 9000; ++i) lines += "line " + std::to_string(i) + "\r\n";
+  list("needle\r\n" + lines, "b needle");
+  form->show(SW_SHOW);
+  click_row(0);
+  form->Text1.focus();
+  files.remove("C:\\docs\\a.txt");
+  {
+    const User user("Cannot Open File", [](HWND box) { PostMessageW(box, WM_COMMAND, IDOK, 0); });
+    SendMessageW(form->Text1.handle(), WM_KEYDOWN, VK_END, 0);
+    for (int i = 0; i < 100 && form->Text1.enabled(); ++i) {
+      SendMessageW(form->Text1.handle(), WM_KEYDOWN, VK_NEXT, 0);
+    }
+  }
+  EXPECT_FALSE(form->Text1.enabled());
+  EXPECT_TRUE(form->ListView2.has_focus());
+  click_row(1);
+  form->Text1.focus();
+  run(SearchKind::new_search, "nothing of the kind");
+  win32::pump_pending();
+  EXPECT_TRUE(form->cmdSearch.has_focus()) << "the list is empty";
+}
+
 TEST_F(Form1ViewerTest, FontCommandsStayInTheirRangeAndAreKept) {
   open();
   for (int i = 0; i < 30; ++i) choose(ID_MNULARGERFONT);
