@@ -5,11 +5,14 @@ namespace {
 
 class Form1ListTest : public Form1Test {
  protected:
-  void open_with_list() {
-    if (form) form.reset();
+  void add_three() {
     files.add("C:\\docs\\b.txt", "x needle", 30 * minute);
     files.add("C:\\docs\\C.txt", "needle", 10 * minute);
     files.add("C:\\docs\\a.log", "xxxx needle", 20 * minute);
+  }
+
+  void open_with_list() {
+    add_three();
     open();
     run(SearchKind::new_search, "needle");
     ASSERT_EQ(names(), "a.log b.txt C.txt ");
@@ -55,6 +58,7 @@ TEST_F(Form1ListTest, HeadersAndMenuSortReverseAndKeepTheSelection) {
 }
 
 TEST_F(Form1ListTest, TheKeyboardGoesFromTheButtonsIntoTheList) {
+  add_three();
   open();
   form->show(SW_SHOW);
   const auto press = [this](WPARAM key) {
@@ -68,7 +72,7 @@ TEST_F(Form1ListTest, TheKeyboardGoesFromTheButtonsIntoTheList) {
   EXPECT_TRUE(form->cmdExit.has_focus());
   press(VK_RIGHT);
   EXPECT_TRUE(form->cmdExit.has_focus());
-  open_with_list();
+  run(SearchKind::new_search, "needle");
   EXPECT_TRUE(form->ListView2.has_focus());
   EXPECT_EQ(form->ListView2.focused(), 0);
   EXPECT_EQ(form->ListView2.selected_count(), 0);
