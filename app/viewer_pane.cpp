@@ -59,38 +59,41 @@ bool ViewerPane::open(std::size_t row) {
 }
 
 void ViewerPane::show_first_hit(std::size_t row) {
-  if (step_ != Step::none) return;
-  if (open(row)) find_next_hit(true);
-  forget_selection();
+  const bool made = make_step(Step::opening, [&] {
+    if (viewer_.viewfile(row)) find_hit(true);
+  });
+  if (made) forget_selection();
 }
 
 void ViewerPane::show_if_pending() {
-  const bool shown = make_step(Step::opening, [this] {
+  const bool made = make_step(Step::opening, [this] {
     if (viewing() && viewer_.chunk_pending) navigation_.show_first_chunk();
   });
-  if (shown) forget_selection();
+  if (made) forget_selection();
 }
 
 void ViewerPane::find(bool forward) {
-  if (step_ != Step::none || !viewing()) return;
-  if (text_selected_) deselect();
-  find_next_hit(forward);
-  forget_selection();
+  if (!viewing()) return;
+  const bool made = make_step(Step::finding, [this, forward] {
+    if (text_selected_) face_.select(face_.selection().start, 0);
+    continue_from_view(forward);
+    find_hit(forward);
+  });
+  if (made) forget_selection();
 }
 
-void ViewerPane::find_next_hit(bool forward) {
-  continue_from_view(forward);
+/// The part of a step that can take long and be stopped.
+void ViewerPane::find_hit(bool forward) {
+  step_ = Step::finding;
   stop_ = false;
   busy_shown_ = false;
   started_ = GetTickCount64();
-  make_step(Step::finding, [this, forward] {
-    const win32::Hourglass hourglass;
-    if (forward) {
-      navigation_.find_next(*finder_);
-    } else {
-      navigation_.find_prev(*finder_);
-    }
-  });
+  const win32::Hourglass hourglass;
+  if (forward) {
+    navigation_.find_next(*finder_);
+  } else {
+    navigation_.find_prev(*finder_);
+  }
 }
 
 /// A hit is selected by the program, not by the user.

@@ -79,7 +79,7 @@ class ViewerPane : private ViewerHost {
   /// Makes one step unless another one is under way; false when it did not begin.
   bool make_step(Step kind, const std::function<void()>& work);
   void find(bool forward);
-  void find_next_hit(bool forward);
+  void find_hit(bool forward);
   void continue_from_view(bool forward);
   void forget_selection();
 
