@@ -69,8 +69,7 @@ Form1::Form1(const Services& services)
       clipboard_(*this),
       file_commands_(handle(), results_, dialog_context_, *this) {
   find_controls();
-  wire_buttons();
-  wire_menus();
+  wire_commands();
   wire_list();
   wire_viewer();
   set_tool_tips();
@@ -101,67 +100,10 @@ void Form1::find_controls() {
   Line2 = win32::Control(item(IDC_LINE2));
 }
 
-void Form1::command_clicked(int id, Handler handler) {
-  clicked(id, [this, id, handler = std::move(handler)] {
-    if (ListView2.editing_label()) {
-      // The name that is being typed is taken first. That sorts the list, and the command must find
-      // its rows where they are then, not behind a question that it asks.
-      move_focus(ListView2.handle());
-      PostMessageW(handle(), WM_COMMAND, static_cast<WPARAM>(id), 0);
-      return;
-    }
-    if (can_use(id)) handler();
-  });
-}
-
-void Form1::wire_buttons() {
-  command_clicked(IDC_CMDSEARCH, [this] { cmdSearch_Click(); });
-  command_clicked(IDC_CMDVIEW, [this] { cmdView_Click(); });
-  command_clicked(IDC_CMDFINDNEXT, [this] { cmdFindNext_Click(); });
-  command_clicked(IDC_CMDFINDPREV, [this] { cmdFindPrev_Click(); });
-  command_clicked(IDC_CMDLAUNCH, [this] { cmdLaunch_Click(); });
-  command_clicked(IDC_CMDHYPER, [this] { cmdHyper_Click(); });
-  command_clicked(IDC_CMDRESTORE, [this] { cmdRestore_Click(); });
-  command_clicked(IDC_CMDEXIT, [this] { cmdExit_Click(); });
-}
-
-void Form1::wire_menus() {
-  command_clicked(ID_MNUVIEW, [this] { mnuView_Click(); });
-  command_clicked(ID_MNULAUNCH, [this] { mnuLaunch_Click(); });
-  command_clicked(ID_MNUMOVE, [this] { mnuMove_Click(); });
-  command_clicked(ID_MNUCOPY, [this] { mnuCopy_Click(); });
-  command_clicked(ID_MNURENAME, [this] { mnuRename_Click(); });
-  command_clicked(ID_MNUDELETE, [this] { mnuDelete_Click(); });
-  command_clicked(ID_MNUREMOVE, [this] { mnuRemove_Click(); });
-  command_clicked(ID_MNUCOPYTOCLIPBOARD, [this] { mnuCopyToClipboard_Click(); });
-  command_clicked(ID_MNUAPPENDTOCLIPBOARD, [this] { mnuAppendToClipboard_Click(); });
-  command_clicked(ID_MNUCOPYFILENAME, [this] { mnuCopyFilename_Click(); });
-  command_clicked(ID_MNUQCOPY, [this] { mnuQCopy_Click(); });
-  command_clicked(ID_MNUQAPPEND, [this] { mnuQAppend_Click(); });
-  command_clicked(ID_MNUQTIPS, [this] { mnuQTips_Click(); });
-  command_clicked(ID_MNUHINTS, [this] { mnuHints_Click(); });
-  command_clicked(ID_MNUABOUT, [this] { mnuAbout_Click(); });
-  command_clicked(ID_MNUFINDNEXT, [this] { mnuFindNext_Click(); });
-  command_clicked(ID_MNUFINDPREV, [this] { mnuFindPrev_Click(); });
-  command_clicked(ID_MNUHYPER, [this] { mnuHyper_Click(); });
-  command_clicked(ID_MNUQHYPER, [this] { mnuQHyper_Click(); });
-  command_clicked(ID_MNURESTORE, [this] { mnuRestore_Click(); });
-  command_clicked(ID_MNUFONTSTYLE, [this] { mnuFontStyle_Click(); });
-  command_clicked(ID_MNULARGERFONT, [this] { mnuLargerFont_Click(); });
-  command_clicked(ID_MNUSMALLERFONT, [this] { mnuSmallerFont_Click(); });
-  command_clicked(ID_MNUSELECTALL, [this] { mnuSelectAll_Click(); });
-  command_clicked(ID_MNUEXIT, [this] { mnuExit_Click(); });
-  command_clicked(ID_MNUSTART, [this] { mnuStart_Click(); });
-  command_clicked(ID_MNUSTOP, [this] { mnuStop_Click(); });
-  command_clicked(ID_MNUSOUNDON, [this] { mnuSoundOn_Click(); });
-  command_clicked(ID_MNUMINIMIZEON, [this] { mnuMinimizeOn_Click(); });
-  command_clicked(ID_MNUFINDONLAUNCH, [this] { mnuFindOnLaunch_Click(); });
-  for (int i = 0; i < sort_key_count; ++i) {
-    command_clicked(ID_MNUSORT + i, [this, i] { mnuSort_Click(i); });
+void Form1::wire_commands() {
+  for (const Command& command : commands()) {
+    clicked(command.id, [this, &command] { run_command(command); });
   }
-  command_clicked(ID_MNUSEARCHNEW, [this] { mnuSearchNew_Click(); });
-  command_clicked(ID_MNUSEARCHLIST, [this] { mnuSearchList_Click(); });
-  command_clicked(ID_MNUSEARCHFILE, [this] { mnuSearchFile_Click(); });
 }
 
 void Form1::wire_list() {

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,7 +22,7 @@
 #include "engine/search_criteria.h"
 #include "results/result_list.h"
 #include "results/sort_command.h"
-#include "shell/command_table.h"
+#include "shell/command_rules.h"
 #include "shell/focus_marker.h"
 #include "shell/layout.h"
 #include "shell/search_kind.h"
@@ -86,8 +87,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void cmdHyper_Click();
   void cmdRestore_Click();
   void cmdExit_Click();
-  void mnuView_Click();
-  void mnuLaunch_Click();
   void mnuMove_Click();
   void mnuCopy_Click();
   void mnuRename_Click();
@@ -96,14 +95,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void mnuCopyToClipboard_Click();
   void mnuAppendToClipboard_Click();
   void mnuCopyFilename_Click();
-  void mnuQCopy_Click();
-  void mnuQAppend_Click();
-  void mnuFindNext_Click();
-  void mnuFindPrev_Click();
-  void mnuHyper_Click();
-  void mnuQHyper_Click();
-  void mnuRestore_Click();
-  void mnuStart_Click();
   void mnuStop_Click();
   void mnuSearchNew_Click();
   void mnuSearchList_Click();
@@ -119,7 +110,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void mnuSmallerFont_Click();
   void mnuQTips_Click();
   void mnuHints_Click();
-  void mnuAbout_Click();
+  void show_about_form();
 
   ResultView ListView2;
   win32::Button cmdSearch, cmdView, cmdFindNext, cmdFindPrev, cmdLaunch, cmdHyper, cmdRestore,
@@ -146,20 +137,16 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
 
   // Start and end: Form1_settings.cpp.
   void Form_Load();
-  void apply_settings(const ShellState& shell);
-  ShellState current_settings() const;
+  void apply_settings();
   void save();
   void Form_Unload();
   void close();
 
   // Wiring and messages: Form1.cpp.
   void find_controls();
-  void wire_buttons();
-  void wire_menus();
+  void wire_commands();
   void wire_list();
   void set_tool_tips();
-  /// Runs the handler only while the command can be used: other programs can send any command.
-  void command_clicked(int id, Handler handler);
   void wire_label_edit();
   bool Form_KeyDown(WPARAM key);
   bool list_key_down(WPARAM key, bool shift, bool control);
@@ -170,6 +157,17 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   bool set_pointer(LPARAM lparam) const;
 
   // What can be done now: Form1_state.cpp.
+  /// A button or a menu entry.
+  struct Command {
+    int id;
+    EnabledRule rule;
+    void (Form1::*run)();
+  };
+  /// Every command of the window, in the order of the buttons, then of the menus.
+  static std::span<const Command> commands();
+  /// Runs a command if it can be used: other programs can send any.
+  void run_command(const Command& command);
+  void enable(const Command& command, bool on);
   WindowState window_state() const;
   bool busy() const { return searching_ || viewer_.finding(); }
   bool can_use(int command) const;
@@ -183,13 +181,15 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void keep_focus();
 
   // Commands: Form1_commands.cpp.
-  void toggle(int entry);
-  bool is_checked(int entry) const { return win32::entry_checked(GetMenu(handle()), entry); }
+  template <int index>
+  void mnuSort_Click() {
+    mnuSort_Click(index);
+  }
+  void show_toggles();
   void show_sort_order();
   void sort_rows(SortAction action);
   void show_context_menu(HWND over, LPARAM position);
   void pop_up_file_menu(POINT at);
-  bool exit_entry_copies() const;
 
   // The viewer: Form1_viewer.cpp.
   ViewerPane::Window viewer_window();
@@ -218,7 +218,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   bool ListView2_BeforeLabelEdit(int row);
   bool ListView2_AfterLabelEdit(const wchar_t* text);
   void mnuEdit_Click();
-  void show_about_form();
 
   // List events: Form1_commands.cpp.
   void ListView2_ColumnClick(int column);
@@ -261,8 +260,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   win32::PopupMenu quick_menu_;
   win32::ToolTip tips_;
   win32::Font viewer_font_;
-  std::string font_name_;
-  double font_size_ = 0;
+  ShellState shell_;  ///< what the menus show and the settings keep
   LayoutMemory layout_memory_;
 
   SortMenu sort_menu_;
@@ -276,9 +274,10 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   std::int64_t files_searched_ = 0;  ///< by the run that made the list
   std::string edited_path_;          ///< the file whose name is being typed into its row
   Pending pending_;
-  bool searching_ = false;  ///< a run is under way
-  bool selecting_ = false;  ///< the program moves the list's selection, not the user
-  bool stop_ = false;       ///< the run is to end; set from inside its yields
+  bool searching_ = false;    ///< a run is under way
+  bool exit_copies_ = false;  ///< the File menu's last entry reads "C&opy Name" and copies names
+  bool selecting_ = false;    ///< the program moves the list's selection, not the user
+  bool stop_ = false;         ///< the run is to end; set from inside its yields
   bool has_wave_output_ = false;
   SearchKind search_kind_ = SearchKind::new_search;  ///< the narrow prompt's last answer
   double started_ = 0;                               ///< of the run, in seconds since midnight

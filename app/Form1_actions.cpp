@@ -39,11 +39,7 @@ void Form1::cmdLaunch_Click() {
   const int row = ListView2.selected();
   if (row < 0) return;
   launcher_.cmdLaunch_Click(results_.indexed_filename(static_cast<std::size_t>(row)), search_,
-                            is_checked(ID_MNUFINDONLAUNCH));
-}
-
-void Form1::mnuLaunch_Click() {
-  cmdLaunch_Click();
+                            shell_.find_on_launch);
 }
 
 void Form1::mnuMove_Click() {
@@ -135,14 +131,6 @@ void Form1::mnuAppendToClipboard_Click() {
   clipboard_.mnuAppendToClipboard_Click(from_page_bytes(viewer_.selected_text(), services_.page));
 }
 
-void Form1::mnuQCopy_Click() {
-  mnuCopyToClipboard_Click();
-}
-
-void Form1::mnuQAppend_Click() {
-  mnuAppendToClipboard_Click();
-}
-
 void Form1::mnuCopyFilename_Click() {
   if (ListView2.selected_count() < 2) set_list2_index();
   std::vector<std::string> paths;
@@ -160,10 +148,6 @@ void Form1::mnuQTips_Click() {
 void Form1::mnuHints_Click() {
   if (!frmHints_) frmHints_ = std::make_unique<frmHints>(handle());
   frmHints_->show(handle(), handle());
-}
-
-void Form1::mnuAbout_Click() {
-  show_about_form();
 }
 
 void Form1::show_about_form() {

@@ -11,8 +11,6 @@ namespace tallowmere {
 
 namespace {
 
-constexpr char exit_caption[] = "E&xit";
-
 bool ends_in_wav(std::string_view name) {
   return name.size() >= 3 && compare_ignore_case(name.substr(name.size() - 3), "wav") == 0;
 }
@@ -41,20 +39,11 @@ void Form1::cmdExit_Click() {
 }
 
 void Form1::mnuExit_Click() {
-  if (exit_entry_copies()) {
+  if (exit_copies_) {
     mnuCopyFilename_Click();
   } else {
     Form_Unload();
   }
-}
-
-/// Over the list, the File menu's last entry copies names instead of ending the program.
-bool Form1::exit_entry_copies() const {
-  return win32::entry_text(GetMenu(handle()), ID_MNUEXIT) != exit_caption;
-}
-
-void Form1::mnuStart_Click() {
-  cmdSearch_Click();
 }
 
 void Form1::mnuStop_Click() {
@@ -63,19 +52,25 @@ void Form1::mnuStop_Click() {
 }
 
 void Form1::mnuSoundOn_Click() {
-  toggle(ID_MNUSOUNDON);
+  shell_.sound_on = !shell_.sound_on;
+  show_toggles();
 }
 
 void Form1::mnuMinimizeOn_Click() {
-  toggle(ID_MNUMINIMIZEON);
+  shell_.minimize_on = !shell_.minimize_on;
+  show_toggles();
 }
 
 void Form1::mnuFindOnLaunch_Click() {
-  toggle(ID_MNUFINDONLAUNCH);
+  shell_.find_on_launch = !shell_.find_on_launch;
+  show_toggles();
 }
 
-void Form1::toggle(int entry) {
-  win32::check_entry(GetMenu(handle()), entry, !is_checked(entry));
+void Form1::show_toggles() {
+  const HMENU menu = GetMenu(handle());
+  win32::check_entry(menu, ID_MNUSOUNDON, shell_.sound_on);
+  win32::check_entry(menu, ID_MNUMINIMIZEON, shell_.minimize_on);
+  win32::check_entry(menu, ID_MNUFINDONLAUNCH, shell_.find_on_launch);
 }
 
 void Form1::mnuSelectAll_Click() {
@@ -176,10 +171,12 @@ void Form1::ListView2_MouseUp(LPARAM position) {
 void Form1::pop_up_file_menu(POINT at) {
   const HMENU menu = GetMenu(handle());
   win32::set_entry_text(menu, ID_MNUEXIT, "C&opy Name");
-  // The choice is served while the entry still says what it does.
+  exit_copies_ = true;
+  // The choice is served while the entry says what it does.
   const int chosen = win32::choose_from(GetSubMenu(menu, 0), handle(), at);
   if (chosen != 0) SendMessageW(handle(), WM_COMMAND, static_cast<WPARAM>(chosen), 0);
-  if (handle() != nullptr) win32::set_entry_text(menu, ID_MNUEXIT, exit_caption);
+  exit_copies_ = false;
+  if (handle() != nullptr) win32::set_entry_text(menu, ID_MNUEXIT, "E&xit");
 }
 
 }  // namespace tallowmere

@@ -76,7 +76,7 @@ void Form1::place_controls(const MainLayout& layout, int dpi) {
 
 /// A face or size that the system refuses leaves the viewer as it is.
 void Form1::apply_viewer_font() {
-  win32::Font font(font_name_, font_size_, win32::window_dpi(handle()));
+  win32::Font font(shell_.font_name, shell_.font_size, win32::window_dpi(handle()));
   if (!font) return;
   Text1.set_font(font.handle());
   viewer_font_ = std::move(font);

@@ -133,8 +133,7 @@ void Form1::prepare_to_search(SearchKind kind) {
   UpdateWindow(handle());
   Label1.repaint();
   Label2.repaint();
-  if (is_checked(ID_MNUMINIMIZEON) && kind != SearchKind::file_search &&
-      IsWindowVisible(handle())) {
+  if (shell_.minimize_on && kind != SearchKind::file_search && IsWindowVisible(handle())) {
     ShowWindow(handle(), SW_MINIMIZE);
   }
   started_ = clock_.seconds_since_midnight();
@@ -230,7 +229,7 @@ void Form1::bring_to_front() {
 }
 
 void Form1::play_end_sound() const {
-  if (!is_checked(ID_MNUSOUNDON)) return;
+  if (!shell_.sound_on) return;
   if (has_wave_output_) {
     win32::play_sound(services_.program_folder + end_sound);
   } else {

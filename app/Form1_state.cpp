@@ -1,10 +1,64 @@
+#include <algorithm>
 #include <utility>
 
 #include "app/Form1.h"
-#include "app/command_controls.h"
 #include "app/resource.h"
 
 namespace tallowmere {
+
+std::span<const Form1::Command> Form1::commands() {
+  using enum EnabledRule;
+  static constexpr Command table[] = {
+      // The Search button stays: during a search it is the Stop button.
+      {IDC_CMDSEARCH, always, &Form1::cmdSearch_Click},
+      {IDC_CMDVIEW, row_not_viewed, &Form1::cmdView_Click},
+      {IDC_CMDFINDNEXT, viewing, &Form1::cmdFindNext_Click},
+      {IDC_CMDFINDPREV, viewing, &Form1::cmdFindPrev_Click},
+      {IDC_CMDLAUNCH, row_selected, &Form1::cmdLaunch_Click},
+      {IDC_CMDHYPER, hyper_find, &Form1::cmdHyper_Click},
+      {IDC_CMDRESTORE, restore_find, &Form1::cmdRestore_Click},
+      {IDC_CMDEXIT, not_busy, &Form1::cmdExit_Click},
+      {ID_MNUVIEW, row_not_viewed, &Form1::cmdView_Click},
+      {ID_MNULAUNCH, row_selected, &Form1::cmdLaunch_Click},
+      {ID_MNUMOVE, list_not_empty, &Form1::mnuMove_Click},
+      {ID_MNUCOPY, list_not_empty, &Form1::mnuCopy_Click},
+      {ID_MNURENAME, list_not_empty, &Form1::mnuRename_Click},
+      {ID_MNUDELETE, list_not_empty, &Form1::mnuDelete_Click},
+      {ID_MNUREMOVE, list_not_empty, &Form1::mnuRemove_Click},
+      {ID_MNUSELECTALL, list_not_empty, &Form1::mnuSelectAll_Click},
+      {ID_MNUEXIT, not_busy, &Form1::mnuExit_Click},
+      {ID_MNUCOPYTOCLIPBOARD, text_marked, &Form1::mnuCopyToClipboard_Click},
+      {ID_MNUAPPENDTOCLIPBOARD, text_marked, &Form1::mnuAppendToClipboard_Click},
+      {ID_MNUCOPYFILENAME, list_not_empty, &Form1::mnuCopyFilename_Click},
+      {ID_MNUFINDNEXT, viewing, &Form1::cmdFindNext_Click},
+      {ID_MNUFINDPREV, viewing, &Form1::cmdFindPrev_Click},
+      {ID_MNUHYPER, hyper_find, &Form1::cmdHyper_Click},
+      {ID_MNURESTORE, restore_find, &Form1::cmdRestore_Click},
+      {ID_MNUSTART, not_busy, &Form1::cmdSearch_Click},
+      {ID_MNUSTOP, busy, &Form1::mnuStop_Click},
+      {ID_MNUSOUNDON, always, &Form1::mnuSoundOn_Click},
+      {ID_MNUMINIMIZEON, not_busy, &Form1::mnuMinimizeOn_Click},
+      {ID_MNUFINDONLAUNCH, always, &Form1::mnuFindOnLaunch_Click},
+      {ID_MNUFONTSTYLE, not_busy, &Form1::mnuFontStyle_Click},
+      {ID_MNULARGERFONT, not_busy, &Form1::mnuLargerFont_Click},
+      {ID_MNUSMALLERFONT, not_busy, &Form1::mnuSmallerFont_Click},
+      {ID_MNUSORT, not_busy, &Form1::mnuSort_Click<0>},
+      {ID_MNUSORT + 1, not_busy, &Form1::mnuSort_Click<1>},
+      {ID_MNUSORT + 2, not_busy, &Form1::mnuSort_Click<2>},
+      {ID_MNUSORT + 3, not_busy, &Form1::mnuSort_Click<3>},
+      {ID_MNUSORT + 4, not_busy, &Form1::mnuSort_Click<4>},
+      {ID_MNUQTIPS, not_busy, &Form1::mnuQTips_Click},
+      {ID_MNUHINTS, not_busy, &Form1::mnuHints_Click},
+      {ID_MNUABOUT, not_busy, &Form1::show_about_form},
+      {ID_MNUQCOPY, text_marked, &Form1::mnuCopyToClipboard_Click},
+      {ID_MNUQAPPEND, text_marked, &Form1::mnuAppendToClipboard_Click},
+      {ID_MNUQHYPER, hyper_find, &Form1::cmdHyper_Click},
+      {ID_MNUSEARCHNEW, not_busy, &Form1::mnuSearchNew_Click},
+      {ID_MNUSEARCHLIST, list_not_empty, &Form1::mnuSearchList_Click},
+      {ID_MNUSEARCHFILE, row_selected, &Form1::mnuSearchFile_Click},
+  };
+  return table;
+}
 
 /// What the rules of the commands ask about, as it is at this moment.
 WindowState Form1::window_state() const {
@@ -23,8 +77,32 @@ WindowState Form1::window_state() const {
   return state;
 }
 
-bool Form1::can_use(int command) const {
-  return command_enabled(command, window_state());
+bool Form1::can_use(int id) const {
+  const auto command = std::ranges::find(commands(), id, &Command::id);
+  return command != commands().end() && is_enabled(command->rule, window_state());
+}
+
+void Form1::run_command(const Command& command) {
+  if (ListView2.editing_label()) {
+    // The name that is being typed is taken first. That sorts the list, and the command must find
+    // its rows where they are then, not behind a question that it asks.
+    move_focus(ListView2.handle());
+    PostMessageW(handle(), WM_COMMAND, static_cast<WPARAM>(command.id), 0);
+    return;
+  }
+  if (is_enabled(command.rule, window_state())) (this->*command.run)();
+}
+
+void Form1::enable(const Command& command, bool on) {
+  const HWND button = item(command.id);
+  if (button == nullptr) {
+    // The menu that lacks the entry ignores the call.
+    win32::enable_entry(GetMenu(handle()), command.id, on);
+    win32::enable_entry(quick_menu_.handle(), command.id, on);
+    return;
+  }
+  if (!on) leave(button);
+  EnableWindow(button, on);
 }
 
 /// Only paints: whether a command can be used is asked when it comes. Called whenever the rows,
@@ -32,8 +110,8 @@ bool Form1::can_use(int command) const {
 void Form1::refresh_commands() {
   show_hyper_captions();
   if (!searching_) cmdSearch.set_text(viewer_.finding() ? "Stop" : "Search");
-  enable_commands(handle(), quick_menu_.handle(), window_state(),
-                  [this](HWND control) { leave(control); });
+  const WindowState state = window_state();
+  for (const Command& command : commands()) enable(command, is_enabled(command.rule, state));
   keep_focus();
   if (pending_.any()) PostMessageW(handle(), message_pending, 0, 0);
 }

@@ -153,45 +153,21 @@ void Form1::show_hyper_captions() {
   win32::set_entry_text(quick_menu_.handle(), ID_MNUQHYPER, caption);
 }
 
-void Form1::mnuView_Click() {
-  cmdView_Click();
-}
-
-void Form1::mnuFindNext_Click() {
-  cmdFindNext_Click();
-}
-
-void Form1::mnuFindPrev_Click() {
-  cmdFindPrev_Click();
-}
-
-void Form1::mnuHyper_Click() {
-  cmdHyper_Click();
-}
-
-void Form1::mnuQHyper_Click() {
-  cmdHyper_Click();
-}
-
-void Form1::mnuRestore_Click() {
-  cmdRestore_Click();
-}
-
 void Form1::mnuFontStyle_Click() {
-  if (font_dialog().ask(font_name_, font_size_)) set_viewer_font();
+  if (font_dialog().ask(shell_.font_name, shell_.font_size)) set_viewer_font();
 }
 
 void Form1::mnuLargerFont_Click() {
-  use_font_size(larger_size(font_size_));
+  use_font_size(larger_size(shell_.font_size));
 }
 
 void Form1::mnuSmallerFont_Click() {
-  use_font_size(smaller_size(font_size_));
+  use_font_size(smaller_size(shell_.font_size));
 }
 
 void Form1::use_font_size(double points) {
-  if (points == font_size_) return;
-  font_size_ = points;
+  if (points == shell_.font_size) return;
+  shell_.font_size = points;
   set_viewer_font();
 }
 

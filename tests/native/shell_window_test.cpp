@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/command_table.h"
+#include "shell/command_rules.h"
 #include "shell/folder_tree.h"
 #include "shell/layout.h"
 #include "shell/run_texts.h"
@@ -86,65 +86,46 @@ TEST(Layout, MemoryNoticesChangesOnly) {
   EXPECT_TRUE(memory.changed({0, 0, 0, 1}));
 }
 
-std::set<std::string> enabled(const WindowState& state) {
-  std::set<std::string> names;
-  for (const Command& command : command_table()) {
-    if (is_enabled(command.rule, state)) names.emplace(command.name);
+std::set<EnabledRule> enabled(const WindowState& state) {
+  std::set<EnabledRule> rules;
+  for (int i = 0; i <= static_cast<int>(EnabledRule::text_marked); ++i) {
+    if (is_enabled(EnabledRule{i}, state)) rules.insert(EnabledRule{i});
   }
-  return names;
+  return rules;
 }
 
-TEST(CommandTable, WhatIsEnabledWhen) {
-  const std::set<std::string> idle{
-      "cmdSearch",     "cmdExit",      "mnuExit",       "mnuStart",      "mnuSoundOn",
-      "mnuMinimizeOn", "mnuSort0",     "mnuSort1",      "mnuSort2",      "mnuSort3",
-      "mnuSort4",      "mnuQTips",     "mnuHints",      "mnuAbout",      "mnuFindOnLaunch",
-      "mnuSearchNew",  "mnuFontStyle", "mnuLargerFont", "mnuSmallerFont"};
+TEST(CommandRules, WhatIsEnabledWhen) {
+  using enum EnabledRule;
   WindowState state;
-  EXPECT_EQ(enabled(state), idle);
-  std::set<std::string> expected = idle;
+  std::set<EnabledRule> expected{always, not_busy};
+  EXPECT_EQ(enabled(state), expected);
   state.rows = 3;
-  expected.insert({"mnuSearchList", "mnuSelectAll", "mnuMove", "mnuCopy", "mnuRename", "mnuDelete",
-                   "mnuRemove", "mnuCopyFilename"});
+  expected.insert(list_not_empty);
   EXPECT_EQ(enabled(state), expected);
   state.row_selected = true;
-  expected.insert({"mnuSearchFile", "cmdView", "mnuView", "cmdLaunch", "mnuLaunch"});
+  expected.insert({row_selected, row_not_viewed});
   EXPECT_EQ(enabled(state), expected);
   state.row_viewed = state.viewing = true;
-  for (const char* view : {"cmdView", "mnuView"}) expected.erase(view);
-  expected.insert({"cmdFindNext", "mnuFindNext", "cmdFindPrev", "mnuFindPrev"});
-  EXPECT_EQ(enabled(state), expected);
-  const std::set<std::string> hyper{"cmdHyper", "mnuHyper", "mnuQHyper"};
-  const std::set<std::string> restore{"cmdRestore", "mnuRestore"};
+  expected.erase(row_not_viewed);
+  expected.insert(viewing);
   for (const bool selected : {false, true}) {
     for (const int hyper_state : {0, 1, 2}) {
       state.text_selected = selected;
       state.hyper_current = hyper_state == 1;
       state.user_restored = hyper_state == 2;
-      std::set<std::string> with = expected;
-      if (selected || hyper_state == 2) with.insert(hyper.begin(), hyper.end());
-      if (hyper_state == 1) with.insert(restore.begin(), restore.end());
+      std::set<EnabledRule> with = expected;
+      if (selected || hyper_state == 2) with.insert(hyper_find);
+      if (hyper_state == 1) with.insert(restore_find);
       EXPECT_EQ(enabled(state), with) << selected << hyper_state;
     }
   }
   state.text_marked = true;
-  for (const char* name :
-       {"mnuCopyToClipboard", "mnuAppendToClipboard", "mnuQCopy", "mnuQAppend"}) {
-    EXPECT_EQ(enabled(state).count(name), 1u) << name;
-    EXPECT_EQ(expected.count(name), 0u) << name;
-  }
-  const std::set<std::string> busy{"cmdSearch", "mnuStop", "mnuSoundOn", "mnuFindOnLaunch"};
+  EXPECT_TRUE(enabled(state).contains(text_marked));
   state.searching = true;
-  EXPECT_EQ(enabled(state), busy);
+  EXPECT_EQ(enabled(state), (std::set{always, busy}));
   state.searching = false;
   state.finding = true;
-  EXPECT_EQ(enabled(state), busy);
-
-  std::set<std::string_view> names;
-  for (const Command& command : command_table()) {
-    EXPECT_TRUE(names.insert(command.name).second) << command.name;
-  }
-  EXPECT_EQ(find_command("mnuSort"), nullptr);
+  EXPECT_EQ(enabled(state), (std::set{always, busy}));
 }
 
 TEST(RunTexts, CountsAndTiming) {

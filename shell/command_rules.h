@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <span>
-#include <string_view>
 
 namespace tallowmere {
 
@@ -37,18 +35,7 @@ enum class EnabledRule {
   text_marked
 };
 
-/// One button or menu entry of the main window.
-struct Command {
-  std::string_view name;  ///< of the control; the five sort entries are mnuSort0 to mnuSort4
-  EnabledRule rule;
-};
-
-/// Every command of the main window, in the order of the buttons, then of the menus.
-std::span<const Command> command_table();
-
-/// The command of this name, null when there is none.
-const Command* find_command(std::string_view name);
-
+/// Whether a command with this rule can be used in this state.
 bool is_enabled(EnabledRule rule, const WindowState& state);
 
 }  // namespace tallowmere
