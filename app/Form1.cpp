@@ -64,6 +64,7 @@ Form1::Form1(const Services& services)
       quick_menu_(IDR_QUICK),
       tips_(handle()),
       viewer_(Text1, results_, services.files, services.search, services.page, viewer_window()),
+      run_(run_window(), run_services()),
       hyper_caption_(hyper_.caption(false)),
       launcher_(*this, services.page),
       clipboard_(*this),

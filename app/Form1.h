@@ -12,12 +12,12 @@
 #include "actions/file_commands.h"
 #include "actions/launcher.h"
 #include "app/result_view.h"
+#include "app/search_run.h"
 #include "app/viewer_box.h"
 #include "app/viewer_pane.h"
 #include "dialogs/dialog_context.h"
 #include "engine/code_page.h"
 #include "engine/date_time.h"
-#include "engine/file_search.h"
 #include "engine/file_system.h"
 #include "engine/search_criteria.h"
 #include "results/result_list.h"
@@ -71,7 +71,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   /// until the run has ended. A file search tests the selected row and needs one.
   void run_search(SearchKind kind, const CriteriaInput& input);
 
-  bool searching() const { return searching_; }
+  bool searching() const { return run_.running(); }
   bool finding() const { return viewer_.finding(); }
   const ResultList& results() const { return results_; }
   SortKey sort_type() const { return sort_menu_.sort_type(); }
@@ -169,7 +169,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void run_command(const Command& command);
   void enable(const Command& command, bool on);
   WindowState window_state() const;
-  bool busy() const { return searching_ || viewer_.finding(); }
+  bool busy() const { return searching() || viewer_.finding(); }
   bool can_use(int command) const;
   void refresh_commands();
   /// Notes something in `pending_` and serves it as soon as it can be.
@@ -236,16 +236,8 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   // The search run: Form1_search.cpp.
   bool choose_kind(SearchKind& kind);
   void start_run(SearchKind kind);
-  void prepare_to_search(SearchKind kind);
-  void show_progress(const FileSearch& search);
-  void finish_run(SearchKind kind, const FileSearch& search, bool selected_matches);
-  bool search_timing(bool stopped);
-  bool search_selected_file(FileSearch& search);
-  void show_selected_file(bool matches);
-  void show_found_files(const FileSearch& search);
-  void post_search_restore();
-  void bring_to_front();
-  void focus_found_files();
+  SearchRun::Window run_window();
+  SearchRun::Services run_services();
   void play_end_sound() const;
   frmNarrow& narrow_prompt();
   frmSearchFor& search_dialog();
@@ -265,22 +257,19 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
 
   SortMenu sort_menu_;
   ViewerPane viewer_;
+  SearchRun run_;
   HyperFind hyper_;
   std::string_view hyper_caption_;  ///< what the button and the menus say now
   FocusMarker focus_marker_;
   Launcher launcher_;
   ClipboardCommands clipboard_;
   FileCommands file_commands_;
-  std::int64_t files_searched_ = 0;  ///< by the run that made the list
-  std::string edited_path_;          ///< the file whose name is being typed into its row
+  std::string edited_path_;  ///< the file whose name is being typed into its row
   Pending pending_;
-  bool searching_ = false;    ///< a run is under way
   bool exit_copies_ = false;  ///< the File menu's last entry reads "C&opy Name" and copies names
   bool selecting_ = false;    ///< the program moves the list's selection, not the user
-  bool stop_ = false;         ///< the run is to end; set from inside its yields
   bool has_wave_output_ = false;
   SearchKind search_kind_ = SearchKind::new_search;  ///< the narrow prompt's last answer
-  double started_ = 0;                               ///< of the run, in seconds since midnight
 
   std::unique_ptr<frmAbout> frmAbout_;
   std::unique_ptr<frmFonts> frmFonts_;

@@ -85,7 +85,8 @@ bool Form1::ListView2_AfterLabelEdit(const wchar_t* text) {
 void Form1::rows_removed(std::ptrdiff_t row) {
   ListView2.show_all();
   select_row(static_cast<int>(row));
-  Label1.set_text(finished_text(static_cast<std::int64_t>(results_.file_count()), files_searched_));
+  Label1.set_text(
+      finished_text(static_cast<std::int64_t>(results_.file_count()), run_.files_searched()));
   if (results_.file_count() == 0) viewer_.clear();
   refresh_commands();
 }

@@ -47,7 +47,7 @@ void Form1::mnuExit_Click() {
 }
 
 void Form1::mnuStop_Click() {
-  stop_ = true;
+  run_.stop();
   viewer_.stop();
 }
 
@@ -145,7 +145,7 @@ void Form1::ListView2_DblClick() {
 /// An empty list, and any list during a search, hands the focus on.
 void Form1::ListView2_GotFocus() {
   focus_marker_.list_got_focus();
-  if (!searching_ && ListView2.row_count() > 0) return;
+  if (!searching() && ListView2.row_count() > 0) return;
   const bool backwards = GetKeyState(VK_SHIFT) < 0;
   PostMessageW(handle(), WM_NEXTDLGCTL, backwards, FALSE);
 }

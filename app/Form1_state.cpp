@@ -64,7 +64,7 @@ std::span<const Form1::Command> Form1::commands() {
 WindowState Form1::window_state() const {
   const int selected = ListView2.selected();
   WindowState state;
-  state.searching = searching_;
+  state.searching = searching();
   state.finding = viewer_.finding();
   state.rows = results_.file_count();
   state.row_selected = selected >= 0;
@@ -109,7 +109,7 @@ void Form1::enable(const Command& command, bool on) {
 /// their selection, the viewer or the run may have changed.
 void Form1::refresh_commands() {
   show_hyper_captions();
-  if (!searching_) cmdSearch.set_text(viewer_.finding() ? "Stop" : "Search");
+  if (!searching()) cmdSearch.set_text(viewer_.finding() ? "Stop" : "Search");
   const WindowState state = window_state();
   for (const Command& command : commands()) enable(command, is_enabled(command.rule, state));
   keep_focus();
@@ -142,7 +142,7 @@ void Form1::serve_pending() {
 }
 
 HWND Form1::focus_target() const {
-  const bool list_is_of_use = results_.file_count() > 0 && !searching_;
+  const bool list_is_of_use = results_.file_count() > 0 && !searching();
   return list_is_of_use ? ListView2.handle() : cmdSearch.handle();
 }
 

@@ -85,7 +85,7 @@ void Form1::row_corrected() {
 void Form1::ListView2_ItemClick(const NMLISTVIEW& change) {
   refresh_commands();
   const bool gained = (change.uNewState & ~change.uOldState & LVIS_SELECTED) != 0;
-  if (gained && !selecting_ && !searching_) request(&Pending::view);
+  if (gained && !selecting_ && !searching()) request(&Pending::view);
 }
 
 void Form1::view_selected_row() {

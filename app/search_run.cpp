@@ -1,0 +1,203 @@
+#include "app/search_run.h"
+
+#include <new>
+#include <utility>
+#include <vector>
+
+#include "app/window_search_host.h"
+#include "shell/run_texts.h"
+#include "win32/message_loop.h"
+
+namespace tallowmere {
+
+namespace {
+
+constexpr std::uint64_t sort_event_interval_ms = 20;
+
+FoundFile found_file(const FileRecord& record) {
+  return {record.filepath, record.filename, {record.filedate, record.filesize}};
+}
+
+/// The running state ends however the run does.
+struct RunEnd {
+  bool& running;
+  ~RunEnd() { running = false; }
+};
+
+}  // namespace
+
+SearchRun::SearchRun(Window window, Services services)
+    : window_(std::move(window)),
+      services_(std::move(services)),
+      results_(services_.results),
+      viewer_(services_.viewer) {}
+
+void SearchRun::search_new(const CriteriaInput& input) {
+  load(input);
+  search_files([](FileSearch& search) { search.search_files(); });
+}
+
+void SearchRun::search_list(const CriteriaInput& input) {
+  load(input);
+  const std::vector<FileRecord> listed = results_.take_records();
+  search_files([&listed](FileSearch& search) {
+    search.SearchListboxFiles(listed.size(), [&](std::size_t i) { return found_file(listed[i]); });
+  });
+}
+
+void SearchRun::load(const CriteriaInput& input) {
+  load_search_criteria(services_.search, input, services_.page);
+  viewer_.criteria_loaded();
+}
+
+/// A run that makes a new list.
+void SearchRun::search_files(const std::function<void(FileSearch&)>& test) {
+  const RunEnd end{running_};
+  viewer_.clear();
+  results_.setup_new_list();
+  window_.ListView2.show_none();
+  prepare_to_search();
+  if (services_.shell.minimize_on && IsWindowVisible(window_.form.handle())) {
+    ShowWindow(window_.form.handle(), SW_MINIMIZE);
+  }
+  WindowSearchHost host(window_.form.handle(), results_, stop_);
+  FileSearch search(services_.search, services_.page, services_.files, services_.clock, host);
+  host.set_progress([&] { show_progress(search); });
+  go_through([&] { test(search); });
+  if (!window_.closing()) {
+    search_timing(search.stopped());
+    show_found_files(search);
+    window_.tips.set(window_.Label1.handle(), unread_tool_tip(search.unread()));
+  }
+  post_search_restore();
+  if (window_.closing()) return;
+  bring_to_front();
+  focus_found_files();
+  services_.play_end_sound();
+}
+
+void SearchRun::search_file(const CriteriaInput& input, std::size_t row) {
+  const RunEnd end{running_};
+  load(input);
+  prepare_to_search();
+  WindowSearchHost host(window_.form.handle(), results_, stop_);
+  FileSearch search(services_.search, services_.page, services_.files, services_.clock, host);
+  bool matches = false;
+  go_through([&] { matches = search_selected_file(search, row); });
+  if (!window_.closing()) {
+    const bool stopped = search_timing(search.stopped());
+    matches = matches && !stopped;
+    results_.resort_pending = true;
+    window_.Label1.set_text(stopped ? "" : selected_file_text(matches));
+    window_.tips.set(window_.Label1.handle(), unread_tool_tip(search.unread()));
+  }
+  post_search_restore();
+  if (!window_.closing()) show_selected_file(matches);
+}
+
+/// Brings the file into the viewer first when another one is there.
+bool SearchRun::search_selected_file(FileSearch& search, std::size_t row) {
+  const bool on_view = viewer_.viewing() && std::cmp_equal(results_.viewed_index, row);
+  if (!on_view && !viewer_.open(row)) return false;
+  const FileRecord record = results_.record(static_cast<std::size_t>(results_.viewed_index));
+  return search.search_selected_file(record.filepath, record.filename);
+}
+
+/// The searching state: only Stop works.
+void SearchRun::prepare_to_search() {
+  stop_ = false;
+  running_ = true;
+  window_.Label1.set_text(searching_text);
+  window_.tips.set(window_.Label1.handle(), "");
+  window_.Label2.set_text("");
+  window_.cmdSearch.set_text("Stop");
+  window_.state_changed();
+  UpdateWindow(window_.form.handle());
+  window_.Label1.repaint();
+  window_.Label2.repaint();
+  started_ = services_.clock.seconds_since_midnight();
+}
+
+/// Without memory, what was found so far is kept.
+void SearchRun::go_through(const std::function<void()>& search) {
+  try {
+    search();
+  } catch (const std::bad_alloc&) {
+    stop_ = true;
+    window_.message("There is not enough memory to search on. The files found so far are kept.",
+                    search_stopped_text);
+  }
+}
+
+void SearchRun::show_progress(const FileSearch& search) {
+  window_.ListView2.show_more();
+  window_.Label2.set_text(
+      count_text(static_cast<std::int64_t>(results_.file_count()), search.files_searched()));
+}
+
+/// The end of the timed part of a run. A Stop that was still waiting counts; true when stopped.
+bool SearchRun::search_timing(bool stopped) {
+  const double elapsed = elapsed_seconds(started_, services_.clock.seconds_since_midnight());
+  window_.cmdSearch.set_text("Search");
+  window_.cmdSearch.repaint();
+  win32::pump_pending();
+  stopped = stopped || stop_;
+  window_.Label2.set_text(timing_text(stopped, elapsed));
+  return stopped;
+}
+
+/// Sorts the files found, while events are served, and fills the list with them.
+void SearchRun::show_found_files(const FileSearch& search) {
+  results_.matched_count = search.files_matched();
+  if (results_.matched_count > quick_run_matches) {
+    window_.Label1.set_text(sorting_found_text);
+    window_.Label1.repaint();
+  }
+  TickGate events(sort_event_interval_ms);
+  sort_after_search(services_.sort_menu, results_, [&events] {
+    if (events.due(GetTickCount64())) win32::pump_pending();
+  });
+  window_.ListView2.show_all();
+  window_.show_sort_order();
+  files_searched_ = search.files_searched();
+  window_.Label1.set_text(
+      finished_text(static_cast<std::int64_t>(results_.file_count()), files_searched_));
+}
+
+/// The end of a search of the file in the viewer: its hits are those of the new criteria now.
+void SearchRun::show_selected_file(bool matches) {
+  if (!viewer_.viewing()) return;
+  if (matches) {
+    viewer_.show_first_hit(static_cast<std::size_t>(results_.viewed_index));
+  } else {
+    viewer_.show_if_pending();
+  }
+  if (window_.Text1.enabled()) window_.form.move_focus(window_.Text1.handle());
+}
+
+void SearchRun::post_search_restore() {
+  running_ = false;
+  stop_ = false;
+  window_.state_changed();
+  SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+}
+
+/// The window may have been minimised meanwhile, or another one be in front. Where the system does
+/// not allow it to come to the front, the button on the task bar flashes.
+void SearchRun::bring_to_front() {
+  if (!IsWindowVisible(window_.form.handle())) return;
+  if (IsIconic(window_.form.handle())) ShowWindow(window_.form.handle(), SW_RESTORE);
+  SetForegroundWindow(window_.form.handle());
+}
+
+/// The keyboard goes on in the list. Its first row is only marked: which file shows is the user's
+/// choice.
+void SearchRun::focus_found_files() {
+  if (results_.file_count() == 0) return;
+  window_.ListView2.mark(0);
+  if (IsWindowVisible(window_.form.handle())) {
+    window_.form.move_focus(window_.ListView2.handle());
+  }
+}
+
+}  // namespace tallowmere

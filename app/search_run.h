@@ -1,0 +1,95 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+#include "app/result_view.h"
+#include "app/viewer_box.h"
+#include "app/viewer_pane.h"
+#include "engine/code_page.h"
+#include "engine/date_time.h"
+#include "engine/file_search.h"
+#include "engine/search_criteria.h"
+#include "results/result_list.h"
+#include "results/sort_command.h"
+#include "shell/settings.h"
+#include "win32/controls.h"
+#include "win32/form.h"
+#include "win32/tooltip.h"
+
+namespace tallowmere {
+
+/// The search runs of the main window, one at a time: how they start, what shows while they go on
+/// and how they end. A run serves events; running() is then true, and only Stop works.
+class SearchRun {
+ public:
+  /// Where a run shows itself, and what the main window does for it.
+  struct Window {
+    win32::Form& form;
+    const ResultView& ListView2;
+    const ViewerBox& Text1;
+    const win32::Button& cmdSearch;
+    const win32::Label& Label1;
+    const win32::Label& Label2;
+    win32::ToolTip& tips;
+    std::function<void()> state_changed;  ///< which commands can be used may be another now
+    std::function<bool()> closing;        ///< the window was closed and goes when the run has ended
+    std::function<void()> show_sort_order;
+    std::function<void(std::string_view prompt, std::string_view title)> message;
+  };
+
+  /// What a run works with. All of it outlives the runs.
+  struct Services {
+    SearchCriteria& search;
+    FileSystem& files;
+    const Clock& clock;
+    const CodePage& page;
+    ResultList& results;
+    ViewerPane& viewer;
+    const SortMenu& sort_menu;
+    const ShellState& shell;
+    std::function<void()> play_end_sound;
+  };
+
+  SearchRun(Window window, Services services);
+
+  /// Searches the folders, or the files listed, and lists those that match. Returns at the end.
+  void search_new(const CriteriaInput& input);
+  void search_list(const CriteriaInput& input);
+  /// Tests the file of this row, which comes into the viewer; the list stays.
+  void search_file(const CriteriaInput& input, std::size_t row);
+
+  bool running() const { return running_; }
+  /// Ends the run under way, from inside one of its yields.
+  void stop() { stop_ = true; }
+  /// By the run that made the list.
+  std::int64_t files_searched() const { return files_searched_; }
+
+ private:
+  void load(const CriteriaInput& input);
+  void search_files(const std::function<void(FileSearch&)>& search);
+  bool search_selected_file(FileSearch& search, std::size_t row);
+  void prepare_to_search();
+  void go_through(const std::function<void()>& search);
+  void show_progress(const FileSearch& search);
+  bool search_timing(bool stopped);
+  void show_found_files(const FileSearch& search);
+  void show_selected_file(bool matches);
+  void post_search_restore();
+  void bring_to_front();
+  void focus_found_files();
+
+  Window window_;
+  Services services_;
+  ResultList& results_;
+  ViewerPane& viewer_;
+  std::int64_t files_searched_ = 0;
+  double started_ = 0;  ///< of the run, in seconds since midnight
+  bool running_ = false;
+  bool stop_ = false;
+};
+
+}  // namespace tallowmere
