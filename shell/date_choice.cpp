@@ -9,18 +9,7 @@ namespace {
 
 enum FieldIndex : int { month_1 = 0, day_1 = 1, year_1 = 2, month_2 = 3, day_2 = 4, year_2 = 5 };
 
-struct Range {
-  int min;
-  int max;
-  int fit(int value) const { return std::clamp(value, min, max); }
-};
-
-constexpr Range month_range{1, 12};
-constexpr Range day_range{1, 31};
-constexpr Range year_range{1900, 3000};
-constexpr Range past_days_range{0, 9999};
-
-Range field_range(int option, int index) {
+DateRange field_range(int option, int index) {
   if (option == previous_days) return past_days_range;
   if (index == month_1 || index == month_2) return month_range;
   return index == day_1 || index == day_2 ? day_range : year_range;
@@ -79,7 +68,7 @@ void DateChoice::select(int option) {
 DateField DateChoice::field(int index) const {
   assert(index >= 0 && index < date_fields);
   if (!is_visible(option_, index)) return {};
-  const Range range = field_range(option_, index);
+  const DateRange range = field_range(option_, index);
   return {true, range.min, range.max, value(option_, index)};
 }
 

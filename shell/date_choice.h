@@ -11,6 +11,19 @@ namespace tallowmere {
 inline constexpr int date_options = 5;
 inline constexpr int date_fields = 6;
 
+/// What a date field takes, both ends included.
+struct DateRange {
+  int min;
+  int max;
+  constexpr bool holds(int value) const { return value >= min && value <= max; }
+  constexpr int fit(int value) const { return value < min ? min : value > max ? max : value; }
+};
+
+inline constexpr DateRange month_range{1, 12};
+inline constexpr DateRange day_range{1, 31};
+inline constexpr DateRange year_range{1900, 3000};
+inline constexpr DateRange past_days_range{0, 9999};
+
 /// The captions of the date options, by DateSearch.
 std::string_view date_option_caption(int option);
 

@@ -33,7 +33,7 @@ std::string dates_summary(const SearchCriteria& search,
       if (search.past_days == 0) return "Today";
       return "Past " + std::to_string(search.past_days) + " Days";
     default:
-      return "";  // stored by hand; such a search accepts no file
+      return "";  // no option; such a search accepts no file
   }
 }
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "engine/unicode.h"
+#include "shell/date_choice.h"
 #include "shell/file_type_rule.h"
 
 namespace tallowmere {
@@ -33,15 +34,21 @@ void load_integer(SettingsStore& store, std::string_view key, int& value) {
   if (!text.empty()) value = lenient_integer(text);
 }
 
+/// The number stored, or `otherwise` when it lies outside the range. Nothing stored reads as 0.
+int load_in_range(SettingsStore& store, std::string_view key, DateRange range, int otherwise) {
+  const int number = lenient_integer(store.get_setting(key));
+  return range.holds(number) ? number : otherwise;
+}
+
 void load_dates(SettingsStore& store, SearchCriteria& search, const SettingsContext& context) {
   set_date_defaults(search, context.today);
-  search.date_search = lenient_integer(store.get_setting("date_search"));
-  search.past_days = lenient_integer(store.get_setting("past_days"));
+  search.date_search = load_in_range(store, "date_search", {0, date_options - 1}, all_dates);
+  search.past_days = past_days_range.fit(lenient_integer(store.get_setting("past_days")));
   lenient_date(store.get_setting("from_date"), context.date_order, search.from_date);
   lenient_date(store.get_setting("to_date"), context.date_order, search.to_date);
-  load_integer(store, "s_year", search.s_year);
-  load_integer(store, "s_month", search.s_month);
-  load_integer(store, "s_month_year", search.s_month_year);
+  search.s_year = load_in_range(store, "s_year", year_range, search.s_year);
+  search.s_month = load_in_range(store, "s_month", month_range, search.s_month);
+  search.s_month_year = load_in_range(store, "s_month_year", year_range, search.s_month_year);
 }
 
 std::string user_type_key(int slot) {

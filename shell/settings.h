@@ -33,8 +33,8 @@ struct SettingsContext {
 /// Sets the dates of the search to today, this year and this month.
 void set_date_defaults(SearchCriteria& search, const Date& today);
 
-/// Reads every setting, once, when the program starts. Numbers are kept as stored, within int: the
-/// dialogs fit them into their ranges.
+/// Reads every setting, once, when the program starts. What a search by date cannot use is replaced
+/// here; the counts of a NEAR search are kept as stored, within int: their dialog fits them.
 void load_settings(SettingsStore& store, SearchCriteria& search, ShellState& shell,
                    const SettingsContext& context);
 

@@ -2,7 +2,9 @@
 
 #include <cmath>
 #include <limits>
+#include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "shell/file_type_rule.h"
@@ -152,13 +154,8 @@ TEST(Settings, CheckedSwitchesOnOnlyByYAndOffOnlyByN) {
 
 TEST(Settings, StoredValuesAreTakenAsFarAsTheyCan) {
   const auto [search, shell] = load({{"path", "\\\\server\\share\\x"},
-                                     {"date_search", "9"},
-                                     {"past_days", "1e999"},
                                      {"from_date", "31/1/2023"},
                                      {"to_date", "31/2/2023"},
-                                     {"s_year", "abc"},
-                                     {"s_month", " 7th"},
-                                     {"s_month_year", "-99999999999"},
                                      {"user_type3", "t:t"},
                                      {"user_type4", "w??"},
                                      {"checked", "N"},
@@ -173,13 +170,8 @@ TEST(Settings, StoredValuesAreTakenAsFarAsTheyCan) {
                                      {"height", megabyte},
                                      {"width", "nan"}});
   EXPECT_EQ(search.drive, "\\\\s");
-  EXPECT_EQ(search.date_search, 9);
-  EXPECT_EQ(search.past_days, std::numeric_limits<int>::max());
   EXPECT_EQ(iso_date(search.from_date), "2023-01-31");
   EXPECT_EQ(iso_date(search.to_date), "2024-02-29");
-  EXPECT_EQ(search.s_year, 0);
-  EXPECT_EQ(search.s_month, 7);
-  EXPECT_EQ(search.s_month_year, std::numeric_limits<int>::min());
   EXPECT_EQ(search.user_types[3], "");
   EXPECT_EQ(search.user_types[4], "w??");
   EXPECT_EQ(search.criteria, "  \"big dog\" cat ");
@@ -195,6 +187,37 @@ TEST(Settings, StoredValuesAreTakenAsFarAsTheyCan) {
   for (const auto& [stored, expected] : std::vector<std::pair<std::string, int>>{
            {"0", 0}, {"3", 3}, {"7", 2}, {"-1", 2}, {"", 2}, {"x", 0}, {"3.5", 2}, {megabyte, 2}}) {
     EXPECT_EQ(load({{"search_type", stored}}).search.search_type, expected) << stored.substr(0, 9);
+  }
+}
+
+TEST(Settings, DatesThatNoSearchCanUseAreReplaced) {
+  const auto read = [](const std::string& key, const std::string& stored) {
+    const SearchCriteria search = load({{key, stored}}).search;
+    const std::map<std::string, int> numbers{{"date_search", search.date_search},
+                                             {"past_days", search.past_days},
+                                             {"s_year", search.s_year},
+                                             {"s_month", search.s_month},
+                                             {"s_month_year", search.s_month_year}};
+    return numbers.at(key);
+  };
+  for (const auto& [key, stored, expected] :
+       std::vector<std::tuple<const char*, std::string, int>>{{"date_search", "4", 4},
+                                                              {"date_search", "5", 0},
+                                                              {"date_search", "-1", 0},
+                                                              {"date_search", megabyte, 0},
+                                                              {"past_days", "-7", 0},
+                                                              {"past_days", "10000", 9999},
+                                                              {"past_days", megabyte, 9999},
+                                                              {"s_month", "12", 12},
+                                                              {"s_month", "13", 2},
+                                                              {"s_month", "0", 2},
+                                                              {"s_year", "3000", 3000},
+                                                              {"s_year", "1899", 2024},
+                                                              {"s_month_year", "-5", 2024},
+                                                              {"s_month_year", megabyte, 2024},
+                                                              {"s_month_year", "1900", 1900},
+                                                              {"s_year", "3001", 2024}}) {
+    EXPECT_EQ(read(key, stored), expected) << key << " " << stored.substr(0, 9);
   }
 }
 
