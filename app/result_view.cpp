@@ -7,7 +7,6 @@
 
 #include "engine/unicode.h"
 #include "win32/dpi.h"
-#include "win32/text.h"
 
 namespace tallowmere {
 
@@ -54,16 +53,15 @@ class WithoutShift {
 
 }  // namespace
 
-int find_by_name(const ResultList& results, std::string_view text, bool whole, int start,
-                 bool wrap) {
+int find_by_name(const ResultList& results, const win32::FindRequest& request) {
   const int count = static_cast<int>(results.file_count());
-  const std::string wanted = folded(text);
-  start = std::clamp(start, 0, count);
-  const int steps = wrap ? count : count - start;
+  const std::string wanted = folded(request.text);
+  const int start = std::clamp(request.start, 0, count);
+  const int steps = request.wrap ? count : count - start;
   for (int step = 0; step < steps; ++step) {
     const int row = (start + step) % count;
     const std::string name = folded(results.record(static_cast<std::size_t>(row)).filename);
-    if (whole ? name == wanted : name.starts_with(wanted)) return row;
+    if (request.whole ? name == wanted : name.starts_with(wanted)) return row;
   }
   return -1;
 }
@@ -135,10 +133,8 @@ void ResultView::LVN_GetDispInfo(NMLVDISPINFOW& request) const {
 }
 
 int ResultView::LVN_ODFindItem(const NMLVFINDITEMW& request) const {
-  const UINT flags = request.lvfi.flags;
-  if ((flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || request.lvfi.psz == nullptr) return -1;
-  return find_by_name(results_, win32::narrow(request.lvfi.psz), (flags & LVFI_PARTIAL) == 0,
-                      request.iStart, (flags & LVFI_WRAP) != 0);
+  const std::optional<win32::FindRequest> wanted = win32::read_find_request(request);
+  return wanted ? find_by_name(results_, *wanted) : -1;
 }
 
 }  // namespace tallowmere

@@ -4,8 +4,6 @@
 
 #include <commctrl.h>
 
-#include <string_view>
-
 #include "results/result_list.h"
 #include "results/result_sort.h"
 #include "results/row_text.h"
@@ -48,9 +46,7 @@ class ResultView : public win32::ListView {
   DateFormat format_;
 };
 
-/// The first record from `start` (round the end when `wrap`) whose name begins with, or for
-/// `whole` is, `text` without regard to case; -1 when there is none.
-int find_by_name(const ResultList& results, std::string_view text, bool whole, int start,
-                 bool wrap);
+/// The first record whose name is what the request means; -1 when there is none.
+int find_by_name(const ResultList& results, const win32::FindRequest& request);
 
 }  // namespace tallowmere

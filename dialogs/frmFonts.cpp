@@ -5,7 +5,6 @@
 #include "dialogs/resource.h"
 #include "shell/font_sizes.h"
 #include "win32/dpi.h"
-#include "win32/text.h"
 
 namespace tallowmere {
 
@@ -117,9 +116,10 @@ void frmFonts::lstFaces_GetDispInfo(NMLVDISPINFOW& request) {
 }
 
 LRESULT frmFonts::lstFaces_ODFindItem(const NMLVFINDITEMW& request) {
-  // The view asks this only for what the user types.
-  if ((request.lvfi.flags & LVFI_PARTIAL) == 0 || request.lvfi.psz == nullptr) return -1;
-  return find_face_beginning(faces_, win32::narrow(request.lvfi.psz), request.iStart);
+  const std::optional<win32::FindRequest> wanted = win32::read_find_request(request);
+  if (!wanted) return -1;
+  return wanted->whole ? find_face(faces_, wanted->text)
+                       : find_face_beginning(faces_, wanted->text, wanted->start);
 }
 
 void frmFonts::lstFaces_ItemChanged() {

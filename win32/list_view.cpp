@@ -12,6 +12,8 @@ namespace {
 /// Up to this many selected rows are deselected one by one; a call for all rows visits each row.
 constexpr int few_rows = 64;
 
+constexpr UINT substring_flag = 0x0004;  ///< LVFI_SUBSTRING, which the compiler's headers lack
+
 }  // namespace
 
 void ListView::add_column(int index, std::string_view caption, bool right_aligned) const {
@@ -86,6 +88,16 @@ void ListView::select_only(int row) const {
 
 void ListView::add_styles(DWORD styles) const {
   ListView_SetExtendedListViewStyleEx(handle(), styles, styles);
+}
+
+std::optional<FindRequest> read_find_request(const NMLVFINDITEMW& request) {
+  // Typed keys come with LVFI_SUBSTRING on some systems and with LVFI_PARTIAL on others: both are
+  // documented to mean the beginning.
+  constexpr UINT beginning = LVFI_PARTIAL | substring_flag;
+  const LVFINDINFOW& wanted = request.lvfi;
+  if ((wanted.flags & (LVFI_STRING | beginning)) == 0 || wanted.psz == nullptr) return std::nullopt;
+  return FindRequest{narrow(wanted.psz), (wanted.flags & beginning) == 0, request.iStart,
+                     (wanted.flags & LVFI_WRAP) != 0};
 }
 
 void answer_text(NMLVDISPINFOW& request, std::string_view text) {

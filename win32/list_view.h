@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -55,6 +57,16 @@ class ListView : public Control {
   /// Styles LVS_EX_*.
   void add_styles(DWORD styles) const;
 };
+
+/// A text that LVN_ODFINDITEM looks for in the first column, without regard to case.
+struct FindRequest {
+  std::string text;
+  bool whole;  ///< is to be the whole cell, not only its beginning
+  int start;   ///< the first row to look at
+  bool wrap;   ///< from the last row on to the first
+};
+/// None when the view looks for something else than a text.
+std::optional<FindRequest> read_find_request(const NMLVFINDITEMW& request);
 
 /// Answers LVN_GETDISPINFO with the text of a cell. UTF-8 in; cut at the view's buffer.
 void answer_text(NMLVDISPINFOW& request, std::string_view text);

@@ -2,6 +2,7 @@
 
 #include "dialogs/resource.h"
 #include "tests/windows/dialogs_support.h"
+#include "tests/windows/find_row.h"
 #include "win32/dpi.h"
 
 namespace tallowmere {
@@ -57,6 +58,16 @@ TEST_F(FontsTest, OpensAtTheCurrentFontAndTakesKeys) {
                    }}));
   EXPECT_EQ(face, "Tahoma");
   EXPECT_EQ(points, 72);
+}
+
+TEST_F(FontsTest, TypingAheadFindsTheBeginningHoweverWindowsAsks) {
+  ask({[&] {
+    const HWND list = form.lstFaces.handle();
+    const int tahoma = find_face(form.faces(), "Tahoma");
+    EXPECT_EQ(find_row(list, LVFI_STRING | lvfi_substring | LVFI_WRAP, L"taho", 1), tahoma);
+    EXPECT_EQ(find_row(list, LVFI_STRING, L"taho", 0), -1);
+    form.cmdCancel.click();
+  }});
 }
 
 TEST_F(FontsTest, KeepsWhatTheListsDoNotHold) {

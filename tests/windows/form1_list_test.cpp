@@ -1,3 +1,4 @@
+#include "tests/windows/find_row.h"
 #include "tests/windows/form1_fixture.h"
 
 namespace tallowmere {
@@ -104,20 +105,21 @@ TEST_F(Form1ListTest, TypingAheadWithShiftSelectsOneRow) {
 
 TEST_F(Form1ListTest, TypingAheadFindsNames) {
   open_with_list();
-  LVFINDINFOW info{};
-  info.flags = LVFI_STRING | LVFI_PARTIAL | LVFI_WRAP;
-  info.psz = L"A";
-  EXPECT_EQ(
-      SendMessageW(form->ListView2.handle(), LVM_FINDITEMW, 1, reinterpret_cast<LPARAM>(&info)), 0);
+  const HWND list = form->ListView2.handle();
+  EXPECT_EQ(find_row(list, LVFI_STRING | LVFI_PARTIAL | LVFI_WRAP, L"A", 1), 0);
+  EXPECT_EQ(find_row(list, LVFI_STRING | lvfi_substring | LVFI_WRAP, L"A", 1), 0);
+  EXPECT_EQ(find_row(list, LVFI_STRING | lvfi_substring, L"A", 1), -1);
+  EXPECT_EQ(find_row(list, LVFI_STRING | LVFI_WRAP, L"A", 1), -1);
+  EXPECT_EQ(find_row(list, LVFI_PARAM, L"A", 0), -1);
 }
 
 TEST(FindByName, KnowsWholeNamesEndsAndOtherScripts) {
   ResultList list;
   for (const char* name : {"Äpfel", "Birnen", "birne"}) list.add_file_row("C:\\", name, {});
-  EXPECT_EQ(find_by_name(list, "birne", true, 0, false), 2);
-  EXPECT_EQ(find_by_name(list, "birne", false, 0, false), 1);
-  EXPECT_EQ(find_by_name(list, "äp", false, 1, true), 0);
-  EXPECT_EQ(find_by_name(list, "x", false, 99, true), -1);
+  EXPECT_EQ(find_by_name(list, {"birne", true, 0, false}), 2);
+  EXPECT_EQ(find_by_name(list, {"birne", false, 0, false}), 1);
+  EXPECT_EQ(find_by_name(list, {"äp", false, 1, true}), 0);
+  EXPECT_EQ(find_by_name(list, {"x", false, 99, true}), -1);
 }
 
 TEST_F(Form1ListTest, LongNamesAndAnyScriptReachTheCells) {
