@@ -85,7 +85,11 @@ bool frmFonts::ask(std::string& face, double& points) {
 void frmFonts::fill_faces() {
   faces_ = win32::installed_faces();
   lstFaces.set_row_count(static_cast<int>(faces_.size()), false);
-  lstFaces.select_only(find_face(faces_, face_));
+  int row = find_face(faces_, face_);
+  if (row < 0) {
+    row = find_face(faces_, win32::Font(face_, points_, win32::window_dpi(handle())).face());
+  }
+  lstFaces.select_only(row);
 }
 
 void frmFonts::fill_sizes() {

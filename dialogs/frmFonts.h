@@ -18,8 +18,8 @@ class frmFonts : public win32::Form {
   ~frmFonts() override;
 
   /// Shows the dialog over the main window with this font chosen; true on OK, with the choice in
-  /// `face` and `points`. What the lists do not hold, a face that is not installed or a size of no
-  /// sense, stays as it is unless the user chooses another.
+  /// `face` and `points`. In place of a face that is not installed, the one that the system uses
+  /// for it is chosen; a size of no sense stays as it is unless the user chooses another.
   bool ask(std::string& face, double& points);
 
   const std::vector<win32::FontFace>& faces() const { return faces_; }

@@ -2,11 +2,25 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string>
 
 #include "win32/text.h"
 
 namespace tallowmere::win32 {
+
+namespace {
+
+int CALLBACK stop_at_first(const LOGFONTW*, const TEXTMETRICW*, DWORD, LPARAM) {
+  return 0;
+}
+
+bool is_installed(LOGFONTW font) {
+  const HDC screen = GetDC(nullptr);
+  const int all_seen = EnumFontFamiliesExW(screen, &font, &stop_at_first, 0, 0);
+  ReleaseDC(nullptr, screen);
+  return all_seen == 0;
+}
+
+}  // namespace
 
 Font::Font(std::string_view face, double points, int dpi) {
   const std::wstring name = wide(face);
@@ -16,7 +30,21 @@ Font::Font(std::string_view face, double points, int dpi) {
   font.lfWeight = FW_NORMAL;
   font.lfCharSet = DEFAULT_CHARSET;
   std::copy(name.begin(), name.end(), font.lfFaceName);
+  // By its name alone, a missing face would become a proportional one. Together with the name of an
+  // installed proportional face, the pitch could count for more than the name.
+  if (!is_installed(font)) font.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
   font_ = CreateFontIndirectW(&font);
+}
+
+std::string Font::face() const {
+  if (font_ == nullptr) return {};
+  wchar_t name[LF_FACESIZE] = L"";
+  const HDC screen = GetDC(nullptr);
+  const HGDIOBJ old_font = SelectObject(screen, font_);
+  GetTextFaceW(screen, LF_FACESIZE, name);
+  SelectObject(screen, old_font);
+  ReleaseDC(nullptr, screen);
+  return narrow(name);
 }
 
 }  // namespace tallowmere::win32

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -11,8 +12,8 @@ namespace tallowmere::win32 {
 class Font {
  public:
   Font() = default;
-  /// A face at a size in points for a screen of `dpi`; the system chooses what comes nearest. Holds
-  /// no font when the size is absurd or the system refuses.
+  /// A face at a size in points for a screen of `dpi`; one of fixed pitch in place of a face that
+  /// is not installed. Holds no font when the size is absurd or the system refuses.
   Font(std::string_view face, double points, int dpi);
   ~Font() { reset(); }
   Font(Font&& other) noexcept : font_(std::exchange(other.font_, nullptr)) {}
@@ -22,6 +23,8 @@ class Font {
   }
 
   HFONT handle() const { return font_; }
+  /// The face that the system took; empty without a font.
+  std::string face() const;
   explicit operator bool() const { return font_ != nullptr; }
 
  private:

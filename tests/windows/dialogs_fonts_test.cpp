@@ -60,6 +60,16 @@ TEST_F(FontsTest, OpensAtTheCurrentFontAndTakesKeys) {
   EXPECT_EQ(points, 72);
 }
 
+TEST_F(FontsTest, AMissingFaceIsShownAsTheFixedPitchOneInItsPlace) {
+  face = "No Such Face";
+  EXPECT_TRUE(ask({[&] {
+    EXPECT_EQ(cell(1), "Fixed");
+    EXPECT_EQ(sample(), cell(0) + " 10");
+    press(form.lstFaces, VK_RETURN);
+  }}));
+  EXPECT_TRUE(find_face(form.faces(), face) >= 0) << face;
+}
+
 TEST_F(FontsTest, TypingAheadFindsTheBeginningHoweverWindowsAsks) {
   ask({[&] {
     const HWND list = form.lstFaces.handle();
@@ -75,7 +85,7 @@ TEST_F(FontsTest, KeepsWhatTheListsDoNotHold) {
     const char* face;
     double points;
     const char* size_row;
-  } cases[] = {{"No Such Face", 9.75, "9.75"}, {"", 1e6, "1e+06"}, {"No Such Face", -3, ""}};
+  } cases[] = {{"", 1e6, "1e+06"}, {"", 9.75, "9.75"}, {"", -3, ""}};
   for (const auto& stored : cases) {
     face = stored.face;
     points = stored.points;
