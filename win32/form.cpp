@@ -5,6 +5,7 @@
 
 #include "shell/geometry.h"
 #include "win32/dialog_template.h"
+#include "win32/dpi.h"
 #include "win32/guarded.h"
 #include "win32/message_loop.h"
 
@@ -13,6 +14,10 @@ namespace tallowmere::win32 {
 namespace {
 
 constexpr wchar_t form_property[] = L"Tallowmere.Form";
+
+/// Posted to the form itself when its DPI changes, to be served when the system has fitted the
+/// controls. Derived classes have the numbers below for theirs.
+constexpr UINT dpi_changed_message = WM_APP + 0x100;
 
 void load_common_controls() {
   INITCOMMONCONTROLSEX classes{sizeof classes,
@@ -36,6 +41,12 @@ TwipRect rect_of(const RECT& rect) {
   return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
 }
 
+BOOL CALLBACK pass_on(HWND control, LPARAM message) {
+  const MSG& passed = *reinterpret_cast<const MSG*>(message);
+  SendMessageW(control, passed.message, passed.wParam, passed.lParam);
+  return TRUE;
+}
+
 /// Messages whose answer a dialog procedure returns itself instead of storing it.
 bool answers_directly(UINT message) {
   return (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC) ||
@@ -54,6 +65,7 @@ Form::Form(int template_id, HWND owner) {
                                dialog_proc, reinterpret_cast<LPARAM>(this));
   }
   if (window_ == nullptr) throw std::runtime_error("a window cannot be created");
+  dpi_ = window_dpi(window_);
   if (owner != nullptr) share_icons(owner, window_);
 }
 
@@ -90,9 +102,11 @@ void Form::show_modal(HWND owner, HWND center_on) {
     ~End() { form.hide(); }
   } const end{*this};
   focus_before_ = GetFocus();
-  center_over(center_on != nullptr ? center_on : owner);
+  if (center_on == nullptr) center_on = owner;
+  center_over(center_on);
   EnableWindow(owner, FALSE);
   ShowWindow(window_, SW_SHOW);
+  if (follow_dpi()) center_over(center_on);  // told of its screen only now
   if (!IsChild(window_, GetFocus())) SetFocus(GetNextDlgTabItem(window_, nullptr, FALSE));
   on_shown();
   while (modal_owner_ != nullptr) {
@@ -120,6 +134,19 @@ void Form::hide() {
 }
 
 void Form::center_over(HWND main_window) {
+  move_over(main_window);
+  if (follow_dpi()) move_over(main_window);  // in another size
+}
+
+/// True when there was a change to follow.
+bool Form::follow_dpi() {
+  if (new_dpi_ == 0) return false;
+  const int before = std::exchange(dpi_, std::exchange(new_dpi_, 0));
+  on_dpi_changed(before, dpi_);
+  return true;
+}
+
+void Form::move_over(HWND main_window) {
   MONITORINFO monitor{};
   monitor.cbSize = sizeof monitor;
   GetMonitorInfoW(MonitorFromWindow(main_window, MONITOR_DEFAULTTONEAREST), &monitor);
@@ -173,6 +200,20 @@ bool Form::handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& r
       if (found == notifications_.end()) return false;
       result = found->second(header);
       return true;
+    }
+    case WM_DPICHANGED:
+      new_dpi_ = LOWORD(wparam);
+      PostMessageW(window_, dpi_changed_message, 0, 0);
+      return false;  // the system fits the window and its controls
+    case dpi_changed_message:
+      follow_dpi();
+      return true;
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED: {
+      // The common controls hear of such changes from their parent only.
+      const MSG message_of_all{window_, message, wparam, lparam, 0, {}};
+      EnumChildWindows(window_, &pass_on, reinterpret_cast<LPARAM>(&message_of_all));
+      return false;
     }
   }
   return false;

@@ -69,7 +69,11 @@ class Form {
   virtual void on_shown() {}
   /// Any message the handlers do not take. True: `result` is the answer.
   virtual bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
-  /// Places the window over the middle of another one, on its screen.
+  /// Called once after the window has come to a screen of another DPI, when its controls have new
+  /// fonts, places and sizes there: for what the system does not fit. A hidden window is told
+  /// before it is shown.
+  virtual void on_dpi_changed(int /*before*/, int /*now*/) {}
+  /// Places the window over the middle of another one, on its screen and in its size there.
   void center_over(HWND main_window);
 
  private:
@@ -77,10 +81,14 @@ class Form {
   bool handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
   bool obeys() const;
   bool run_command(int id, int code);
+  void move_over(HWND main_window);
+  bool follow_dpi();
 
   HWND window_ = nullptr;
   HWND modal_owner_ = nullptr;   ///< the window disabled by show_modal
   HWND focus_before_ = nullptr;  ///< what had the focus when show_modal was called
+  int dpi_ = 0;                  ///< that the controls are fitted to
+  int new_dpi_ = 0;              ///< to be followed; 0 when there is no change
   std::map<std::pair<int, int>, Handler> commands_;
   std::map<std::pair<int, UINT>, NotifyHandler> notifications_;
 };

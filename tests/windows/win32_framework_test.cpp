@@ -4,6 +4,7 @@
 #include "dialogs/resource.h"
 #include "win32/controls.h"
 #include "win32/dialog_template.h"
+#include "win32/dpi.h"
 #include "win32/fonts.h"
 #include "win32/form.h"
 #include "win32/message_loop.h"
@@ -102,6 +103,58 @@ TEST(Form, TheProgramsEndEndsAModalForm) {
   EXPECT_EQ(message.wParam, 7u);
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
   }
+}
+
+/// Grows with the DPI, as the system would make it, and counts what its button hears.
+class GrowingForm : public PlainForm {
+ public:
+  explicit GrowingForm(HWND owner) : PlainForm(owner) {
+    SetWindowSubclass(item(IDOK), &GrowingForm::button_proc, 0, reinterpret_cast<DWORD_PTR>(this));
+  }
+  std::string changes;
+  RECT shown{};
+  int colors_heard = 0;
+
+ protected:
+  void on_dpi_changed(int before, int now) override {
+    changes += std::to_string(before) + ">" + std::to_string(now) + " ";
+    SetWindowPos(handle(), nullptr, 0, 0, 500, 300, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+  void on_shown() override {
+    GetWindowRect(handle(), &shown);
+    PlainForm::on_shown();
+  }
+
+ private:
+  static LRESULT CALLBACK button_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                      UINT_PTR, DWORD_PTR form) {
+    const bool counts = message == WM_SYSCOLORCHANGE || message == WM_THEMECHANGED;
+    if (counts) ++reinterpret_cast<GrowingForm*>(form)->colors_heard;
+    return DefSubclassProc(window, message, wparam, lparam);
+  }
+};
+
+TEST(Form, AHiddenFormFollowsItsScreensDpiBeforeItIsCentred) {
+  PlainForm owner(nullptr);
+  SetWindowPos(owner.handle(), nullptr, 100, 50, 600, 400, SWP_NOZORDER | SWP_NOACTIVATE);
+  GrowingForm form(owner.handle());
+  const int dpi = window_dpi(form.handle());
+  RECT proposed{0, 0, 300, 200};
+  SendMessageW(form.handle(), WM_DPICHANGED, MAKEWPARAM(2 * dpi, 2 * dpi),
+               reinterpret_cast<LPARAM>(&proposed));
+  form.show_modal(owner.handle());
+  form.show_modal(owner.handle());
+  EXPECT_EQ(form.changes, std::to_string(dpi) + ">" + std::to_string(2 * dpi) + " ");
+  EXPECT_EQ(form.shown.left, 150);
+  EXPECT_EQ(form.shown.top, 100);
+}
+
+TEST(Form, ControlsHearOfNewColors) {
+  PlainForm owner(nullptr);
+  GrowingForm form(owner.handle());
+  SendMessageW(form.handle(), WM_SYSCOLORCHANGE, 0, 0);
+  SendMessageW(form.handle(), WM_THEMECHANGED, 0, 0);
+  EXPECT_EQ(form.colors_heard, 2);
 }
 
 TEST(Controls, CarryTextsOfAnyLengthAndScript) {
