@@ -30,7 +30,13 @@ FolderListBox::~FolderListBox() {
 }
 
 LRESULT CALLBACK FolderListBox::list_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
-                                          UINT_PTR, DWORD_PTR) {
+                                          UINT_PTR, DWORD_PTR box) {
+  if (message == WM_SETFONT) {
+    // On a screen of another DPI the form gives its controls another font.
+    const LRESULT result = DefSubclassProc(window, message, wparam, lparam);
+    reinterpret_cast<const FolderListBox*>(box)->fit_rows();
+    return result;
+  }
   // Enter belongs to the list and not to the form's default button.
   if (message == WM_GETDLGCODE && wparam == VK_RETURN) {
     return DefSubclassProc(window, message, wparam, lparam) | DLGC_WANTALLKEYS;

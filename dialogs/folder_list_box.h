@@ -31,13 +31,13 @@ class FolderListBox : public win32::ListBox {
 
   /// The form hands on WM_DRAWITEM.
   void draw(const DRAWITEMSTRUCT& item) const;
-  /// Rows as high as the font asks for; again after a change of resolution.
-  void fit_rows() const;
 
  private:
   static LRESULT CALLBACK list_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
                                     UINT_PTR id, DWORD_PTR box);
   void show_rows() const;
+  /// Rows as high as the font asks for.
+  void fit_rows() const;
 
   FileSystem* files_ = nullptr;
   FolderTree tree_;

@@ -1,5 +1,7 @@
 #include "dialogs/frmAbout.h"
 
+#include <utility>
+
 #include "dialogs/resource.h"
 #include "shell/help_pages.h"
 
@@ -11,13 +13,18 @@ frmAbout::frmAbout(HWND owner)
       Label2(item(IDC_ABOUT_LABEL2)),
       Image1(item(IDC_ABOUT_IMAGE1)),
       Command1(item(IDOK)) {
-  title_font_ = bold_font(handle());
-  Label1.set_font(title_font_.get());
+  set_title_font();
   Label1.set_text(about_title);
   Label2.set_text(about_text);
   show_icon();
   clicked(IDOK, [this] { Command1_Click(); });
   clicked(IDCANCEL, [this] { Command1_Click(); });
+}
+
+void frmAbout::set_title_font() {
+  OwnedFont font = bold_font(handle());
+  Label1.set_font(font.get());
+  title_font_ = std::move(font);
 }
 
 void frmAbout::show_icon() {

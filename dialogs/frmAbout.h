@@ -19,7 +19,11 @@ class frmAbout : public win32::Form {
   win32::Control Image1;
   win32::Button Command1;
 
+ protected:
+  void on_dpi_changed(int, int) override { set_title_font(); }
+
  private:
+  void set_title_font();
   void show_icon();
   void Command1_Click();
 

@@ -5,12 +5,7 @@
 #include "win32/message_box.h"
 
 namespace tallowmere {
-namespace {
-
-/// Posted on a change of resolution, to be served when the controls have their new fonts.
-constexpr UINT fit_rows_message = WM_APP + 1;
-
-}  // namespace
+namespace {}  // namespace
 
 frmCopyMove::frmCopyMove(HWND owner, const DialogContext& context)
     : Form(IDD_COPY_MOVE, owner), owner_(owner), context_(context) {
@@ -70,22 +65,10 @@ void frmCopyMove::open_start_folder(const std::string& files_folder) {
 }
 
 bool frmCopyMove::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) {
-  switch (message) {
-    case WM_DRAWITEM:
-      if (wparam != IDC_COPY_DIR1) return false;
-      Dir1.draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
-      result = TRUE;
-      return true;
-    case WM_DPICHANGED:
-      PostMessageW(handle(), fit_rows_message, 0, 0);
-      return false;
-    case fit_rows_message:
-      Dir1.fit_rows();
-      Dir1.repaint();
-      return true;
-    default:
-      return false;
-  }
+  if (message != WM_DRAWITEM || wparam != IDC_COPY_DIR1) return false;
+  Dir1.draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
+  result = TRUE;
+  return true;
 }
 
 void frmCopyMove::Drive1_Change() {

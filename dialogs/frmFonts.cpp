@@ -24,7 +24,10 @@ frmFonts::frmFonts(HWND owner)
       cmdOK(item(IDOK)),
       cmdCancel(item(IDCANCEL)),
       owner_(owner) {
-  make_columns();
+  lstFaces.add_styles(LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
+  lstFaces.add_column(face_column, "Name", false);
+  lstFaces.add_column(pitch_column, "Pitch", false);
+  size_columns();
   wire();
 }
 
@@ -54,17 +57,20 @@ void frmFonts::wire() {
   clicked(IDCANCEL, [this] { cmdCancel_Click(); });
 }
 
-void frmFonts::make_columns() {
+void frmFonts::size_columns() {
   const int dpi = win32::window_dpi(handle());
   RECT area;
   GetClientRect(lstFaces.handle(), &area);
   const int pitch_width = win32::scale(pitch_column_width, dpi);
-  lstFaces.add_styles(LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
-  lstFaces.add_column(face_column, "Name", false);
-  lstFaces.add_column(pitch_column, "Pitch", false);
   lstFaces.set_column_width(face_column,
                             area.right - win32::metrics(SM_CXVSCROLL, dpi) - pitch_width);
   lstFaces.set_column_width(pitch_column, pitch_width);
+}
+
+/// The system has given the sample the form's font.
+void frmFonts::on_dpi_changed(int, int) {
+  size_columns();
+  show_sample();
 }
 
 bool frmFonts::ask(std::string& face, double& points) {

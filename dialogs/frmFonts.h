@@ -31,10 +31,11 @@ class frmFonts : public win32::Form {
 
  protected:
   void on_shown() override { Form_Activate(); }
+  void on_dpi_changed(int before, int now) override;
 
  private:
   void wire();
-  void make_columns();
+  void size_columns();
   void fill_faces();
   void fill_sizes();
   void show_sample();

@@ -15,8 +15,6 @@ namespace {
 /// A type box was left with an invalid type: asks to say so as soon as the focus has settled,
 /// because a message box amid a change of focus would confuse it.
 constexpr UINT refuse_message = WM_APP + 1;
-/// Posted on a change of resolution, to be served when the controls have their new fonts.
-constexpr UINT fit_rows_message = WM_APP + 2;
 
 /// A caption that shows `text` as it is, without access keys.
 std::string literal_caption(const std::string& text) {
@@ -120,13 +118,6 @@ bool frmPath::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& re
       result = reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
       return true;
     }
-    case WM_DPICHANGED:
-      PostMessageW(handle(), fit_rows_message, 0, 0);
-      return false;
-    case fit_rows_message:
-      Dir1.fit_rows();
-      Dir1.repaint();
-      return true;
     case refuse_message:
       // Not when the user is in another program: the box has the focus again on return.
       if (to_refuse_ && GetActiveWindow() == handle()) refuse(*to_refuse_);

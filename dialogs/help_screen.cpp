@@ -19,9 +19,6 @@ constexpr int answer_margin = 5;
 /// Between a link's text and the rectangle that shows its focus, in pixels.
 constexpr int link_margin = 2;
 
-/// The form has moved to a screen of another resolution, and the system has changed its font.
-constexpr UINT font_changed = WM_APP + 1;
-
 HWND create_child(HWND form, const wchar_t* window_class, const HelpItem& item, DWORD style,
                   int id) {
   const HWND control = CreateWindowExW(
@@ -192,12 +189,6 @@ bool HelpScreen::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT&
       return false;
     case WM_CLOSE:
       Command1_Click();
-      return true;
-    case WM_DPICHANGED:
-      PostMessageW(handle(), font_changed, 0, 0);
-      return false;
-    case font_changed:
-      arrange();
       return true;
   }
   return false;

@@ -34,6 +34,7 @@ class HelpScreen : public win32::Form {
 
  protected:
   bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
+  void on_dpi_changed(int, int) override { arrange(); }
   /// A link to another screen was clicked.
   virtual void link_Click() {}
 

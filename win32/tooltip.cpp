@@ -9,7 +9,8 @@ namespace tallowmere::win32 {
 
 namespace {
 
-constexpr int widest_tip = 480;  // pixels at 96 dots per inch; longer lines are wrapped
+constexpr int longest_delay = 32767;  // milliseconds
+constexpr int widest_tip = 480;       // pixels at 96 dots per inch; longer lines are wrapped
 
 TOOLINFOW tool_info(HWND form, HWND control) {
   TOOLINFOW info{};
@@ -27,7 +28,13 @@ ToolTip::ToolTip(HWND form)
       window_(CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
                               WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0, form, nullptr,
                               GetModuleHandleW(nullptr), nullptr)) {
-  SendMessageW(window_, TTM_SETMAXTIPWIDTH, 0, scale(widest_tip, window_dpi(form)));
+  fit();
+  // A tip may be long. It is to stay until the mouse goes; more than this the system does not take.
+  SendMessageW(window_, TTM_SETDELAYTIME, TTDT_AUTOPOP, longest_delay);
+}
+
+void ToolTip::fit() const {
+  SendMessageW(window_, TTM_SETMAXTIPWIDTH, 0, scale(widest_tip, window_dpi(form_)));
 }
 
 ToolTip::~ToolTip() {

@@ -16,6 +16,8 @@ class ToolTip {
   ToolTip(const ToolTip&) = delete;
   ToolTip& operator=(const ToolTip&) = delete;
 
+  /// Fits the width of the tips to the form's DPI; again when that changes.
+  void fit() const;
   /// Tip shown while the mouse rests over `control`; an empty text takes it away. A label needs
   /// the style SS_NOTIFY to have one.
   void set(HWND control, std::string_view text);
