@@ -12,7 +12,6 @@
 #include "dialogs/frmNarrow.h"
 #include "dialogs/frmQTips.h"
 #include "dialogs/frmSearchFor.h"
-#include "win32/dpi.h"
 #include "win32/registry.h"
 #include "win32/user_locale.h"
 
@@ -173,12 +172,6 @@ bool Form1::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& resu
       return true;
     case WM_GETMINMAXINFO:
       limit_size(*reinterpret_cast<MINMAXINFO*>(lparam));
-      return true;
-    case WM_DPICHANGED:
-      PostMessageW(handle(), message_relayout, 0, 0);
-      return false;
-    case message_relayout:
-      dpi_changed();
       return true;
     case message_pending:
       serve_pending();

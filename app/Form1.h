@@ -121,11 +121,10 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
 
  protected:
   bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
+  void on_dpi_changed(int before, int now) override;
 
  private:
-  // Messages to itself.
-  static constexpr UINT message_relayout = WM_APP;  ///< the controls have followed a change of DPI
-  static constexpr UINT message_pending = WM_APP + 1;  ///< something of Pending may have its turn
+  static constexpr UINT message_pending = WM_APP;  ///< something of Pending may have its turn
 
   /// What events have asked for that has to wait until the window is enabled and idle.
   struct Pending {
@@ -230,7 +229,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void place_controls(const MainLayout& layout, int dpi);
   void apply_viewer_font();
   void set_viewer_font();
-  void dpi_changed();
   void limit_size(MINMAXINFO& limits) const;
 
   // The search run: Form1_search.cpp.

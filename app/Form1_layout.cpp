@@ -82,9 +82,10 @@ void Form1::apply_viewer_font() {
   viewer_font_ = std::move(font);
 }
 
-void Form1::dpi_changed() {
+void Form1::on_dpi_changed(int before, int now) {
   set_viewer_font();
-  ListView2.set_design_widths(win32::window_dpi(handle()));
+  ListView2.scale_columns(before, now);
+  tips_.fit();
   layout_memory_.forget();
   Form_Resize();
 }

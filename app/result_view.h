@@ -29,7 +29,7 @@ class ResultView : public win32::ListView {
   /// Header arrow for the sort order; the type has no column.
   void show_order(SortKey key, bool descending) const;
 
-  /// Sets the widths of the first columns, when the view is made and when the DPI changes.
+  /// Sets the widths of the first columns, when the view is made.
   void set_design_widths(int dpi) const;
   /// Gives the last column what the others leave, when the view is resized.
   void fit_last_column(int dpi) const;

@@ -76,6 +76,18 @@ TEST_F(Form1WindowTest, OpensInItsDesignSizeAndIsNeverSmallerThanItsControls) {
   }
 }
 
+TEST_F(Form1WindowTest, ColumnsKeepTheUsersWidthsOnAnotherScreen) {
+  open();
+  form->ListView2.set_column_width(0, 100);
+  form->ListView2.set_column_width(2, 40);
+  RECT proposed{0, 0, 900, 600};
+  SendMessageW(form->handle(), WM_DPICHANGED, MAKEWPARAM(144, 144),
+               reinterpret_cast<LPARAM>(&proposed));
+  win32::pump_pending();
+  EXPECT_EQ(form->ListView2.column_width(0), 100 * 144 / win32::window_dpi(form->handle()));
+  EXPECT_EQ(form->ListView2.column_width(2), 40 * 144 / win32::window_dpi(form->handle()));
+}
+
 TEST_F(Form1WindowTest, NothingRunsBehindADialog) {
   open();
   EnableWindow(form->handle(), FALSE);
