@@ -1,10 +1,5 @@
 #include "app/Form1.h"
 
-#include <algorithm>
-#include <array>
-#include <iterator>
-#include <utility>
-
 #include "app/resource.h"
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmFonts.h"
@@ -64,6 +59,7 @@ Form1::Form1(const Services& services)
       tips_(handle()),
       viewer_(Text1, results_, services.files, services.search, services.page, viewer_window()),
       run_(run_window(), run_services()),
+      keys_(key_window()),
       hyper_caption_(hyper_.caption(false)),
       launcher_(*this, services.page),
       clipboard_(*this),
@@ -164,6 +160,18 @@ void Form1::set_tool_tips() {
   tips_.set(cmdExit.handle(), "Exit Tallowmere");
 }
 
+MainKeys::Window Form1::key_window() {
+  return {*this,
+          ListView2,
+          Text1,
+          {&cmdSearch, &cmdView, &cmdFindNext, &cmdFindPrev, &cmdLaunch, &cmdHyper, &cmdRestore,
+           &cmdExit},
+          [this] { return busy(); },
+          [this] { return focus_target() == ListView2.handle(); },
+          [this](int id) { return run_command(id); },
+          [this] { ListView2_DblClick(); }};
+}
+
 bool Form1::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) {
   result = 0;
   switch (message) {
@@ -219,114 +227,8 @@ bool Form1::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& resu
 }
 
 bool Form1::pre_translate(MSG& message) {
-  return message.message == WM_KEYDOWN && IsWindowEnabled(handle()) && Form_KeyDown(message.wParam);
-}
-
-// The keys that the window sees before its controls.
-bool Form1::Form_KeyDown(WPARAM key) {
-  if (ListView2.editing_label()) return false;
-  const bool shift = GetKeyState(VK_SHIFT) < 0;
-  const bool control = GetKeyState(VK_CONTROL) < 0;
-  const bool plain = !shift && !control && GetKeyState(VK_MENU) >= 0;
-  switch (key) {
-    case VK_ESCAPE:
-      if (busy()) {
-        mnuStop_Click();
-      } else {
-        move_focus(ListView2.handle());
-      }
-      return true;
-    case VK_BACK:
-      move_focus(ListView2.handle());
-      return true;
-    case VK_F3:
-      return find_by_key(!shift);
-  }
-  if (ListView2.has_focus()) return list_key_down(key, shift, control);
-  if (!Text1.has_focus()) return button_key_down(key);
-  if (plain && (key == VK_RETURN || key == VK_SPACE)) return find_by_key(true);
-  if (control && !shift && (key == 'C' || key == VK_INSERT)) {
-    mnuCopyToClipboard_Click();
-    return true;
-  }
-  return false;
-}
-
-bool Form1::list_key_down(WPARAM key, bool shift, bool control) {
-  const auto run = [this](int command) {
-    if (can_use(command)) SendMessageW(handle(), WM_COMMAND, command, 0);
-    return true;
-  };
-  switch (key) {
-    case VK_RETURN:
-      if (shift || control) return run(ID_MNULAUNCH);
-      ListView2_DblClick();
-      return true;
-    case VK_SPACE:
-      return !shift && !control && (find_by_key(true) || select_first_row());
-    case VK_DOWN:
-    case VK_UP:
-    case VK_HOME:
-      return !shift && !control && select_first_row();
-    case VK_DELETE:
-      return run(ID_MNUDELETE);
-    case VK_F2:
-      ListView2.edit_label();
-      return true;
-    case 'A':
-      return control && run(ID_MNUSELECTALL);
-    case 'C':
-    case VK_INSERT:
-      return control && run(ID_MNUCOPYFILENAME);
-  }
-  return false;
-}
-
-/// In a list of which nothing is selected yet, the first key selects the row that has the focus
-/// mark. False when something is selected already.
-bool Form1::select_first_row() {
-  if (busy() || ListView2.row_count() == 0 || ListView2.selected_count() > 0) return false;
-  ListView2.select_only(std::max(ListView2.focused(), 0));
-  return true;
-}
-
-/// The arrow keys on the row of buttons: it ends at its ends, and the list is below it. Other keys
-/// are the buttons' own.
-bool Form1::button_key_down(WPARAM key) {
-  const std::array buttons{cmdSearch.handle(),   cmdView.handle(),   cmdFindNext.handle(),
-                           cmdFindPrev.handle(), cmdLaunch.handle(), cmdHyper.handle(),
-                           cmdRestore.handle(),  cmdExit.handle()};
-  const auto button = std::ranges::find(buttons, GetFocus());
-  if (button == buttons.end()) return false;
-  const auto enabled = [](HWND other) { return IsWindowEnabled(other) != FALSE; };
-  switch (key) {
-    case VK_LEFT: {
-      const auto before = std::find_if(std::make_reverse_iterator(button), buttons.rend(), enabled);
-      if (before != buttons.rend()) move_focus(*before);
-      return true;
-    }
-    case VK_RIGHT: {
-      const auto behind = std::find_if(std::next(button), buttons.end(), enabled);
-      if (behind != buttons.end()) move_focus(*behind);
-      return true;
-    }
-    case VK_UP:
-    case VK_DOWN:
-      if (focus_target() == ListView2.handle()) move_focus(ListView2.handle());
-      return true;
-  }
-  return false;
-}
-
-/// The keys of Find Next and Find Prev; false when no file is viewed.
-bool Form1::find_by_key(bool forward) {
-  if (!can_use(IDC_CMDFINDNEXT)) return false;
-  if (forward) {
-    cmdFindNext_Click();
-  } else {
-    cmdFindPrev_Click();
-  }
-  return true;
+  return message.message == WM_KEYDOWN && IsWindowEnabled(handle()) &&
+         keys_.key_down(message.wParam);
 }
 
 void Form1::Form_Activate(bool active) {

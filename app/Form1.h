@@ -11,6 +11,7 @@
 #include "actions/clipboard_commands.h"
 #include "actions/file_commands.h"
 #include "actions/launcher.h"
+#include "app/main_keys.h"
 #include "app/result_view.h"
 #include "app/search_run.h"
 #include "app/viewer_box.h"
@@ -147,11 +148,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void wire_list();
   void set_tool_tips();
   void wire_label_edit();
-  bool Form_KeyDown(WPARAM key);
-  bool list_key_down(WPARAM key, bool shift, bool control);
-  bool button_key_down(WPARAM key);
-  bool select_first_row();
-  bool find_by_key(bool forward);
+  MainKeys::Window key_window();
   void Form_Activate(bool active);
   bool set_pointer(LPARAM lparam) const;
 
@@ -166,6 +163,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   static std::span<const Command> commands();
   /// Runs a command if it can be used: other programs can send any.
   void run_command(const Command& command);
+  bool run_command(int id);
   void enable(const Command& command, bool on);
   WindowState window_state() const;
   bool busy() const { return searching() || viewer_.finding(); }
@@ -256,6 +254,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   SortMenu sort_menu_;
   ViewerPane viewer_;
   SearchRun run_;
+  MainKeys keys_;
   HyperFind hyper_;
   std::string_view hyper_caption_;  ///< what the button and the menus say now
   FocusMarker focus_marker_;

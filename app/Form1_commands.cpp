@@ -169,6 +169,9 @@ void Form1::ListView2_MouseUp(LPARAM position) {
 }
 
 void Form1::pop_up_file_menu(POINT at) {
+  // A name that is being typed is taken now: a command would be served behind it, when the last
+  // entry says something else again.
+  if (ListView2.editing_label()) move_focus(ListView2.handle());
   const HMENU menu = GetMenu(handle());
   win32::set_entry_text(menu, ID_MNUEXIT, "C&opy Name");
   exit_copies_ = true;

@@ -2,47 +2,11 @@
 #include <utility>
 
 #include "app/Form1.h"
+#include "app/control_mover.h"
 #include "app/window_placement.h"
 #include "win32/dpi.h"
 
 namespace tallowmere {
-
-namespace {
-
-constexpr int etched_line_height = 2;  // pixels, at every resolution
-
-/// Moves several controls at once, so that they are repainted once.
-class Mover {
- public:
-  Mover(int count, int dpi) : moves_(BeginDeferWindowPos(count)), dpi_(dpi) {}
-  ~Mover() {
-    if (moves_ != nullptr) EndDeferWindowPos(moves_);
-  }
-  Mover(const Mover&) = delete;
-  Mover& operator=(const Mover&) = delete;
-
-  void move(HWND control, const TwipRect& place) {
-    // Edges are rounded, not lengths: neighbours stay neighbours at every resolution.
-    move(control, place, pixels(place.bottom()) - pixels(place.top));
-  }
-
-  void move_line(HWND line, const TwipRect& place) { move(line, place, etched_line_height); }
-
- private:
-  void move(HWND control, const TwipRect& place, int height) {
-    if (moves_ == nullptr) return;
-    const int left = pixels(place.left);
-    moves_ = DeferWindowPos(moves_, control, nullptr, left, pixels(place.top),
-                            pixels(place.right()) - left, height,
-                            SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
-  }
-  int pixels(Twips twips) const { return static_cast<int>(to_pixels(twips, dpi_)); }
-
-  HDWP moves_;
-  int dpi_;
-};
-
-}  // namespace
 
 void Form1::Form_Resize() {
   // The window is sized once while it is made, before its controls are known.
@@ -68,7 +32,7 @@ void Form1::place_controls(const MainLayout& layout, int dpi) {
       {ListView2.handle(), &layout.ListView2},     {Label1.handle(), &layout.Label1},
       {Label2.handle(), &layout.Label2},           {Text1.handle(), &layout.Text1},
       {Text1.VScroll1.handle(), &layout.VScroll1}, {lblFileInfo.handle(), &layout.lblFileInfo}};
-  Mover mover(static_cast<int>(std::size(places)) + 2, dpi);
+  ControlMover mover(static_cast<int>(std::size(places)) + 2, dpi);
   for (const auto& [control, place] : places) mover.move(control, *place);
   mover.move_line(Line1.handle(), layout.Line1);
   mover.move_line(Line2.handle(), layout.Line2);

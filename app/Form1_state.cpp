@@ -93,6 +93,13 @@ void Form1::run_command(const Command& command) {
   if (is_enabled(command.rule, window_state())) (this->*command.run)();
 }
 
+/// False when the command cannot be used now.
+bool Form1::run_command(int id) {
+  if (!can_use(id)) return false;
+  SendMessageW(handle(), WM_COMMAND, static_cast<WPARAM>(id), 0);
+  return true;
+}
+
 void Form1::enable(const Command& command, bool on) {
   const HWND button = item(command.id);
   if (button == nullptr) {
