@@ -1,5 +1,9 @@
 #include "app/Form1.h"
 
+#include <functional>
+#include <utility>
+
+#include "app/main_class.h"
 #include "app/resource.h"
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmFonts.h"
@@ -14,31 +18,6 @@ namespace tallowmere {
 
 namespace {
 
-constexpr wchar_t class_name[] = L"Tallowmere32";
-
-HICON load_icon(int width_metric, int height_metric) {
-  const HANDLE icon =
-      LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TALLOWMERE), IMAGE_ICON,
-                 GetSystemMetrics(width_metric), GetSystemMetrics(height_metric), LR_SHARED);
-  return static_cast<HICON>(icon);
-}
-
-/// Registers the class that the template names and returns the template's number. A second
-/// registration fails and does no harm.
-int form_template() {
-  WNDCLASSEXW window_class{};
-  window_class.cbSize = sizeof window_class;
-  window_class.lpfnWndProc = DefDlgProcW;
-  window_class.cbWndExtra = DLGWINDOWEXTRA;
-  window_class.hInstance = GetModuleHandleW(nullptr);
-  window_class.hIcon = load_icon(SM_CXICON, SM_CYICON);
-  window_class.hIconSm = load_icon(SM_CXSMICON, SM_CYSMICON);
-  window_class.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  window_class.lpszClassName = class_name;
-  RegisterClassExW(&window_class);
-  return IDD_FORM1;
-}
-
 DateFormat date_format(const Clock& clock) {
   return {clock, win32::short_date};
 }
@@ -46,7 +25,7 @@ DateFormat date_format(const Clock& clock) {
 }  // namespace
 
 Form1::Form1(const Services& services)
-    : Form(form_template(), nullptr),
+    : Form(main_window_template(), nullptr),
       ListView2(item(IDC_LISTVIEW2), results_, date_format(services.clock)),
       Text1(item(IDC_TEXT1), item(IDC_VSCROLL1), services.page),
       services_(services),
@@ -64,7 +43,6 @@ Form1::Form1(const Services& services)
       launcher_(*this, services.page),
       clipboard_(*this),
       file_commands_(handle(), results_, dialog_context_, *this) {
-  find_controls();
   wire_commands();
   wire_list();
   wire_viewer();
@@ -80,22 +58,6 @@ void Form1::show(int show_command) {
   move_focus(cmdSearch.handle());
 }
 
-void Form1::find_controls() {
-  cmdSearch = win32::Button(item(IDC_CMDSEARCH));
-  cmdView = win32::Button(item(IDC_CMDVIEW));
-  cmdFindNext = win32::Button(item(IDC_CMDFINDNEXT));
-  cmdFindPrev = win32::Button(item(IDC_CMDFINDPREV));
-  cmdLaunch = win32::Button(item(IDC_CMDLAUNCH));
-  cmdHyper = win32::Button(item(IDC_CMDHYPER));
-  cmdRestore = win32::Button(item(IDC_CMDRESTORE));
-  cmdExit = win32::Button(item(IDC_CMDEXIT));
-  Label1 = win32::Label(item(IDC_LABEL1));
-  Label2 = win32::Label(item(IDC_LABEL2));
-  lblFileInfo = win32::Label(item(IDC_LBLFILEINFO));
-  Line1 = win32::Control(item(IDC_LINE1));
-  Line2 = win32::Control(item(IDC_LINE2));
-}
-
 void Form1::wire_commands() {
   for (const Command& command : commands()) {
     clicked(command.id, [this, &command] { run_command(command); });
@@ -103,44 +65,29 @@ void Form1::wire_commands() {
 }
 
 void Form1::wire_list() {
-  notify(IDC_LISTVIEW2, LVN_GETDISPINFOW, [this](NMHDR& header) -> LRESULT {
+  const auto on = [this](UINT code, std::function<void(NMHDR&)> handler) {
+    notify(IDC_LISTVIEW2, code, [handler = std::move(handler)](NMHDR& header) -> LRESULT {
+      handler(header);
+      return 0;
+    });
+  };
+  on(LVN_GETDISPINFOW, [this](NMHDR& header) {
     ListView2.LVN_GetDispInfo(reinterpret_cast<NMLVDISPINFOW&>(header));
-    return 0;
   });
+  on(LVN_COLUMNCLICK, [this](NMHDR& header) {
+    ListView2_ColumnClick(reinterpret_cast<NMLISTVIEW&>(header).iSubItem);
+  });
+  on(LVN_ITEMCHANGED,
+     [this](NMHDR& header) { ListView2_ItemClick(reinterpret_cast<NMLISTVIEW&>(header)); });
+  on(LVN_ODSTATECHANGED, [this](NMHDR&) { refresh_commands(); });
+  on(NM_DBLCLK, [this](NMHDR&) { ListView2_DblClick(); });
+  on(NM_SETFOCUS, [this](NMHDR&) { ListView2_GotFocus(); });
+  on(NM_KILLFOCUS, [this](NMHDR&) { focus_marker_.list_lost_focus(); });
   notify(IDC_LISTVIEW2, LVN_ODFINDITEMW, [this](NMHDR& header) -> LRESULT {
     return ListView2.LVN_ODFindItem(reinterpret_cast<NMLVFINDITEMW&>(header));
   });
-  notify(IDC_LISTVIEW2, LVN_COLUMNCLICK, [this](NMHDR& header) -> LRESULT {
-    ListView2_ColumnClick(reinterpret_cast<NMLISTVIEW&>(header).iSubItem);
-    return 0;
-  });
-  notify(IDC_LISTVIEW2, NM_DBLCLK, [this](NMHDR&) -> LRESULT {
-    ListView2_DblClick();
-    return 0;
-  });
-  notify(IDC_LISTVIEW2, NM_SETFOCUS, [this](NMHDR&) -> LRESULT {
-    ListView2_GotFocus();
-    return 0;
-  });
-  notify(IDC_LISTVIEW2, NM_KILLFOCUS, [this](NMHDR&) -> LRESULT {
-    focus_marker_.list_lost_focus();
-    return 0;
-  });
-  notify(IDC_LISTVIEW2, LVN_ITEMCHANGED, [this](NMHDR& header) -> LRESULT {
-    ListView2_ItemClick(reinterpret_cast<NMLISTVIEW&>(header));
-    return 0;
-  });
-  notify(IDC_LISTVIEW2, LVN_ODSTATECHANGED, [this](NMHDR&) -> LRESULT {
-    refresh_commands();
-    return 0;
-  });
-  wire_label_edit();
-}
-
-void Form1::wire_label_edit() {
   notify(IDC_LISTVIEW2, LVN_BEGINLABELEDITW, [this](NMHDR& header) -> LRESULT {
-    const int row = reinterpret_cast<NMLVDISPINFOW&>(header).item.iItem;
-    return ListView2_BeforeLabelEdit(row) ? FALSE : TRUE;
+    return !ListView2_BeforeLabelEdit(reinterpret_cast<NMLVDISPINFOW&>(header).item.iItem);
   });
   notify(IDC_LISTVIEW2, LVN_ENDLABELEDITW, [this](NMHDR& header) -> LRESULT {
     // What has waited for the end of the edit has its turn when the view is done with it.
@@ -196,7 +143,7 @@ bool Form1::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& resu
       return false;
     case WM_VSCROLL:
       if (reinterpret_cast<HWND>(lparam) == Text1.VScroll1.handle()) {
-        VScroll1_Change(LOWORD(wparam));
+        viewer_.VScroll1_Change(LOWORD(wparam));
       }
       return true;
     case WM_MOUSEWHEEL:

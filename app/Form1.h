@@ -12,6 +12,7 @@
 #include "actions/file_commands.h"
 #include "actions/launcher.h"
 #include "app/main_keys.h"
+#include "app/resource.h"
 #include "app/result_view.h"
 #include "app/search_run.h"
 #include "app/viewer_box.h"
@@ -102,9 +103,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void mnuSearchFile_Click();
   void mnuSelectAll_Click();
   void mnuExit_Click();
-  void mnuSoundOn_Click();
-  void mnuMinimizeOn_Click();
-  void mnuFindOnLaunch_Click();
   void mnuSort_Click(int index);
   void mnuFontStyle_Click();
   void mnuLargerFont_Click();
@@ -114,11 +112,20 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void show_about_form();
 
   ResultView ListView2;
-  win32::Button cmdSearch, cmdView, cmdFindNext, cmdFindPrev, cmdLaunch, cmdHyper, cmdRestore,
-      cmdExit;
+  win32::Button cmdSearch{item(IDC_CMDSEARCH)};
+  win32::Button cmdView{item(IDC_CMDVIEW)};
+  win32::Button cmdFindNext{item(IDC_CMDFINDNEXT)};
+  win32::Button cmdFindPrev{item(IDC_CMDFINDPREV)};
+  win32::Button cmdLaunch{item(IDC_CMDLAUNCH)};
+  win32::Button cmdHyper{item(IDC_CMDHYPER)};
+  win32::Button cmdRestore{item(IDC_CMDRESTORE)};
+  win32::Button cmdExit{item(IDC_CMDEXIT)};
   ViewerBox Text1;  ///< with its `VScroll1`
-  win32::Label Label1, Label2, lblFileInfo;
-  win32::Control Line1, Line2;
+  win32::Label Label1{item(IDC_LABEL1)};
+  win32::Label Label2{item(IDC_LABEL2)};
+  win32::Label lblFileInfo{item(IDC_LBLFILEINFO)};
+  win32::Control Line1{item(IDC_LINE1)};
+  win32::Control Line2{item(IDC_LINE2)};
 
  protected:
   bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
@@ -143,11 +150,9 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void close();
 
   // Wiring and messages: Form1.cpp.
-  void find_controls();
   void wire_commands();
   void wire_list();
   void set_tool_tips();
-  void wire_label_edit();
   MainKeys::Window key_window();
   void Form_Activate(bool active);
   bool set_pointer(LPARAM lparam) const;
@@ -178,6 +183,11 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void keep_focus();
 
   // Commands: Form1_commands.cpp.
+  template <bool ShellState::*switched>
+  void toggle() {
+    shell_.*switched = !(shell_.*switched);
+    show_toggles();
+  }
   template <int index>
   void mnuSort_Click() {
     mnuSort_Click(index);
@@ -191,7 +201,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   // The viewer: Form1_viewer.cpp.
   ViewerPane::Window viewer_window();
   void wire_viewer();
-  void VScroll1_Change(int code);
   void show_file(const FileRecord* record);
   void row_corrected();
   void ListView2_ItemClick(const NMLISTVIEW& change);

@@ -15,23 +15,6 @@ bool ends_in_wav(std::string_view name) {
   return name.size() >= 3 && compare_ignore_case(name.substr(name.size() - 3), "wav") == 0;
 }
 
-POINT point_of(LPARAM position) {
-  return {static_cast<short>(LOWORD(position)), static_cast<short>(HIWORD(position))};
-}
-
-/// Where a menu called by the keyboard opens.
-POINT corner_of(HWND window) {
-  RECT rect;
-  GetWindowRect(window, &rect);
-  return {rect.left, rect.top};
-}
-
-bool covers(HWND window, POINT point) {
-  RECT rect;
-  GetWindowRect(window, &rect);
-  return PtInRect(&rect, point) != FALSE;
-}
-
 }  // namespace
 
 void Form1::cmdExit_Click() {
@@ -49,21 +32,6 @@ void Form1::mnuExit_Click() {
 void Form1::mnuStop_Click() {
   run_.stop();
   viewer_.stop();
-}
-
-void Form1::mnuSoundOn_Click() {
-  shell_.sound_on = !shell_.sound_on;
-  show_toggles();
-}
-
-void Form1::mnuMinimizeOn_Click() {
-  shell_.minimize_on = !shell_.minimize_on;
-  show_toggles();
-}
-
-void Form1::mnuFindOnLaunch_Click() {
-  shell_.find_on_launch = !shell_.find_on_launch;
-  show_toggles();
 }
 
 void Form1::show_toggles() {
@@ -158,14 +126,14 @@ void Form1::show_context_menu(HWND over, LPARAM position) {
     return;
   }
   const bool by_key = position == -1;
-  const POINT at = by_key ? Text1.caret_point() : point_of(position);
+  const POINT at = by_key ? Text1.caret_point() : win32::point_of(position);
   refresh_commands();
-  if (by_key || covers(Text1.handle(), at)) win32::pop_up(quick_menu_.handle(), handle(), at);
+  if (by_key || Text1.covers(at)) win32::pop_up(quick_menu_.handle(), handle(), at);
 }
 
 void Form1::ListView2_MouseUp(LPARAM position) {
   if (ListView2.selected_count() == 0) return;
-  pop_up_file_menu(position == -1 ? corner_of(ListView2.handle()) : point_of(position));
+  pop_up_file_menu(position == -1 ? ListView2.corner() : win32::point_of(position));
 }
 
 void Form1::pop_up_file_menu(POINT at) {

@@ -22,48 +22,11 @@ void Form1::wire_viewer() {
     leave(Text1.handle());
     leave(Text1.VScroll1.handle());
   };
-  Text1.wheel = [this](int lines) {
-    viewer_.scroll([lines](ViewScroll& view) { view.scroll_lines(lines); });
-  };
   Text1.wheel_zoomed = [this](bool larger) {
-    if (can_use(ID_MNULARGERFONT)) {
-      larger ? mnuLargerFont_Click() : mnuSmallerFont_Click();
-    }
+    run_command(larger ? ID_MNULARGERFONT : ID_MNUSMALLERFONT);
   };
-  Text1.before_key = [this](bool down, bool caret_first) {
-    viewer_.scroll([=](ViewScroll& view) { view.make_room(down, caret_first); });
-  };
-  Text1.before_jump = [this](bool to_end, bool extend) {
-    viewer_.scroll(
-        [=](ViewScroll& view) { to_end ? view.go_to_end(extend) : view.go_to_start(extend); });
-  };
-  Text1.view_moved = [this] { viewer_.scroll([](ViewScroll& view) { view.show_position(); }); };
-  Text1.selection_changed = [this] { viewer_.check_selection(); };
   command(IDC_TEXT1, EN_SETFOCUS, [this] { focus_marker_.viewer_got_focus(); });
   command(IDC_TEXT1, EN_KILLFOCUS, [this] { focus_marker_.viewer_lost_focus(); });
-}
-
-void Form1::VScroll1_Change(int code) {
-  viewer_.scroll([&](ViewScroll& view) {
-    switch (code) {
-      case SB_LINEUP:
-      case SB_LINEDOWN:
-        view.scroll_lines(code == SB_LINEDOWN ? 1 : -1);
-        break;
-      case SB_PAGEUP:
-      case SB_PAGEDOWN:
-        view.scroll_pages(code == SB_PAGEDOWN ? 1 : -1);
-        break;
-      case SB_TOP:
-      case SB_BOTTOM:
-        view.scroll_to(code == SB_BOTTOM ? scroll_maximum : 0);
-        break;
-      case SB_THUMBTRACK:
-      case SB_THUMBPOSITION:
-        view.scroll_to(Text1.VScroll1.track_position());
-        break;
-    }
-  });
 }
 
 void Form1::show_file(const FileRecord* record) {

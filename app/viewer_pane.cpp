@@ -18,18 +18,54 @@ constexpr std::uint64_t quick_step_ms =
 
 }  // namespace
 
-ViewerPane::ViewerPane(TextFace& face, ResultList& results, FileSystem& files,
+ViewerPane::ViewerPane(ViewerBox& box, ResultList& results, FileSystem& files,
                        const SearchCriteria& search, const CodePage& page, Window window)
-    : face_(face),
+    : face_(box),
+      box_(box),
       results_(results),
       search_(search),
       page_(page),
       window_(std::move(window)),
-      viewer_(results, files, face, *this),
-      navigation_(viewer_, face, *this),
-      scroll_(viewer_, face),
+      viewer_(results, files, box, *this),
+      navigation_(viewer_, box, *this),
+      scroll_(viewer_, box),
       finder_(make_finder()),
-      events_(event_interval_ms) {}
+      events_(event_interval_ms) {
+  wire();
+}
+
+void ViewerPane::wire() {
+  box_.wheel = [this](int lines) {
+    scroll([lines](ViewScroll& view) { view.scroll_lines(lines); });
+  };
+  box_.before_key = [this](bool down, bool caret_first) {
+    scroll([=](ViewScroll& view) { view.make_room(down, caret_first); });
+  };
+  box_.before_jump = [this](bool to_end, bool extend) {
+    scroll([=](ViewScroll& view) { to_end ? view.go_to_end(extend) : view.go_to_start(extend); });
+  };
+  box_.view_moved = [this] { scroll([](ViewScroll& view) { view.show_position(); }); };
+  box_.selection_changed = [this] { check_selection(); };
+}
+
+void ViewerPane::VScroll1_Change(int code) {
+  scroll([&](ViewScroll& view) {
+    switch (code) {
+      case SB_LINEUP:
+      case SB_LINEDOWN:
+        return view.scroll_lines(code == SB_LINEDOWN ? 1 : -1);
+      case SB_PAGEUP:
+      case SB_PAGEDOWN:
+        return view.scroll_pages(code == SB_PAGEDOWN ? 1 : -1);
+      case SB_TOP:
+      case SB_BOTTOM:
+        return view.scroll_to(code == SB_BOTTOM ? scroll_maximum : 0);
+      case SB_THUMBTRACK:
+      case SB_THUMBPOSITION:
+        return view.scroll_to(box_.VScroll1.track_position());
+    }
+  });
+}
 
 HitFinder ViewerPane::make_finder() {
   return HitFinder(search_, page_, [this](std::int64_t position, std::int64_t length) {

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "app/tick_gate.h"
+#include "app/viewer_box.h"
 #include "engine/code_page.h"
 #include "engine/search_criteria.h"
 #include "results/result_list.h"
@@ -37,7 +38,7 @@ class ViewerPane : private ViewerHost {
   };
 
   /// All of them outlive the pane.
-  ViewerPane(TextFace& face, ResultList& results, FileSystem& files, const SearchCriteria& search,
+  ViewerPane(ViewerBox& box, ResultList& results, FileSystem& files, const SearchCriteria& search,
              const CodePage& page, Window window);
 
   bool viewing() const { return viewer_.loaded(); }
@@ -60,7 +61,8 @@ class ViewerPane : private ViewerHost {
   void stop() { stop_ = true; }
   void clear() { viewer_.clear_textbox(); }
 
-  void scroll(const std::function<void(ViewScroll&)>& move);
+  /// The scroll bar has been worked; `code` is one of SB_*.
+  void VScroll1_Change(int code);
 
   /// The selection as bytes of the file as it shows.
   std::string selected_text() const;
@@ -76,6 +78,8 @@ class ViewerPane : private ViewerHost {
   enum class Step { none, opening, scrolling, finding };
 
   HitFinder make_finder();
+  void wire();
+  void scroll(const std::function<void(ViewScroll&)>& move);
   /// Makes one step unless another one is under way; false when it did not begin.
   bool make_step(Step kind, const std::function<void()>& work);
   void find(bool forward);
@@ -92,6 +96,7 @@ class ViewerPane : private ViewerHost {
   void select_row(std::size_t row) override { window_.select_row(row); }
 
   TextFace& face_;
+  ViewerBox& box_;  ///< the same, with its scroll bar and its events
   const ResultList& results_;
   const SearchCriteria& search_;
   const CodePage& page_;

@@ -24,6 +24,22 @@ std::string list_text(HWND list, UINT length_message, UINT text_message, int ind
 
 }  // namespace
 
+POINT point_of(LPARAM position) {
+  return {static_cast<short>(LOWORD(position)), static_cast<short>(HIWORD(position))};
+}
+
+POINT Control::corner() const {
+  RECT rect{};
+  GetWindowRect(window_, &rect);
+  return {rect.left, rect.top};
+}
+
+bool Control::covers(POINT on_screen) const {
+  RECT rect{};
+  GetWindowRect(window_, &rect);
+  return PtInRect(&rect, on_screen) != FALSE;
+}
+
 std::string Control::text() const {
   return narrow(units());
 }

@@ -13,6 +13,9 @@
 
 namespace tallowmere::win32 {
 
+/// The place that a mouse message carries.
+POINT point_of(LPARAM position);
+
 class Control {
  public:
   Control() = default;
@@ -31,6 +34,9 @@ class Control {
   void show(bool on) const { ShowWindow(window_, on ? SW_SHOWNA : SW_HIDE); }
   /// The control's own state: true also while its form is hidden.
   bool visible() const { return (GetWindowLongPtrW(window_, GWL_STYLE) & WS_VISIBLE) != 0; }
+  /// The upper left corner on the screen.
+  POINT corner() const;
+  bool covers(POINT on_screen) const;
   void focus() const { SetFocus(window_); }
   bool has_focus() const { return GetFocus() == window_; }
   void repaint() const { RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW); }
