@@ -24,6 +24,7 @@ void frmRename::show(const std::string& old_name, Rename rename) {
   txtOldName.set_text(old_name);
   txtNewName.set_text(old_name);
   show_modal(owner_);
+  rename_ = nullptr;
 }
 
 /// The extension mostly stays.

@@ -30,7 +30,7 @@ class frmRename : public win32::Form {
   void cmdCancel_Click();
 
   HWND owner_;
-  Rename rename_;
+  Rename rename_;  ///< while the dialog is shown
 };
 
 }  // namespace tallowmere

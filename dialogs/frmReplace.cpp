@@ -31,8 +31,19 @@ ReplaceAnswer frmReplace::ask(const ReplaceQuestion& question) {
   lblSource.set_text(question.source);
   lblSourceFacts.set_text(replace_facts(question.source_facts, format_));
   answer_ = ReplaceAnswer::cancel;  // when the program ends meanwhile
-  show_modal(owner_);
+  if (drop_pending()) show_modal(owner_);
   return answer_;
+}
+
+/// A second click on the last question is no answer to this one. False when the program ends.
+bool frmReplace::drop_pending() const {
+  MSG message;
+  while (PeekMessageW(&message, handle(), WM_KEYFIRST, WM_MOUSELAST, PM_REMOVE)) {
+    if (message.message != WM_QUIT) continue;
+    PostQuitMessage(static_cast<int>(message.wParam));
+    return false;
+  }
+  return true;
 }
 
 void frmReplace::answer(ReplaceAnswer answer) {

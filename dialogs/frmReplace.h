@@ -21,6 +21,7 @@ class frmReplace : public win32::Form {
   void on_shown() override { cmdNo.focus(); }
 
  private:
+  bool drop_pending() const;
   void answer(ReplaceAnswer answer);
 
   HWND owner_;

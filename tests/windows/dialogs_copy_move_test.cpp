@@ -62,6 +62,8 @@ TEST_F(CopyMoveTest, FolderNewFolderAndNewName) {
   EXPECT_EQ(request->folder, "C:\\docs\\new\\a\\b\\");
   EXPECT_EQ(request->name, "c.txt");
   EXPECT_TRUE(request->confirm_replacement);
+  // A second click that comes late.
+  SendMessageW(form.handle(), WM_COMMAND, IDOK, 0);
   EXPECT_EQ(folders.made, std::vector<std::string>{"C:\\docs\\new\\a\\b\\"});
 }
 
@@ -98,7 +100,11 @@ TEST_F(CopyMoveTest, RefusesWhatCannotBeAndStays) {
              form.txtNewFolder.set_text("a\\con");
              press(form.txtNewFolder, VK_RETURN);
            },
-           [&] { EXPECT_NE(answer_box(L"Cannot Copy File").find("device"), std::string::npos); },
+           [&] {
+             form.txtNewFolder.set_text("good");
+             SendMessageW(form.handle(), WM_COMMAND, IDOK, 0);  // behind the box
+             EXPECT_NE(answer_box(L"Cannot Copy File").find("device"), std::string::npos);
+           },
            [&] {
              EXPECT_TRUE(form.txtNewFolder.has_focus());
              form.txtNewFolder.set_text("full");
@@ -146,6 +152,9 @@ TEST(RenameTest, SelectsTheStemAndStaysUntilTheNameIsTaken) {
   EXPECT_EQ(tried, (std::vector<std::string>{"bad.txt", "good.txt"}));
   world.hand.work([&] { form.show("x", [](const std::string&) { return true; }); },
                   {[&] { press(form.txtNewName, VK_ESCAPE); }});
+  form.txtNewName.set_text("late.txt");
+  SendMessageW(form.handle(), WM_COMMAND, IDOK, 0);
+  EXPECT_EQ(tried.size(), 2u) << "hidden, it renames nothing";
 }
 
 TEST(ReplaceTest, ShowsBothFilesAndAnswers) {
@@ -167,7 +176,13 @@ TEST(ReplaceTest, ShowsBothFilesAndAnswers) {
             }),
             ReplaceAnswer::yes);
   EXPECT_EQ(answer([&] { form.cmdYesToAll.click(); }), ReplaceAnswer::yes_to_all);
-  EXPECT_EQ(answer([&] { press(form.cmdNo, VK_RETURN); }), ReplaceAnswer::no);
+  EXPECT_EQ(answer([&] {
+              PostMessageW(form.handle(), WM_COMMAND, IDYES, 0);
+              PostMessageW(form.handle(), WM_COMMAND, IDYES, 0);
+            }),
+            ReplaceAnswer::yes);
+  EXPECT_EQ(answer([&] { press(form.cmdNo, VK_RETURN); }), ReplaceAnswer::no)
+      << "the second click was for the question before";
   EXPECT_EQ(answer([&] { press(form.cmdNo, VK_ESCAPE); }), ReplaceAnswer::cancel);
 }
 
