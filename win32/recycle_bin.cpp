@@ -1,7 +1,6 @@
 #include "win32/recycle_bin.h"
 
 #include <objbase.h>
-#include <shellapi.h>
 
 #include "win32/system_error.h"
 #include "win32/text.h"
@@ -94,8 +93,7 @@ std::optional<SystemError> RecycleBin::put(const std::string& path) {
   operation.hwnd = owner_;
   operation.wFunc = FO_DELETE;
   operation.pFrom = list.c_str();
-  operation.fFlags =
-      FOF_ALLOWUNDO | FOF_NOCONFIRMATION | FOF_WANTNUKEWARNING | FOF_SILENT | FOF_NOERRORUI;
+  operation.fFlags = recycling_flags;
   const int code = SHFileOperationW(&operation);
   if (operation.fAnyOperationsAborted) return system_error(ERROR_CANCELLED);
   if (code != 0) return shell_error(code);

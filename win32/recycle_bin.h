@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <shellapi.h>
+
 #include <map>
 #include <optional>
 #include <string>
@@ -9,6 +11,12 @@
 #include "engine/file_system.h"
 
 namespace tallowmere::win32 {
+
+/// Without a word unless a file is too big for the bin. FOF_NO_CONNECTED_ELEMENTS: a folder that
+/// belongs to a page by its name, as "page_files" to "page.htm", stays.
+inline constexpr FILEOP_FLAGS recycling_flags = FOF_ALLOWUNDO | FOF_NOCONFIRMATION |
+                                                FOF_WANTNUKEWARNING | FOF_SILENT | FOF_NOERRORUI |
+                                                FOF_NO_CONNECTED_ELEMENTS;
 
 /// The Recycle Bins of the volumes. Asks about each volume once, so an object is for one command.
 class RecycleBin {
