@@ -3,13 +3,20 @@
 #include <windows.h>
 
 #include <atomic>
+#include <cerrno>
+#include <exception>
 #include <memory>
+#include <new>
+#include <system_error>
 #include <thread>
 #include <type_traits>
 #include <utility>
 
 namespace tallowmere {
 namespace {
+
+using Result = BackgroundOperations::Result;
+using Progress = FileOperations::Progress;
 
 constexpr DWORD look_pause = 50;  ///< milliseconds between two looks at the progress
 
@@ -18,6 +25,56 @@ struct HandleCloser {
 };
 using Event = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
 
+/// No exception leaves it: on a thread of its own that would end the program.
+Result guarded(const std::function<Result(const Progress&)>& work, const Progress& progress) {
+  try {
+    return work(progress);
+  } catch (const std::bad_alloc&) {
+    return SystemError{ERROR_NOT_ENOUGH_MEMORY, "Out of memory"};
+  } catch (const std::exception& error) {
+    return SystemError{ERROR_INTERNAL_ERROR, error.what()};
+  }
+}
+
+/// One operation under way on a thread of its own. The destructor gives it up and waits for it.
+class Worker {
+ public:
+  /// Throws where no thread or event can be had.
+  explicit Worker(const std::function<Result(const Progress&)>& work)
+      : ended_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
+    if (!ended_) throw std::system_error(ENOMEM, std::generic_category());
+    thread_ = std::jthread([this, &work] {
+      result_ = guarded(work, [this](std::int64_t bytes_done, std::int64_t bytes_total) {
+        done = bytes_done;
+        total = bytes_total;
+        return !given_up;
+      });
+      SetEvent(ended_.get());
+    });
+  }
+  ~Worker() { given_up = true; }
+
+  std::atomic<std::int64_t> done = 0;
+  std::atomic<std::int64_t> total = 0;
+  std::atomic<bool> given_up = false;
+
+  /// True when it has ended or nothing more can be learned of it; false when events may wait.
+  bool wait() const {
+    const HANDLE event = ended_.get();
+    const DWORD woken = MsgWaitForMultipleObjects(1, &event, FALSE, look_pause, QS_ALLINPUT);
+    return woken == WAIT_OBJECT_0 || woken == WAIT_FAILED;
+  }
+  Result result() {
+    thread_.join();
+    return std::move(result_);
+  }
+
+ private:
+  Event ended_;
+  Result result_;
+  std::jthread thread_;  ///< last: joined while the others are there
+};
+
 }  // namespace
 
 BackgroundOperations::BackgroundOperations(FileOperations& operations, std::function<void()> serve)
@@ -25,26 +82,20 @@ BackgroundOperations::BackgroundOperations(FileOperations& operations, std::func
 
 BackgroundOperations::Result BackgroundOperations::run(const Work& work,
                                                        const Progress& progress) const {
-  std::atomic<std::int64_t> done = 0;
-  std::atomic<std::int64_t> total = 0;
-  std::atomic<bool> given_up = false;
-  const Event finished(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-  Result result;
-  std::thread worker([&] {
-    result = work([&](std::int64_t bytes_done, std::int64_t bytes_total) {
-      done = bytes_done;
-      total = bytes_total;
-      return !given_up;
+  std::optional<Worker> worker;
+  try {
+    worker.emplace(work);
+  } catch (const std::exception&) {
+    return guarded(work, [&](std::int64_t done, std::int64_t total) {
+      serve_();
+      return progress(done, total);
     });
-    SetEvent(finished.get());
-  });
-  const HANDLE event = finished.get();
-  while (MsgWaitForMultipleObjects(1, &event, FALSE, look_pause, QS_ALLINPUT) != WAIT_OBJECT_0) {
-    serve_();
-    if (!given_up && !progress(done, total)) given_up = true;
   }
-  worker.join();
-  return result;
+  while (!worker->wait()) {
+    serve_();
+    if (!worker->given_up && !progress(worker->done, worker->total)) worker->given_up = true;
+  }
+  return worker->result();
 }
 
 BackgroundOperations::Result BackgroundOperations::run(const Work& work) const {
@@ -57,7 +108,8 @@ BackgroundOperations::Result BackgroundOperations::facts(const std::string& path
 }
 
 BackgroundOperations::Result BackgroundOperations::copy(const std::string& source,
-                                                        const std::string& target, bool replace,
+                                                        const std::string& target,
+                                                        const Replace& replace,
                                                         const Progress& progress) {
   return run(
       [&](const Progress& inner) { return operations_.copy(source, target, replace, inner); },
@@ -65,7 +117,8 @@ BackgroundOperations::Result BackgroundOperations::copy(const std::string& sourc
 }
 
 BackgroundOperations::Result BackgroundOperations::move(const std::string& source,
-                                                        const std::string& target, bool replace,
+                                                        const std::string& target,
+                                                        const Replace& replace,
                                                         const Progress& progress) {
   return run(
       [&](const Progress& inner) { return operations_.move(source, target, replace, inner); },

@@ -9,7 +9,8 @@ namespace tallowmere {
 
 /// Runs file operations on a thread of their own, one at a time, and serves the window meanwhile: a
 /// slow disk or network never freezes it. Progress is told on the calling thread, a few times a
-/// second, also while the operation itself does not report.
+/// second, also while the operation itself does not report. Where the system has no thread left,
+/// the operation runs on the calling one. It never throws: what it lacks becomes its error.
 class BackgroundOperations : public FileOperations {
  public:
   using Result = std::optional<SystemError>;
@@ -18,9 +19,9 @@ class BackgroundOperations : public FileOperations {
   BackgroundOperations(FileOperations& operations, std::function<void()> serve);
 
   Result facts(const std::string& path, FileFacts& facts) override;
-  Result copy(const std::string& source, const std::string& target, bool replace,
+  Result copy(const std::string& source, const std::string& target, const Replace& replace,
               const Progress& progress) override;
-  Result move(const std::string& source, const std::string& target, bool replace,
+  Result move(const std::string& source, const std::string& target, const Replace& replace,
               const Progress& progress) override;
   Result rename(const std::string& source, const std::string& target) override;
   bool can_recycle(const std::string& path) override;

@@ -1,6 +1,7 @@
 #include "actions/file_commands.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -24,6 +25,17 @@ template <typename Dialog, typename... Arguments>
 Dialog& made(std::unique_ptr<Dialog>& dialog, Arguments&&... arguments) {
   if (!dialog) dialog = std::make_unique<Dialog>(std::forward<Arguments>(arguments)...);
   return *dialog;
+}
+
+/// `paths` are not empty.
+SelectedFiles selected_files(std::span<const std::string> paths) {
+  const std::string& first = paths.front();
+  const std::size_t name = first.rfind(path_separator) + 1;
+  return {first.substr(name), first.substr(0, name), paths.size()};
+}
+
+void tell_failure(HWND owner, FileCommand command, const std::string& text) {
+  win32::message_box(owner, text, failure_title(command), win32::BoxIcon::exclamation);
 }
 
 }  // namespace
@@ -63,65 +75,66 @@ FileCommands::FileCommands(HWND window, ResultList& list, const DialogContext& c
                            FileCommandHost& host)
     : window_(window), list_(list), context_(context), host_(host) {}
 
-void FileCommands::move_copy_dialog(FileCommand command, std::span<const std::size_t> rows) {
-  if (rows.empty()) return;
+void FileCommands::move_copy_dialog(FileCommand command, std::vector<std::string> paths) {
+  if (paths.empty()) return;
   win32::WinFileOperations operations(window_);
   frmCopyMove& dialog = made(frmCopyMove_, window_, context_);
-  const auto request = dialog.ask(command, selected_files(rows), operations);
+  const auto request = dialog.ask(command, selected_files(paths), operations);
   if (!request) return;
   const BatchOutcome outcome = work(command, [&](FileOperations& background, BatchUser& user) {
-    return transfer_files(list_, rows, *request, background, user);
+    return transfer_files(paths, *request, background, user);
   });
-  finish(command, outcome);
+  finish(window_, command, outcome);
 }
 
-void FileCommands::rename_dialog(std::size_t row) {
-  made(frmRename_, window_).show(list_.record(row).filename, [this, row](const std::string& name) {
-    return rename_file(row, name);
+void FileCommands::rename_dialog(const std::string& path) {
+  frmRename& dialog = made(frmRename_, window_);
+  dialog.show(selected_files({&path, 1}).name, [this, &dialog, path](const std::string& name) {
+    return rename(dialog.handle(), path, name);
   });
 }
 
-bool FileCommands::rename_file(std::size_t row, const std::string& new_name) {
-  if (new_name == list_.record(row).filename) return true;
+bool FileCommands::rename_file(const std::string& path, const std::string& new_name) {
+  return rename(window_, path, new_name);
+}
+
+/// `owner` is under the message when that cannot be.
+bool FileCommands::rename(HWND owner, const std::string& path, const std::string& new_name) {
+  if (new_name == selected_files({&path, 1}).name) return true;
   if (const std::string fault = name_fault(new_name); !fault.empty()) {
-    tell_failure(FileCommand::rename, fault);
+    tell_failure(owner, FileCommand::rename, fault);
     return false;
   }
   win32::WinFileOperations operations(window_);
-  const BatchOutcome outcome = tallowmere::rename_file(list_, row, new_name, operations);
-  finish(FileCommand::rename, outcome);
+  const BatchOutcome outcome = tallowmere::rename_file(path, new_name, operations);
+  finish(owner, FileCommand::rename, outcome);
   return outcome.done == 1;
 }
 
-void FileCommands::delete_files(std::span<const std::size_t> rows) {
-  if (rows.empty()) return;
-  std::vector<bool> recycle(rows.size());
+void FileCommands::delete_files(std::vector<std::string> paths) {
+  if (paths.empty()) return;
+  std::vector<bool> recycle(paths.size());
   {
     const win32::Hourglass hourglass;
     win32::WinFileOperations operations(window_);
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-      recycle[i] = operations.can_recycle(list_.indexed_filename(rows[i]));
-    }
+    for (std::size_t i = 0; i < paths.size(); ++i) recycle[i] = operations.can_recycle(paths[i]);
   }
   const auto unrecoverable = static_cast<std::size_t>(std::ranges::count(recycle, false));
-  const std::string question = delete_question(selected_files(rows), unrecoverable);
+  const std::string question = delete_question(selected_files(paths), unrecoverable);
   if (!confirm(question, delete_title, unrecoverable > 0)) return;
   const BatchOutcome outcome =
       work(FileCommand::erase, [&](FileOperations& background, BatchUser& user) {
-        return tallowmere::delete_files(list_, rows, recycle, background, user);
+        return tallowmere::delete_files(paths, recycle, background, user);
       });
-  finish(FileCommand::erase, outcome);
+  finish(window_, FileCommand::erase, outcome);
 }
 
-void FileCommands::remove_files(std::span<const std::size_t> rows) {
-  if (rows.empty()) return;
-  if (!confirm(remove_question(selected_files(rows)), remove_title, false)) return;
-  finish(FileCommand::erase, remove_rows(list_, rows));
-}
-
-SelectedFiles FileCommands::selected_files(std::span<const std::size_t> rows) const {
-  const FileRecord& first = list_.record(rows.front());
-  return {first.filename, first.filepath, rows.size()};
+void FileCommands::remove_files(std::vector<std::string> paths) {
+  if (paths.empty()) return;
+  if (!confirm(remove_question(selected_files(paths)), remove_title, false)) return;
+  BatchOutcome outcome;
+  outcome.gone = std::move(paths);
+  finish(window_, FileCommand::erase, outcome);
 }
 
 bool FileCommands::confirm(const std::string& question, std::string_view title,
@@ -137,14 +150,15 @@ BatchOutcome FileCommands::work(
   frmProgress& progress = made(frmProgress_, window_);
   win32::WinFileOperations operations(window_);
   BackgroundOperations background(operations, [this] { serve_events(); });
-  User user(progress, [this](const ReplaceQuestion& question) {
-    const DateFormat format{context_.clock, context_.short_date};
-    return made(frmReplace_, window_, format).ask(question);
-  });
-  progress.begin(progress_caption(command));
-  BatchOutcome outcome = batch(background, user);
-  progress.end();
-  return outcome;
+  User user(progress, [this](const ReplaceQuestion& question) { return ask_replace(question); });
+  const frmProgress::Work working(progress, progress_caption(command));
+  return batch(background, user);
+}
+
+ReplaceAnswer FileCommands::ask_replace(const ReplaceQuestion& question) {
+  if (!IsWindow(window_)) return ReplaceAnswer::cancel;
+  const DateFormat format{context_.clock, context_.short_date};
+  return made(frmReplace_, window_, format).ask(question);
 }
 
 /// Leaves no input to the disabled main window, which may still have the focus.
@@ -161,18 +175,18 @@ void FileCommands::serve_events() {
   }
 }
 
-void FileCommands::finish(FileCommand command, const BatchOutcome& outcome) {
-  if (outcome.rows_removed) host_.rows_removed(outcome.row_to_select);
-  if (outcome.rows_refreshed) host_.rows_refreshed();
-  if (outcome.viewed != ViewedFile::untouched) host_.viewed_file_changed(outcome.viewed);
-  if (outcome.records_changed) host_.records_changed();
-  if (!outcome.faults.empty()) tell_failure(command, failure_text(command, outcome));
-}
-
-void FileCommands::tell_failure(FileCommand command, const std::string& text) const {
-  // The rename dialog stays open below it.
-  const HWND owner = IsWindowEnabled(window_) ? window_ : GetActiveWindow();
-  win32::message_box(owner, text, failure_title(command), win32::BoxIcon::exclamation);
+/// Any step may serve events, in which the window can go.
+void FileCommands::finish(HWND owner, FileCommand command, const BatchOutcome& outcome) {
+  const ListChange change = update_list(list_, outcome);
+  const auto tell = [this](bool needed, const auto& step) {
+    if (needed && IsWindow(window_)) step();
+  };
+  tell(change.rows_removed, [&] { host_.rows_removed(change.row_to_select); });
+  tell(change.rows_refreshed, [&] { host_.rows_refreshed(); });
+  tell(change.viewed != ViewedFile::untouched, [&] { host_.viewed_file_changed(change.viewed); });
+  tell(change.records_changed, [&] { host_.records_changed(); });
+  tell(!outcome.faults.empty(),
+       [&] { tell_failure(owner, command, failure_text(command, outcome)); });
 }
 
 }  // namespace tallowmere

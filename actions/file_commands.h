@@ -5,8 +5,9 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
-#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "dialogs/dialog_context.h"
 #include "dialogs/frmCopyMove.h"
@@ -35,35 +36,36 @@ class FileCommandHost {
   virtual void records_changed() = 0;
 };
 
-/// Copying, moving, renaming, deleting and removing the selected files, with their dialogs,
-/// questions and messages. `rows` are record indices in ascending order. While work goes on, events
-/// are served and the main window is disabled.
+/// Copying, moving, renaming, deleting and removing files, with their dialogs, questions and
+/// messages. Files are meant by their full paths, each given once: every dialog and every longer
+/// work serves events, in which rows may move. The main window is disabled meanwhile.
 class FileCommands {
  public:
   /// All of them outlive the commands.
   FileCommands(HWND window, ResultList& list, const DialogContext& context, FileCommandHost& host);
 
   /// Asks where to, then moves or copies.
-  void move_copy_dialog(FileCommand command, std::span<const std::size_t> rows);
+  void move_copy_dialog(FileCommand command, std::vector<std::string> paths);
   /// Asks for a new name.
-  void rename_dialog(std::size_t row);
+  void rename_dialog(const std::string& path);
   /// Gives a file the name typed into its row; false: it keeps the old one, and why was told.
-  bool rename_file(std::size_t row, const std::string& new_name);
+  bool rename_file(const std::string& path, const std::string& new_name);
   /// Deletes from the disk what the user confirms.
-  void delete_files(std::span<const std::size_t> rows);
+  void delete_files(std::vector<std::string> paths);
   /// Removes from the list what the user confirms.
-  void remove_files(std::span<const std::size_t> rows);
+  void remove_files(std::vector<std::string> paths);
 
  private:
   class User;
 
+  bool rename(HWND owner, const std::string& path, const std::string& new_name);
+  ReplaceAnswer ask_replace(const ReplaceQuestion& question);
   /// Runs work on many files in the background, with the progress window.
   BatchOutcome work(FileCommand command,
                     const std::function<BatchOutcome(FileOperations&, BatchUser&)>& batch);
-  void finish(FileCommand command, const BatchOutcome& outcome);
-  void tell_failure(FileCommand command, const std::string& text) const;
+  /// Brings the list up to date and tells what failed, over `owner`.
+  void finish(HWND owner, FileCommand command, const BatchOutcome& outcome);
   void serve_events();
-  SelectedFiles selected_files(std::span<const std::size_t> rows) const;
   bool confirm(const std::string& question, std::string_view title, bool for_good) const;
 
   HWND window_;

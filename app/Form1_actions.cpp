@@ -43,26 +43,27 @@ void Form1::cmdLaunch_Click() {
 }
 
 void Form1::mnuMove_Click() {
-  file_commands_.move_copy_dialog(FileCommand::move, command_rows());
+  file_commands_.move_copy_dialog(FileCommand::move, paths_of(results_, command_rows()));
 }
 
 void Form1::mnuCopy_Click() {
-  file_commands_.move_copy_dialog(FileCommand::copy, command_rows());
+  file_commands_.move_copy_dialog(FileCommand::copy, paths_of(results_, command_rows()));
 }
 
 void Form1::mnuRename_Click() {
   const std::vector<std::size_t> rows = command_rows();
   if (rows.empty()) return;
   const int focused = ListView2.focused_selected();
-  file_commands_.rename_dialog(focused >= 0 ? static_cast<std::size_t>(focused) : rows.front());
+  const std::size_t row = focused >= 0 ? static_cast<std::size_t>(focused) : rows.front();
+  file_commands_.rename_dialog(results_.indexed_filename(row));
 }
 
 void Form1::mnuDelete_Click() {
-  file_commands_.delete_files(command_rows());
+  file_commands_.delete_files(paths_of(results_, command_rows()));
 }
 
 void Form1::mnuRemove_Click() {
-  file_commands_.remove_files(command_rows());
+  file_commands_.remove_files(paths_of(results_, command_rows()));
 }
 
 /// False: the name is not to be typed now. The list may be sorted until it is, so the file is held
@@ -77,9 +78,8 @@ bool Form1::ListView2_BeforeLabelEdit(int row) {
 /// The name typed into a row; no text when that was given up.
 bool Form1::ListView2_AfterLabelEdit(const wchar_t* text) {
   const std::string path = std::exchange(edited_path_, {});
-  const std::size_t row = results_.find_result_index(path);
-  if (text == nullptr || row == results_.file_count()) return false;
-  return file_commands_.rename_file(row, win32::narrow(text));
+  if (text == nullptr || path.empty()) return false;
+  return file_commands_.rename_file(path, win32::narrow(text));
 }
 
 void Form1::rows_removed(std::ptrdiff_t row) {

@@ -24,10 +24,6 @@ frmProgress::frmProgress(HWND owner)
   clicked(IDCANCEL, [this] { cmdCancel_Click(); });
 }
 
-frmProgress::~frmProgress() {
-  end();
-}
-
 void frmProgress::begin(std::string_view caption) {
   SetWindowTextW(handle(), win32::wide(caption).c_str());
   Label1.set_text("");

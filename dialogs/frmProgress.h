@@ -11,18 +11,28 @@
 
 namespace tallowmere {
 
-/// Shows how far long work has come and lets the user cancel it. The work itself calls update() and
+/// Shows how far long work has come and lets the user cancel it. Who works calls update() and
 /// serves the messages. Short work is over before the window comes; the owner is disabled from the
 /// beginning.
 class frmProgress : public win32::Form {
  public:
   explicit frmProgress(HWND owner);
-  ~frmProgress() override;
+  /// Work from its begin to its end, however that comes about.
+  class Work {
+   public:
+    Work(frmProgress& progress, std::string_view caption) : progress_(progress) {
+      progress_.begin(caption);
+    }
+    ~Work() { progress_.end(); }
+    Work(const Work&) = delete;
+    Work& operator=(const Work&) = delete;
 
-  void begin(std::string_view caption);
+   private:
+    frmProgress& progress_;
+  };
+
   /// `part` from 0 to 1. False once the user has cancelled.
   bool update(const std::string& text, double part);
-  void end();
 
   /// The work stands still, because the user is asked something.
   void pause();
@@ -35,6 +45,8 @@ class frmProgress : public win32::Form {
   win32::Button cmdCancel;
 
  private:
+  void begin(std::string_view caption);
+  void end();
   void show_window();
   void cmdCancel_Click();
 

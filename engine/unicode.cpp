@@ -1,7 +1,9 @@
 #include "engine/unicode.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
+#include <utility>
 
 namespace tallowmere {
 
@@ -19,6 +21,43 @@ struct CaseRange {
 constexpr CaseRange case_ranges[] = {
 #include "engine/case_ranges.inc"
 };
+
+constexpr char32_t first_pair = 0x10000;  ///< from here on a code point takes two UTF-16 units
+constexpr char32_t sharp_s = 0xDF;        ///< a capital of it exists, but is not what it becomes
+
+using UpperCase = std::pair<char32_t, char32_t>;  ///< a letter and what it becomes
+
+consteval std::size_t upper_case_count() {
+  std::size_t count = 0;
+  for (const CaseRange& range : case_ranges) count += (range.last - range.first) / range.step + 1;
+  return count;
+}
+
+/// The case ranges by lower-case letter. Where several letters have one lower case, as K and the
+/// sign for kelvin have, the first is what that becomes.
+consteval auto sorted_upper_cases() {
+  std::array<UpperCase, upper_case_count()> cases;
+  std::size_t i = 0;
+  for (const CaseRange& range : case_ranges) {
+    for (char32_t upper = range.first; upper <= range.last; upper += range.step) {
+      cases[i++] = {upper + static_cast<char32_t>(range.delta), upper};
+    }
+  }
+  std::ranges::sort(cases);
+  return cases;
+}
+
+constexpr auto upper_cases = sorted_upper_cases();
+
+/// As the system has it for names.
+char32_t to_upper(char32_t code_point) {
+  if (code_point < 0x80) {
+    return code_point >= 'a' && code_point <= 'z' ? code_point - ('a' - 'A') : code_point;
+  }
+  if (code_point == sharp_s || code_point >= first_pair) return code_point;
+  const auto* found = std::ranges::lower_bound(upper_cases, code_point, {}, &UpperCase::first);
+  return found != upper_cases.end() && found->first == code_point ? found->second : code_point;
+}
 
 bool is_continuation(unsigned char byte) {
   return (byte & 0xC0) == 0x80;
@@ -126,7 +165,7 @@ char32_t to_lower(char32_t code_point) {
 
 bool has_upper_case(char32_t code_point) {
   if (code_point < 0x80) return code_point >= 'a' && code_point <= 'z';
-  if (code_point == 0xDF) return false;  // a capital sharp s exists, but is not what it becomes
+  if (code_point == sharp_s) return false;
   return std::any_of(
       std::begin(case_ranges), std::end(case_ranges), [code_point](const CaseRange& range) {
         const char32_t upper = code_point - static_cast<char32_t>(range.delta);
@@ -144,6 +183,15 @@ int compare_ignore_case(std::string_view a, std::string_view b) {
   }
   if (i < a.size()) return 1;
   return j < b.size() ? -1 : 0;
+}
+
+std::string name_key(std::string_view name) {
+  std::string key;
+  key.reserve(name.size());
+  for (std::size_t position = 0; position < name.size();) {
+    append_utf8(key, to_upper(next_code_point(name, position)));
+  }
+  return key;
 }
 
 }  // namespace tallowmere

@@ -34,4 +34,9 @@ bool has_upper_case(char32_t code_point);
 /// points.
 int compare_ignore_case(std::string_view a, std::string_view b);
 
+/// Equal for two names or paths exactly when the system takes them for the same: it compares their
+/// UTF-16 units in upper case. Unlike compare_ignore_case, which orders names for the user, it
+/// keeps the two small sigmas apart, and the cases of what takes two units.
+std::string name_key(std::string_view name);
+
 }  // namespace tallowmere

@@ -2,95 +2,68 @@
 
 #include <algorithm>
 #include <optional>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
-#include "shell/file_names.h"
+#include "engine/unicode.h"
 
 namespace tallowmere {
 namespace {
 
-/// Finds records by their full paths without regard to case, in a list too long to go through for
-/// every file. Made when it is first needed, which is seldom.
-class PathIndex {
- public:
-  explicit PathIndex(const ResultList& list) {
-    for (std::size_t row = 0; row < list.file_count(); ++row) {
-      rows_.emplace(folded(list.indexed_filename(row)), row);
-    }
-  }
-  std::optional<std::size_t> find(const std::string& path) const {
-    const auto found = rows_.find(folded(path));
-    if (found == rows_.end()) return std::nullopt;
-    return found->second;
-  }
-  void move(const std::string& from, const std::string& to, std::size_t row) {
-    const auto found = rows_.find(folded(from));
-    if (found != rows_.end() && found->second == row) rows_.erase(found);
-    rows_[folded(to)] = row;
-  }
-
- private:
-  std::unordered_map<std::string, std::size_t> rows_;
-};
-
-bool is_viewed(const ResultList& list, std::size_t row) {
-  return list.viewed_index == static_cast<std::ptrdiff_t>(row);
+/// Where a path's name begins.
+std::size_t name_start(std::string_view path) {
+  return path.rfind(path_separator) + 1;
 }
 
-/// Removes the rows; `row` was the topmost of those that the command was for.
-void drop_rows(ResultList& list, std::span<const std::size_t> removed, std::size_t row,
-               BatchOutcome& outcome) {
-  if (removed.empty()) return;
-  const bool viewing = list.viewed_index >= 0;
-  outcome.row_to_select = row_after_removal(row, removed, list.file_count());
-  outcome.rows_removed = true;
-  list.remove_rows(removed);
-  if (viewing && list.viewed_index < 0) outcome.viewed = ViewedFile::gone;
+/// Where to go from `row` once `removed` of `count` rows are gone: the row itself, else the one
+/// that takes its place, else the last; -1 when no row is left. `removed` is ascending.
+std::ptrdiff_t row_after_removal(std::size_t row, std::span<const std::size_t> removed,
+                                 std::size_t count) {
+  const auto above = std::ranges::lower_bound(removed, row) - removed.begin();
+  const auto last = static_cast<std::ptrdiff_t>(count - removed.size()) - 1;
+  return std::min(static_cast<std::ptrdiff_t>(row) - above, last);
 }
 
 class Transfer {
  public:
-  Transfer(ResultList& list, const TransferRequest& request, FileOperations& operations,
-           BatchUser& user)
-      : list_(list),
-        request_(request),
+  Transfer(const TransferRequest& request, FileOperations& operations, BatchUser& user)
+      : request_(request),
         operations_(operations),
         user_(user),
         ask_(request.confirm_replacement) {}
 
-  BatchOutcome run(std::span<const std::size_t> rows) {
-    outcome_.selected = rows.size();
-    for (std::size_t i = 0; i < rows.size() && !outcome_.stopped; ++i) {
-      if (replaced_.contains(rows[i])) continue;  // replaced by a file before it
-      if (user_.at_file(i, rows.size(), list_.indexed_filename(rows[i]))) {
-        transfer(rows[i]);
+  BatchOutcome run(std::span<const std::string> paths) {
+    outcome_.selected = paths.size();
+    for (std::size_t i = 0; i < paths.size() && !outcome_.stopped; ++i) {
+      // Replaced by a file that was moved before it.
+      if (moves() && taken_.contains(name_key(paths[i]))) continue;
+      if (user_.at_file(i, paths.size(), paths[i])) {
+        transfer(paths[i]);
       } else {
         outcome_.stopped = true;
       }
     }
-    std::vector<std::size_t> gone(replaced_.begin(), replaced_.end());
-    std::ranges::sort(gone);
-    if (!rows.empty()) drop_rows(list_, gone, rows.front(), outcome_);
     return std::move(outcome_);
   }
 
  private:
   bool moves() const { return request_.command == FileCommand::move; }
 
-  void transfer(std::size_t row) {
-    const FileRecord& record = list_.record(row);
-    const std::string source = list_.indexed_filename(row);
+  void transfer(const std::string& source) {
     const std::string target =
-        request_.folder + (request_.name.empty() ? record.filename : request_.name);
-    if (folded(source) == folded(target)) {
+        request_.folder +
+        (request_.name.empty() ? source.substr(name_start(source)) : request_.name);
+    FileFacts facts;
+    if (name_key(source) == name_key(target)) {
       fault(source, "The file is already there");
-    } else if (taken_.contains(folded(target))) {
+    } else if (taken_.contains(name_key(target))) {
       fault(source, "Another of the selected files has taken its name there");
+    } else if (const auto error = operations_.facts(source, facts)) {
+      fault(source, error->text);
     } else {
-      bool replace = false;
-      if (may_write(source, target, replace)) write(row, source, target, replace);
+      put(source, facts, target);
     }
   }
 
@@ -98,143 +71,204 @@ class Transfer {
     outcome_.faults.push_back({path, std::move(reason)});
   }
 
-  /// Sees whether the target exists and asks when it is to be replaced.
-  bool may_write(const std::string& source, const std::string& target, bool& replace) {
-    ReplaceQuestion question{source, target, {}, {}};
-    if (const auto error = operations_.facts(source, question.source_facts)) {
-      fault(source, error->text);
-      return false;
+  std::optional<FileFacts> look(const std::string& path) {
+    FileFacts facts;
+    if (operations_.facts(path, facts)) return std::nullopt;
+    return facts;
+  }
+
+  /// Begins anew whenever the target turns out to be another one than it was: what the user let go
+  /// is only what the question showed.
+  void put(const std::string& source, const FileFacts& source_facts, const std::string& target) {
+    std::optional<FileFacts> let_go;
+    for (;;) {
+      const std::optional<FileFacts> there = look(target);
+      if (there && ask_ && there != let_go) {
+        if (!ask({source, target, source_facts, *there})) return;
+        let_go = there;
+        continue;
+      }
+      const Replace replace{there.has_value(), ask_ ? there : std::nullopt};
+      const auto error = write(source, target, replace);
+      if (!error) return note(source, target, replace.allowed);
+      if (outcome_.stopped) return;  // a file that was given up is no failure
+      if (error->code != FileOperations::in_the_way || look(target) == there) {
+        return fault(source, error->text);
+      }
     }
-    replace = !operations_.facts(target, question.target_facts);
-    if (!replace || !ask_) return true;
+  }
+
+  /// True when the target may be replaced.
+  bool ask(const ReplaceQuestion& question) {
     const ReplaceAnswer answer = user_.ask_replace(question);
     if (answer == ReplaceAnswer::cancel) outcome_.stopped = true;
     if (answer == ReplaceAnswer::yes_to_all) ask_ = false;
     return answer == ReplaceAnswer::yes || answer == ReplaceAnswer::yes_to_all;
   }
 
-  void write(std::size_t row, const std::string& source, const std::string& target, bool replace) {
+  std::optional<SystemError> write(const std::string& source, const std::string& target,
+                                   const Replace& replace) {
     const auto progress = [this](std::int64_t done, std::int64_t total) {
       if (!user_.at_bytes(done, total)) outcome_.stopped = true;
       return !outcome_.stopped;
     };
-    const auto error = moves() ? operations_.move(source, target, replace, progress)
-                               : operations_.copy(source, target, replace, progress);
-    if (error) {
-      // A file that was given up is no failure.
-      if (!outcome_.stopped) fault(source, error->text);
-      return;
-    }
+    return moves() ? operations_.move(source, target, replace, progress)
+                   : operations_.copy(source, target, replace, progress);
+  }
+
+  void note(const std::string& source, const std::string& target, bool replaced) {
     ++outcome_.done;
-    taken_.insert(folded(target));
-    if (replace) target_replaced(row, target);
-    if (moves()) follow(row, source, target);
-  }
-
-  /// The row's file has taken the place of another one, which may be listed.
-  void target_replaced(std::size_t row, const std::string& target) {
-    if (!index_) index_.emplace(list_);
-    const std::optional<std::size_t> other = index_->find(target);
-    if (!other || *other == row) return;
-    if (is_viewed(list_, *other)) {
-      outcome_.viewed = ViewedFile::rewritten;
-      if (moves()) list_.viewed_index = static_cast<std::ptrdiff_t>(row);
-    }
+    taken_.insert(name_key(target));
     if (moves()) {
-      replaced_.insert(*other);
-      return;
-    }
-    FileFacts facts;
-    if (operations_.facts(target, facts)) return;
-    list_.set_facts(*other, facts);
-    outcome_.rows_refreshed = true;
-  }
-
-  void follow(std::size_t row, const std::string& source, const std::string& target) {
-    FileRecord record = list_.record(row);
-    record.filepath = request_.folder;
-    record.filename = target.substr(request_.folder.size());
-    list_.change_record(row, std::move(record));
-    if (index_) index_->move(source, target, row);
-    outcome_.records_changed = true;
-    if (is_viewed(list_, row) && outcome_.viewed == ViewedFile::untouched) {
-      outcome_.viewed = ViewedFile::moved;
+      outcome_.moved.push_back({source, target, replaced});
+    } else if (const auto facts = replaced ? look(target) : std::nullopt) {
+      outcome_.rewritten.push_back({target, *facts});
     }
   }
 
-  ResultList& list_;
   const TransferRequest& request_;
   FileOperations& operations_;
   BatchUser& user_;
   bool ask_;  ///< until the user says yes to all
   BatchOutcome outcome_;
-  std::unordered_set<std::string> taken_;     ///< targets written, folded
-  std::unordered_set<std::size_t> replaced_;  ///< rows whose files were replaced by moved ones
-  std::optional<PathIndex> index_;
+  std::unordered_set<std::string> taken_;  ///< the keys of the targets written
+};
+
+/// Works out what an outcome means for the records. No events are served meanwhile.
+class ListUpdate {
+ public:
+  ListUpdate(ResultList& list, const BatchOutcome& outcome) : list_(list), outcome_(outcome) {}
+
+  ListChange run() {
+    if (!outcome_.moved.empty()) follow();
+    const bool replaced = std::ranges::any_of(outcome_.moved, &MovedFile::replaced);
+    if (replaced || !outcome_.rewritten.empty()) visit_replaced();
+    if (!outcome_.gone.empty()) find_gone();
+    if (!removed_.empty()) remove();
+    return change_;
+  }
+
+ private:
+  bool is_viewed(std::size_t row) const {
+    return list_.viewed_index == static_cast<std::ptrdiff_t>(row);
+  }
+
+  /// Gives the records of moved files their new paths.
+  void follow() {
+    std::unordered_map<std::string_view, const MovedFile*> by_path;
+    for (const MovedFile& file : outcome_.moved) by_path.emplace(file.from, &file);
+    for (std::size_t row = 0; row < list_.file_count(); ++row) {
+      const auto found = by_path.find(list_.indexed_filename(row));
+      if (found == by_path.end()) continue;
+      const MovedFile& file = *found->second;
+      FileRecord record = list_.record(row);
+      record.filepath = file.to.substr(0, name_start(file.to));
+      record.filename = file.to.substr(name_start(file.to));
+      list_.change_record(row, std::move(record));
+      if (!change_.records_changed) first_row_ = row;
+      change_.records_changed = true;
+      if (is_viewed(row)) change_.viewed = ViewedFile::moved;
+      if (file.replaced) replacing_.emplace(name_key(file.to), row);
+    }
+  }
+
+  /// Visits the records of the files that were replaced.
+  void visit_replaced() {
+    std::unordered_map<std::string, const RewrittenFile*> rewritten;
+    for (const RewrittenFile& file : outcome_.rewritten) {
+      rewritten.emplace(name_key(file.path), &file);
+    }
+    for (std::size_t row = 0; row < list_.file_count(); ++row) {
+      const std::string key = name_key(list_.indexed_filename(row));
+      if (const auto by = replacing_.find(key); by != replacing_.end() && by->second != row) {
+        removed_.push_back(row);
+        if (!is_viewed(row)) continue;
+        list_.viewed_index = static_cast<std::ptrdiff_t>(by->second);
+        if (change_.viewed == ViewedFile::untouched) change_.viewed = ViewedFile::rewritten;
+      } else if (const auto file = rewritten.find(key); file != rewritten.end()) {
+        list_.set_facts(row, file->second->facts);
+        change_.rows_refreshed = true;
+        if (is_viewed(row)) change_.viewed = ViewedFile::rewritten;
+      }
+    }
+  }
+
+  void find_gone() {
+    const std::unordered_set<std::string_view> gone(outcome_.gone.begin(), outcome_.gone.end());
+    for (std::size_t row = 0; row < list_.file_count(); ++row) {
+      if (gone.contains(list_.indexed_filename(row))) removed_.push_back(row);
+    }
+    if (!removed_.empty()) first_row_ = removed_.front();
+  }
+
+  void remove() {
+    const bool viewing = list_.viewed_index >= 0;
+    change_.row_to_select = row_after_removal(first_row_, removed_, list_.file_count());
+    change_.rows_removed = true;
+    list_.remove_rows(removed_);
+    if (viewing && list_.viewed_index < 0) change_.viewed = ViewedFile::gone;
+  }
+
+  ResultList& list_;
+  const BatchOutcome& outcome_;
+  ListChange change_;
+  std::size_t first_row_ = 0;         ///< the topmost of those that the command was for
+  std::vector<std::size_t> removed_;  ///< ascending
+  std::unordered_map<std::string, std::size_t> replacing_;  ///< their rows by the key of the path
 };
 
 }  // namespace
 
-BatchOutcome transfer_files(ResultList& list, std::span<const std::size_t> rows,
-                            const TransferRequest& request, FileOperations& operations,
-                            BatchUser& user) {
-  return Transfer(list, request, operations, user).run(rows);
+std::vector<std::string> paths_of(const ResultList& list, std::span<const std::size_t> rows) {
+  std::vector<std::string> paths;
+  std::unordered_set<std::string> seen;
+  for (const std::size_t row : rows) {
+    std::string path = list.indexed_filename(row);
+    if (seen.insert(path).second) paths.push_back(std::move(path));
+  }
+  return paths;
 }
 
-BatchOutcome delete_files(ResultList& list, std::span<const std::size_t> rows,
-                          const std::vector<bool>& recycle, FileOperations& operations,
-                          BatchUser& user) {
+BatchOutcome transfer_files(std::span<const std::string> paths, const TransferRequest& request,
+                            FileOperations& operations, BatchUser& user) {
+  return Transfer(request, operations, user).run(paths);
+}
+
+BatchOutcome delete_files(std::span<const std::string> paths, const std::vector<bool>& recycle,
+                          FileOperations& operations, BatchUser& user) {
   BatchOutcome outcome;
-  outcome.selected = rows.size();
-  std::vector<std::size_t> gone;
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    const std::string path = list.indexed_filename(rows[i]);
-    if (!user.at_file(i, rows.size(), path)) {
+  outcome.selected = paths.size();
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    if (!user.at_file(i, paths.size(), paths[i])) {
       outcome.stopped = true;
       break;
     }
-    if (const auto error = operations.remove(path, recycle[i])) {
-      outcome.faults.push_back({path, error->text});
+    if (const auto error = operations.remove(paths[i], recycle[i])) {
+      outcome.faults.push_back({paths[i], error->text});
     } else {
-      gone.push_back(rows[i]);
+      outcome.gone.push_back(paths[i]);
     }
   }
-  outcome.done = gone.size();
-  if (!gone.empty()) drop_rows(list, gone, gone.front(), outcome);
+  outcome.done = outcome.gone.size();
   return outcome;
 }
 
-BatchOutcome rename_file(ResultList& list, std::size_t row, const std::string& name,
+BatchOutcome rename_file(const std::string& path, const std::string& name,
                          FileOperations& operations) {
   BatchOutcome outcome;
   outcome.selected = 1;
-  const std::string path = list.indexed_filename(row);
-  FileRecord record = list.record(row);
-  record.filename = name;
-  if (const auto error = operations.rename(path, record.filepath + name)) {
+  const std::string target = path.substr(0, name_start(path)) + name;
+  if (const auto error = operations.rename(path, target)) {
     outcome.faults.push_back({path, error->text});
-    return outcome;
+  } else {
+    outcome.moved.push_back({path, target});
+    outcome.done = 1;
   }
-  list.change_record(row, std::move(record));
-  outcome.done = 1;
-  outcome.records_changed = true;
-  if (is_viewed(list, row)) outcome.viewed = ViewedFile::moved;
   return outcome;
 }
 
-BatchOutcome remove_rows(ResultList& list, std::span<const std::size_t> rows) {
-  BatchOutcome outcome;
-  outcome.selected = rows.size();
-  outcome.done = rows.size();
-  if (!rows.empty()) drop_rows(list, rows, rows.front(), outcome);
-  return outcome;
-}
-
-std::ptrdiff_t row_after_removal(std::size_t row, std::span<const std::size_t> removed,
-                                 std::size_t count) {
-  const auto above = std::ranges::lower_bound(removed, row) - removed.begin();
-  const auto last = static_cast<std::ptrdiff_t>(count - removed.size()) - 1;
-  return std::min(static_cast<std::ptrdiff_t>(row) - above, last);
+ListChange update_list(ResultList& list, const BatchOutcome& outcome) {
+  return ListUpdate(list, outcome).run();
 }
 
 }  // namespace tallowmere

@@ -30,7 +30,7 @@ struct ReplaceQuestion {
 
 enum class ReplaceAnswer { yes, yes_to_all, no, cancel };
 
-/// The user, as work on several files meets them.
+/// The user, as work on several files meets them. Each call may serve events.
 class BatchUser {
  public:
   virtual ~BatchUser() = default;
@@ -46,6 +46,48 @@ struct FileFault {
   std::string reason;
 };
 
+/// A file that has another path now.
+struct MovedFile {
+  std::string from;
+  std::string to;
+  bool replaced = false;  ///< another file was at `to`
+};
+
+/// A file that a copy has replaced.
+struct RewrittenFile {
+  std::string path;
+  FileFacts facts;
+};
+
+/// What has happened to files. Their paths say which: events are served during the work, so their
+/// rows may be anywhere by now, or gone.
+struct BatchOutcome {
+  std::size_t selected = 0;
+  std::size_t done = 0;
+  std::vector<FileFault> faults;
+  bool stopped = false;  ///< by the user, before all files had their turn
+  std::vector<MovedFile> moved;
+  std::vector<RewrittenFile> rewritten;
+  std::vector<std::string> gone;  ///< deleted, or no longer wanted in the list
+};
+
+/// The full paths of the rows' files. One that the list has twice comes once.
+std::vector<std::string> paths_of(const ResultList& list, std::span<const std::size_t> rows);
+
+/// Copies or moves files; one that fails does not keep the others back. Two files of one name do
+/// not both come into one folder: the second is refused. A target that is no longer what the user
+/// was asked about is asked about again.
+BatchOutcome transfer_files(std::span<const std::string> paths, const TransferRequest& request,
+                            FileOperations& operations, BatchUser& user);
+
+/// Deletes files. `recycle` tells for each of them whether it goes into the Recycle Bin.
+BatchOutcome delete_files(std::span<const std::string> paths, const std::vector<bool>& recycle,
+                          FileOperations& operations, BatchUser& user);
+
+/// Gives one file another name in its folder. The name has been found good.
+BatchOutcome rename_file(const std::string& path, const std::string& name,
+                         FileOperations& operations);
+
 /// What became of the file that the viewer shows.
 enum class ViewedFile {
   untouched,
@@ -54,11 +96,7 @@ enum class ViewedFile {
   gone        ///< no record is viewed any more
 };
 
-struct BatchOutcome {
-  std::size_t selected = 0;
-  std::size_t done = 0;
-  std::vector<FileFault> faults;
-  bool stopped = false;          ///< by the user, before all files had their turn
+struct ListChange {
   bool records_changed = false;  ///< renamed or moved: the list is to be sorted again
   bool rows_refreshed = false;   ///< some show another date or size
   bool rows_removed = false;
@@ -66,30 +104,9 @@ struct BatchOutcome {
   ViewedFile viewed = ViewedFile::untouched;
 };
 
-/// Copies or moves the files of the rows; one that fails does not keep the others back. Two files
-/// of one name do not both come into one folder: the second is refused. A moved file's record
-/// follows it. When a listed file was replaced, its record goes after a move and tells the new
-/// date and size after a copy.
-BatchOutcome transfer_files(ResultList& list, std::span<const std::size_t> rows,
-                            const TransferRequest& request, FileOperations& operations,
-                            BatchUser& user);
-
-/// Deletes the files of the rows and removes the rows of those that are gone. `recycle` tells for
-/// each of the rows, in their order, whether its file goes into the Recycle Bin.
-BatchOutcome delete_files(ResultList& list, std::span<const std::size_t> rows,
-                          const std::vector<bool>& recycle, FileOperations& operations,
-                          BatchUser& user);
-
-/// Gives one file another name in its folder. The name has been found good.
-BatchOutcome rename_file(ResultList& list, std::size_t row, const std::string& name,
-                         FileOperations& operations);
-
-/// Removes rows and leaves the files alone.
-BatchOutcome remove_rows(ResultList& list, std::span<const std::size_t> rows);
-
-/// Where to go from `row` once `removed` of `count` rows are gone: the row itself, else the one
-/// that takes its place, else the last; -1 when no row is left. `removed` is ascending.
-std::ptrdiff_t row_after_removal(std::size_t row, std::span<const std::size_t> removed,
-                                 std::size_t count);
+/// Brings the list up to date with what has happened to files. A moved file's records follow it;
+/// those of a file that it replaced go. A copied file's facts come into the records of the one that
+/// it replaced.
+ListChange update_list(ResultList& list, const BatchOutcome& outcome);
 
 }  // namespace tallowmere

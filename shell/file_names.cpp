@@ -13,14 +13,14 @@ constexpr std::size_t longest_name = 255;  // in UTF-16 units
 constexpr std::string_view slashes = "\\/";
 constexpr std::string_view blanks = " \t";
 
-constexpr std::string_view devices[] = {"con", "prn", "aux", "nul", "conin$", "conout$"};
-constexpr std::string_view numbered_devices[] = {"com", "lpt"};
+constexpr std::string_view devices[] = {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};
+constexpr std::string_view numbered_devices[] = {"COM", "LPT"};
 constexpr std::string_view device_numbers[] = {"1", "2", "3", "4",        "5",        "6",
                                                "7", "8", "9", "\xC2\xB9", "\xC2\xB2", "\xC2\xB3"};
 
 /// A device's name stays one with an extension: "nul.txt".
 bool is_device(std::string_view name) {
-  std::string stem = folded(name.substr(0, name.find('.')));
+  std::string stem = name_key(name.substr(0, name.find('.')));
   stem.erase(stem.find_last_not_of(' ') + 1);
   if (std::ranges::find(devices, stem) != std::end(devices)) return true;
   return std::ranges::any_of(numbered_devices, [&](std::string_view device) {
@@ -60,14 +60,6 @@ std::string take_root(const std::string& open, std::string_view& text, char sepa
 }
 
 }  // namespace
-
-std::string folded(std::string_view text) {
-  std::string result;
-  for (std::size_t position = 0; position < text.size();) {
-    append_utf8(result, to_lower(next_code_point(text, position)));
-  }
-  return result;
-}
 
 std::string name_fault(std::string_view name) {
   if (name.empty()) return "Type a name.";

@@ -20,9 +20,6 @@ struct TypedFolder {
 TypedFolder typed_folder(const std::string& open_folder, std::string_view text,
                          char separator = path_separator);
 
-/// `text` in lower case: equal for names that the system takes for the same.
-std::string folded(std::string_view text);
-
 /// What comes before the last period of a name; the whole name when nothing else does.
 std::string_view name_stem(std::string_view name);
 

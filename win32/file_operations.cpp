@@ -1,5 +1,6 @@
 #include "win32/file_operations.h"
 
+#include <exception>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -65,9 +66,36 @@ bool is_same_file(const std::u16string& a, const std::u16string& b) {
          (one.nFileIndexHigh | one.nFileIndexLow) != 0;
 }
 
+static_assert(FileOperations::in_the_way == ERROR_FILE_EXISTS);
+
+/// Where a file is to come.
+struct Target {
+  Target(const std::string& path_given, const Replace& replace_given)
+      : path(path_given), file(long_path(path)), replace(replace_given) {}
+
+  const std::string& path;
+  const std::u16string file;
+  const Replace& replace;
+};
+
+Result facts_of(const std::string& path, FileFacts& facts) {
+  if (auto error = check_source(long_path(path))) return error;
+  const std::size_t name = path.rfind(path_separator) + 1;
+  return WinFileSystem().facts(path.substr(0, name), path.substr(name), facts);
+}
+
+/// Whether the file to be replaced is the one that the user has seen. One that is gone is as good.
+Result check_seen(const Target& target) {
+  FileFacts now;
+  if (!target.replace.seen || facts_of(target.path, now) || now == *target.replace.seen) {
+    return std::nullopt;
+  }
+  return SystemError{ERROR_FILE_EXISTS, "The file to be replaced has changed"};
+}
+
 /// Sees before any work whether `source` may come to stand at `target`.
-Result check_target(const std::u16string& source, const std::u16string& target, bool replace) {
-  const DWORD attributes = GetFileAttributesW(wide(target));
+Result check_target(const std::u16string& source, const Target& target) {
+  const DWORD attributes = GetFileAttributesW(wide(target.file));
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     if (GetLastError() == ERROR_FILE_NOT_FOUND) return std::nullopt;
     return last_system_error();
@@ -75,14 +103,15 @@ Result check_target(const std::u16string& source, const std::u16string& target, 
   if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
     return SystemError{ERROR_ALREADY_EXISTS, "A folder of the same name is in the way"};
   }
-  if (!replace) return system_error(ERROR_FILE_EXISTS);
-  if (is_same_file(source, target)) {
+  if (!target.replace.allowed) return system_error(ERROR_FILE_EXISTS);
+  if (is_same_file(source, target.file)) {
     return SystemError{ERROR_ALREADY_EXISTS, "The file there is this file itself"};
   }
   if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
     return SystemError{ERROR_ACCESS_DENIED, "The file to be replaced is read-only"};
   }
-  return check_free(target);
+  if (auto error = check_seen(target)) return error;
+  return check_free(target.file);
 }
 
 /// Runs `operation` again for a while when it fails because a virus scanner or an indexer looks at
@@ -142,16 +171,31 @@ Result delete_file(const std::u16string& path) {
   return file.error() ? file.error() : file.remove();
 }
 
-Result put_in_place(const std::u16string& file, const std::u16string& target, bool replace) {
-  const DWORD flags = MOVEFILE_WRITE_THROUGH | (replace ? MOVEFILE_REPLACE_EXISTING : 0);
-  return patiently([&] { return MoveFileExW(wide(file), wide(target), flags); });
+/// Only within a volume.
+bool move_file(const std::u16string& file, const Target& target, DWORD flags) {
+  if (target.replace.allowed) flags |= MOVEFILE_REPLACE_EXISTING;
+  if (MoveFileExW(wide(file), wide(target.file), flags)) return true;
+  if (GetLastError() == ERROR_ALREADY_EXISTS) SetLastError(ERROR_FILE_EXISTS);
+  return false;
 }
 
-DWORD CALLBACK report(LARGE_INTEGER total, LARGE_INTEGER done, LARGE_INTEGER, LARGE_INTEGER, DWORD,
-                      DWORD, HANDLE, HANDLE, void* progress) {
-  const bool go_on = (*static_cast<const Progress*>(progress))(done.QuadPart, total.QuadPart);
-  return go_on ? PROGRESS_CONTINUE : PROGRESS_CANCEL;
-}
+/// Takes the system's reports to who wants the progress. An exception must not pass through the
+/// system: it waits until the copying has been given up.
+struct Reporter {
+  const Progress& progress;
+  std::exception_ptr thrown = nullptr;
+
+  static DWORD CALLBACK report(LARGE_INTEGER total, LARGE_INTEGER done, LARGE_INTEGER,
+                               LARGE_INTEGER, DWORD, DWORD, HANDLE, HANDLE, void* data) {
+    auto& reporter = *static_cast<Reporter*>(data);
+    try {
+      if (reporter.progress(done.QuadPart, total.QuadPart)) return PROGRESS_CONTINUE;
+    } catch (...) {
+      reporter.thrown = std::current_exception();
+    }
+    return PROGRESS_CANCEL;
+  }
+};
 
 struct SizeAndTime {
   ULONGLONG size = 0;
@@ -172,8 +216,8 @@ Result size_and_time(const std::u16string& path, SizeAndTime& facts) {
 /// unless it was put in place.
 class Draft {
  public:
-  explicit Draft(const std::u16string& target)
-      : folder_(target.substr(0, target.rfind(u'\\') + 1)) {}
+  explicit Draft(const Target& target)
+      : folder_(target.file.substr(0, target.file.rfind(u'\\') + 1)) {}
   ~Draft() {
     if (made_) delete_file(path_);
   }
@@ -183,23 +227,25 @@ class Draft {
   const std::u16string& path() const { return path_; }
 
   Result fill(const std::u16string& source, const Progress& progress) {
+    Reporter reporter{progress};
     for (DWORD number = GetTickCount();; ++number) {
       path_ = folder_ + to_utf16("~tw" + std::to_string(number) + ".tmp");
       // Somebody else's file of this name is not touched.
       if (GetFileAttributesW(wide(path_)) != INVALID_FILE_ATTRIBUTES) continue;
-      made_ = CopyFileExW(wide(source), wide(path_), &report, const_cast<Progress*>(&progress),
-                          nullptr, COPY_FILE_FAIL_IF_EXISTS);
-      if (made_) return last_chance(progress);
+      made_ = CopyFileExW(wide(source), wide(path_), &Reporter::report, &reporter, nullptr,
+                          COPY_FILE_FAIL_IF_EXISTS);
       const DWORD code = GetLastError();
-      if (code == ERROR_FILE_EXISTS || code == ERROR_ALREADY_EXISTS) continue;
-      delete_file(path_);  // where the system has left half a file
-      return system_error(code);
+      if (!made_ && (code == ERROR_FILE_EXISTS || code == ERROR_ALREADY_EXISTS)) continue;
+      if (!made_) delete_file(path_);  // where the system has left half a file
+      if (reporter.thrown) std::rethrow_exception(reporter.thrown);
+      return made_ ? last_chance(progress) : system_error(code);
     }
   }
 
-  /// Into the target's place.
-  Result place(const std::u16string& target, bool replace) {
-    Result error = put_in_place(path_, target, replace);
+  /// Into the target's place. Filling may have taken long.
+  Result place(const Target& target) {
+    if (auto error = check_seen(target)) return error;
+    Result error = patiently([&] { return move_file(path_, target, MOVEFILE_WRITE_THROUGH); });
     if (!error) made_ = false;
     return error;
   }
@@ -235,8 +281,7 @@ Result check_copy(const std::u16string& source, const SizeAndTime& before,
   return std::nullopt;
 }
 
-Result move_across(const std::u16string& source, const std::u16string& target, bool replace,
-                   const Progress& progress) {
+Result move_across(const std::u16string& source, const Target& target, const Progress& progress) {
   SizeAndTime before;
   if (auto error = check_free(source)) return error;
   if (auto error = size_and_time(source, before)) return error;
@@ -247,45 +292,64 @@ Result move_across(const std::u16string& source, const std::u16string& target, b
   // what is deleted is the file that was replaced.
   const DoomedFile original(source);
   if (original.error()) return original.error();
-  if (auto error = draft.place(target, replace)) return error;
+  if (auto error = draft.place(target)) return error;
   Result error = original.remove();
   if (!error) return std::nullopt;
-  if (!replace) {
-    delete_file(target);
+  if (!target.replace.allowed) {
+    delete_file(target.file);
     return error;
   }
   error->text = "The file was copied, but the original cannot be removed: " + error->text;
   return error;
 }
 
+bool is_folder(const std::u16string& path) {
+  const DWORD attributes = GetFileAttributesW(wide(path));
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+/// Makes one folder unless it is there, and notes that.
+Result make_folder(const std::u16string& path, std::vector<std::u16string>& made) {
+  if (is_folder(path)) return std::nullopt;
+  if (CreateDirectoryW(wide(path), nullptr)) {
+    made.push_back(path);
+    return std::nullopt;
+  }
+  const DWORD code = GetLastError();
+  if (code != ERROR_ALREADY_EXISTS) return system_error(code);
+  const DWORD attributes = GetFileAttributesW(wide(path));
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    return std::nullopt;
+  }
+  return SystemError{ERROR_DIRECTORY, "A file of the same name is in the way"};
+}
+
 }  // namespace
 
 Result WinFileOperations::facts(const std::string& path, FileFacts& facts) {
-  const std::size_t name = path.rfind(path_separator) + 1;
-  return WinFileSystem().facts(path.substr(0, name), path.substr(name), facts);
+  return facts_of(path, facts);
 }
 
-Result WinFileOperations::copy(const std::string& source, const std::string& target, bool replace,
-                               const Progress& progress) {
+Result WinFileOperations::copy(const std::string& source, const std::string& target,
+                               const Replace& replace, const Progress& progress) {
   const std::u16string from = long_path(source);
-  const std::u16string to = long_path(target);
+  const Target to(target, replace);
   if (auto error = check_source(from)) return error;
-  if (auto error = check_target(from, to, replace)) return error;
+  if (auto error = check_target(from, to)) return error;
   Draft draft(to);
   if (auto error = draft.fill(from, progress)) return error;
-  return draft.place(to, replace);
+  return draft.place(to);
 }
 
-Result WinFileOperations::move(const std::string& source, const std::string& target, bool replace,
-                               const Progress& progress) {
+Result WinFileOperations::move(const std::string& source, const std::string& target,
+                               const Replace& replace, const Progress& progress) {
   const std::u16string from = long_path(source);
-  const std::u16string to = long_path(target);
+  const Target to(target, replace);
   if (auto error = check_source(from)) return error;
-  if (auto error = check_target(from, to, replace)) return error;
-  const DWORD flags = replace ? MOVEFILE_REPLACE_EXISTING : 0;
-  if (MoveFileExW(wide(from), wide(to), flags)) return std::nullopt;
+  if (auto error = check_target(from, to)) return error;
+  if (move_file(from, to, 0)) return std::nullopt;
   if (GetLastError() != ERROR_NOT_SAME_DEVICE) return last_system_error();
-  return move_across(from, to, replace, progress);
+  return move_across(from, to, progress);
 }
 
 Result WinFileOperations::rename(const std::string& source, const std::string& target) {
@@ -309,27 +373,23 @@ Result WinFileOperations::remove(const std::string& path, bool recycle) {
   return SystemError{ERROR_ACCESS_DENIED, "The Recycle Bin has not taken the file"};
 }
 
+/// A folder on the way to the one that is wanted may be closed to the user, as the one above each
+/// user's own on a server is: then nothing can be learned of it, but what is below can be used.
 Result WinFileOperations::create_folder(const std::string& folder) {
-  std::vector<std::u16string> made;
   const std::vector<FolderRow> rows = folder_ancestry(with_separator(folder), path_separator);
+  const auto file_of = [&](std::size_t row) {
+    return long_path(rows[row].path.substr(0, rows[row].path.size() - 1));
+  };
+  if (is_folder(file_of(rows.size() - 1))) return std::nullopt;
+  std::vector<std::u16string> made;
+  Result error;  // the first since a folder was found or made
   for (std::size_t i = 1; i < rows.size(); ++i) {
-    const std::string_view folder_path = rows[i].path;
-    const std::u16string path = long_path(folder_path.substr(0, folder_path.size() - 1));
-    const DWORD attributes = GetFileAttributesW(wide(path));
-    Result error;
-    if (attributes == INVALID_FILE_ATTRIBUTES) {
-      error = result_of(CreateDirectoryW(wide(path), nullptr));
-      if (!error) made.push_back(path);
-    } else if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-      error = SystemError{ERROR_DIRECTORY, "A file of the same name is in the way"};
-    }
-    if (!error) continue;
-    for (auto empty = made.rbegin(); empty != made.rend(); ++empty) {
-      RemoveDirectoryW(wide(*empty));
-    }
-    return error;
+    const Result failure = make_folder(file_of(i), made);
+    if (!failure || !error) error = failure;
   }
-  return std::nullopt;
+  if (!error) return std::nullopt;
+  for (auto empty = made.rbegin(); empty != made.rend(); ++empty) RemoveDirectoryW(wide(*empty));
+  return error;
 }
 
 }  // namespace tallowmere::win32

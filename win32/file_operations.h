@@ -18,9 +18,9 @@ class WinFileOperations : public FileOperations {
   explicit WinFileOperations(HWND owner) : bin_(owner) {}
 
   Result facts(const std::string& path, FileFacts& facts) override;
-  Result copy(const std::string& source, const std::string& target, bool replace,
+  Result copy(const std::string& source, const std::string& target, const Replace& replace,
               const Progress& progress) override;
-  Result move(const std::string& source, const std::string& target, bool replace,
+  Result move(const std::string& source, const std::string& target, const Replace& replace,
               const Progress& progress) override;
   Result rename(const std::string& source, const std::string& target) override;
   bool can_recycle(const std::string& path) override { return bin_.takes(path); }

@@ -35,6 +35,9 @@ class FileCommandsTest : public testing::Test {
     }
     return names;
   }
+  std::vector<std::string> paths(const std::vector<std::size_t>& rows) {
+    return paths_of(list, rows);
+  }
   std::string take_calls() { return std::exchange(host.calls, {}); }
   /// Answers a message box and hands its text out.
   static std::function<void(HWND)> answer(int id, std::string& text) {
@@ -71,7 +74,7 @@ TEST_F(FileCommandsTest, MovesToAFolderThatIsMade) {
   add(name);
   list.viewed_index = 1;
   const User user("Move Files", choose("deep\\new"));
-  commands.move_copy_dialog(FileCommand::move, std::vector<std::size_t>{0, 1});
+  commands.move_copy_dialog(FileCommand::move, paths({0, 1}));
   EXPECT_EQ(listed(), "deep\\new\\a.txt|deep\\new\\" + name + "|");
   EXPECT_EQ(folder.names(), "deep|");
   EXPECT_EQ(folder.read("deep\\new\\" + name), name);
@@ -93,7 +96,7 @@ TEST_F(FileCommandsTest, AsksBeforeItReplacesAndTellsWhatFailed) {
       PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(form.cmdYesToAll.id()), 0);
     });
     const User box("Cannot Copy File", answer(IDOK, text));
-    commands.move_copy_dialog(FileCommand::copy, std::vector<std::size_t>{0, 1, 2, 3});
+    commands.move_copy_dialog(FileCommand::copy, paths({0, 1, 2, 3}));
   }
   EXPECT_TRUE(text.starts_with("2 of 4 files could not be copied:\n\n" + folder.path("3") + ": "))
       << text;
@@ -108,21 +111,19 @@ TEST_F(FileCommandsTest, RenamesOnlyToWhatCanBe) {
   const auto refused = [&](const std::string& name) {
     std::string text;
     const User box("Cannot Rename File", answer(IDOK, text));
-    EXPECT_FALSE(commands.rename_file(0, name)) << name;
+    EXPECT_FALSE(commands.rename_file(folder.path("old.txt"), name)) << name;
     return text;
   };
   EXPECT_NE(
       refused("OTHER.txt").find("encountered while trying to RENAME " + folder.path("old.txt")),
       std::string::npos);
   EXPECT_EQ(refused(""), "Type a name.");
-  EXPECT_NE(refused("a|b").find("any of the characters"), std::string::npos);
-  EXPECT_NE(refused(std::string(300, 'n')).find("255"), std::string::npos);
-  EXPECT_TRUE(commands.rename_file(0, "old.txt"));
+  EXPECT_TRUE(commands.rename_file(folder.path("old.txt"), "old.txt"));
   EXPECT_EQ(take_calls(), "");
   EXPECT_EQ(folder.names(), "old.txt|other.txt|");
 
   list.viewed_index = 0;
-  EXPECT_TRUE(commands.rename_file(0, to_utf8(wide_name)));
+  EXPECT_TRUE(commands.rename_file(folder.path("old.txt"), to_utf8(wide_name)));
   EXPECT_EQ(listed(), to_utf8(wide_name) + "|other.txt|");
   EXPECT_EQ(folder.read(to_utf8(wide_name)), "old.txt");
   EXPECT_EQ(take_calls(), "viewed1 sort ");
@@ -132,7 +133,7 @@ TEST_F(FileCommandsTest, RenamesOnlyToWhatCanBe) {
     SendMessageW(form.txtNewName.handle(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"new.txt"));
     PostMessageW(window, WM_COMMAND, IDOK, 0);
   });
-  commands.rename_dialog(1);
+  commands.rename_dialog(folder.path("other.txt"));
   EXPECT_EQ(listed(), to_utf8(wide_name) + "|new.txt|");
 }
 
@@ -148,7 +149,7 @@ TEST_F(FileCommandsTest, DeletesWhatIsConfirmed) {
       text = message_box_text(window);
       PostMessageW(window, WM_COMMAND, IDNO, 0);
     });
-    commands.delete_files(std::vector<std::size_t>{0});
+    commands.delete_files(paths({0}));
   }
   EXPECT_EQ(text, "Delete \"" + folder.path(deep + "1") +
                       "\" from Disk?\n\nThere is no Recycle Bin for it: it will be gone for good.");
@@ -160,7 +161,7 @@ TEST_F(FileCommandsTest, DeletesWhatIsConfirmed) {
   std::string failure;
   const User box("Delete Files", answer(IDYES, text));
   const User message("Cannot Delete File", answer(IDOK, failure));
-  commands.delete_files(std::vector<std::size_t>{1, 2, 3});
+  commands.delete_files(paths({1, 2, 3}));
   EXPECT_TRUE(text.starts_with("Delete 3 files from Disk?")) << text;
   EXPECT_TRUE(
       failure.ends_with(" - encountered while trying to DELETE " + folder.path(deep + "gone")))
@@ -170,22 +171,13 @@ TEST_F(FileCommandsTest, DeletesWhatIsConfirmed) {
   EXPECT_EQ(take_calls(), "removed1 viewed3 ");
 }
 
-TEST_F(FileCommandsTest, RemovesFromTheListAlone) {
-  for (const char* name : {"1", "2", "3"}) add(name);
-  std::string text;
-  const User box("Remove Files", answer(IDYES, text));
-  commands.remove_files(std::vector<std::size_t>{1, 2});
-  EXPECT_EQ(text, "Remove 2 files from the List?\n\nThe files stay on the Disk.");
-  EXPECT_EQ(listed(), "1|");
-  EXPECT_EQ(folder.names(), "1|2|3|");
-  EXPECT_EQ(take_calls(), "removed0 ");
-}
-
-/// A copy that never ends by itself.
+/// A copy that never ends by itself, and a deletion that lacks memory.
 class EndlessCopy : public win32::WinFileOperations {
  public:
   EndlessCopy() : WinFileOperations(nullptr) {}
-  Result copy(const std::string&, const std::string&, bool, const Progress& progress) override {
+  Result remove(const std::string&, bool) override { throw std::bad_alloc(); }
+  Result copy(const std::string&, const std::string&, const Replace&,
+              const Progress& progress) override {
     while (progress(1, 4)) Sleep(1);
     return SystemError{ERROR_REQUEST_ABORTED, "given up"};
   }
@@ -204,17 +196,32 @@ TEST_F(FileCommandsTest, LongWorkShowsItsProgressAndCanBeCancelled) {
     EXPECT_FALSE(IsWindowEnabled(hand.window()));
     PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
   });
-  form.begin("Copying Files");
-  const auto error = background.copy("a", "b", false, [&](std::int64_t done, std::int64_t total) {
-    return form.update("a", total > 0 ? static_cast<double>(done) / static_cast<double>(total) : 0);
-  });
-  form.end();
+  std::optional<SystemError> error;
+  {
+    const frmProgress::Work work(form, "Copying Files");
+    error = background.copy("a", "b", {}, [&](std::int64_t done, std::int64_t total) {
+      return form.update("a",
+                         total > 0 ? static_cast<double>(done) / static_cast<double>(total) : 0);
+    });
+  }
   ASSERT_TRUE(error);
   EXPECT_EQ(error->code, ERROR_REQUEST_ABORTED);
   EXPECT_GE(shown - started, 500u);
   EXPECT_EQ(text, "a");
   EXPECT_FALSE(IsWindowVisible(form.handle()));
   EXPECT_TRUE(IsWindowEnabled(hand.window()));
+}
+
+TEST_F(FileCommandsTest, WhatIsThrownInTheBackgroundIsTold) {
+  EndlessCopy endless;
+  BackgroundOperations background(endless, [] { win32::pump_pending(); });
+  const auto error = background.remove("a", false);
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->text, "Out of memory");
+
+  // What the caller throws ends the operation and goes on to who called it.
+  EXPECT_THROW(background.copy("a", "b", {}, [](std::int64_t, std::int64_t) -> bool { throw 1; }),
+               int);
 }
 
 }  // namespace

@@ -5,7 +5,9 @@
 #include <memory>
 #include <string>
 
+#include "engine/unicode.h"
 #include "tests/windows/temp_folder.h"
+#include "win32/text.h"
 
 namespace tallowmere::win32 {
 namespace {
@@ -17,10 +19,10 @@ class FileOperationsTest : public testing::Test {
   static int code(const Result& error) { return error ? error->code : 0; }
   static std::string text(const Result& error) { return error ? error->text : std::string(); }
   Result copy(const std::string& from, const std::string& to, bool replace = false) {
-    return files.copy(folder.path(from), folder.path(to), replace, on_progress);
+    return files.copy(folder.path(from), folder.path(to), {replace}, on_progress);
   }
   Result move(const std::string& from, const std::string& to, bool replace = false) {
-    return files.move(folder.path(from), folder.path(to), replace, on_progress);
+    return files.move(folder.path(from), folder.path(to), {replace}, on_progress);
   }
   Result rename(const std::string& from, const std::string& to) {
     return files.rename(folder.path(from), folder.path(to));
@@ -77,6 +79,67 @@ TEST_F(FileOperationsTest, WhatIsInTheWayStaysAsItWas) {
   EXPECT_EQ(
       folder.read("old") + folder.read("read-only") + folder.read("locked") + folder.read("new"),
       "oldkeptheldnew");
+}
+
+TEST_F(FileOperationsTest, OnlyTheFileThatWasSeenIsReplaced) {
+  FileFacts seen;
+  folder.write("new", "new");
+  folder.write("old", "old");
+  folder.make_folder("folder");
+  EXPECT_EQ(code(files.facts(folder.path("folder"), seen)), ERROR_DIRECTORY);
+  EXPECT_EQ(code(files.facts(folder.path("gone"), seen)), ERROR_FILE_NOT_FOUND);
+  const auto change = [&](const std::string& text) {
+    DeleteFileW(folder.native("old").c_str());
+    folder.write("old", text);
+  };
+  const auto put = [&](bool moving) {
+    return moving ? files.move(folder.path("new"), folder.path("old"), {true, seen}, on_progress)
+                  : files.copy(folder.path("new"), folder.path("old"), {true, seen}, on_progress);
+  };
+  ASSERT_EQ(text(files.facts(folder.path("old"), seen)), "");
+  change("other");
+  for (const bool moving : {false, true}) {
+    EXPECT_EQ(code(put(moving)), FileOperations::in_the_way);
+  }
+  EXPECT_EQ(folder.read("old"), "other");
+
+  files.facts(folder.path("old"), seen);
+  EXPECT_EQ(text(put(false)), "") << "it is the same";
+  files.facts(folder.path("old"), seen);
+  on_progress = [&](std::int64_t, std::int64_t) {
+    change("changed while it was copied");
+    return true;
+  };
+  EXPECT_EQ(code(put(false)), FileOperations::in_the_way);
+  EXPECT_EQ(folder.read("old"), "changed while it was copied");
+  EXPECT_EQ(folder.names(), "folder|new|old|");
+}
+
+TEST_F(FileOperationsTest, WhatTheProgressThrowsComesToItsCaller) {
+  folder.write("big", std::string(8 << 20, 'x'));
+  on_progress = [](std::int64_t, std::int64_t) -> bool { throw 1; };
+  EXPECT_THROW(copy("big", "new"), int);
+  EXPECT_EQ(folder.names(), "big|");
+}
+
+// The key has the capitals that the system compares names by.
+TEST(NameKey, JoinsWhatTheSystemJoins) {
+  const auto equal = [](wchar_t a, wchar_t b) {
+    return CompareStringOrdinal(&a, 1, &b, 1, TRUE) == CSTR_EQUAL;
+  };
+  const auto key = [](wchar_t unit) { return name_key(narrow({&unit, 1})); };
+  std::size_t joined = 0;
+  for (unsigned unit = 1; unit < 0x10000; ++unit) {
+    const auto letter = static_cast<wchar_t>(unit);
+    wchar_t others[] = {wide(key(letter))[0], letter, letter};
+    CharUpperBuffW(&others[1], 1);
+    CharLowerBuffW(&others[2], 1);
+    for (const wchar_t other : others) {
+      EXPECT_EQ(key(letter) == key(other), equal(letter, other)) << std::hex << unit;
+      joined += other != letter && equal(letter, other) ? 1 : 0;
+    }
+  }
+  EXPECT_GT(joined, 2000u);
 }
 
 TEST_F(FileOperationsTest, SourcesThatCannotBeTaken) {
@@ -206,7 +269,7 @@ TEST_F(FileOperationsTest, MovesAcrossVolumes) {
   folder.write("locked", "held");
   folder.write("big", std::string(8 << 20, 'x'));
   const auto move_over = [&](const std::string& name, bool replace) {
-    return files.move(folder.path(name), other->path(name), replace, on_progress);
+    return files.move(folder.path(name), other->path(name), {replace}, on_progress);
   };
   {
     const FileLock lock(folder, "locked");
