@@ -23,6 +23,8 @@ class MeasuringCanvas {
 
   /// What the text takes when its lines are broken at `width` pixels.
   SIZE text_size(std::string_view text, int width) const;
+  /// What draw_link takes for it.
+  SIZE link_size(std::string_view text, int width) const;
 
  private:
   HWND window_;

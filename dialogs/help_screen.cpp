@@ -124,7 +124,8 @@ int HelpScreen::place_items(const MeasuringCanvas& canvas) {
   for (std::size_t i = 0; i < controls_.size(); ++i) {
     const HelpItem& entry = page_.items[i];
     const bool paragraph = entry.kind == HelpItemKind::paragraph;
-    SIZE size = canvas.text_size(entry.text, width);
+    const SIZE size =
+        paragraph ? canvas.text_size(entry.text, width) : canvas.link_size(entry.text, width);
     const int left = last.right + blank;
     const bool follows = entry.same_line && left + size.cx <= margin.cx + width;
     RECT place;

@@ -3,6 +3,8 @@
 #include "dialogs/frmQTips.h"
 #include "dialogs/resource.h"
 #include "tests/windows/dialogs_support.h"
+#include "tests/windows/picture.h"
+#include "win32/message_loop.h"
 
 namespace tallowmere {
 namespace {
@@ -134,6 +136,29 @@ TEST(HelpTest, EveryAnswerIsWholeAndBesideTheTopics) {
   }
 }
 
+TEST(HelpTest, ALinksLineIsAsLongAsItsText) {
+  Hand hand;
+  frmQTips form(hand.window());
+  hand.work([&] { form.show(hand.window(), hand.window()); }, {[&] {
+              // The second topic has one line and not the focus.
+              const Picture picture = picture_of(form.Label1[1].handle());
+              const auto inked = [&](int x) {
+                int count = 0;
+                for (int y = 0; y < picture.height; ++y) {
+                  count += picture.at(x, y) != picture.at(0, 0);
+                }
+                return count;
+              };
+              int line_end = picture.width - 1;
+              while (line_end > 0 && inked(line_end) == 0) --line_end;
+              int text_end = line_end;
+              while (text_end > 0 && inked(text_end) < 3) --text_end;
+              EXPECT_LE(line_end - text_end, 3) << text_end;
+              EXPECT_LE(picture.width - line_end, 4);
+              form.Command1.click();
+            }});
+}
+
 TEST(HelpTest, PointerOfALinkIsTheUpArrow) {
   Hand hand;
   frmQTips form(hand.window());
@@ -171,6 +196,18 @@ TEST(HelpTest, AboutShowsNameAndVersion) {
   frmAbout form(hand.window());
   hand.work([&] { form.show(hand.window()); }, {[&] {
               EXPECT_EQ(form.Label1.text(), "Tallowmere 32 - Version 2.1");
+              // On a screen of another DPI the system gives every control the form's font.
+              form.Label1.set_font(
+                  reinterpret_cast<HFONT>(SendMessageW(form.handle(), WM_GETFONT, 0, 0)));
+              RECT place{0, 0, 400, 200};
+              SendMessageW(form.handle(), WM_DPICHANGED, MAKEWPARAM(144, 144),
+                           reinterpret_cast<LPARAM>(&place));
+              win32::pump_pending();
+              LOGFONTW font{};
+              GetObjectW(
+                  reinterpret_cast<HFONT>(SendMessageW(form.Label1.handle(), WM_GETFONT, 0, 0)),
+                  sizeof font, &font);
+              EXPECT_EQ(font.lfWeight, FW_BOLD);
               press(form.Command1, VK_ESCAPE);
             }});
 }
