@@ -33,10 +33,11 @@ frmDate::frmDate(HWND owner, const DialogContext& context, Handler display_panel
       Command2(item(IDCANCEL)),
       Command3(item(IDC_DATE_RESET)),
       context_(context),
-      display_panel_date_(std::move(display_panel_date)) {
+      display_panel_date_(std::move(display_panel_date)),
+      tips_(handle()) {
   for (int i = 0; i < date_options; ++i) {
     Option1[i] = win32::OptionButton(item(IDC_DATE_OPTION + i));
-    Label1[i] = win32::Label(item(IDC_DATE_CAPTION + i));
+    Label1[i].attach(item(IDC_DATE_CAPTION + i), item(IDC_DATE_OPTION + i));
     Label1[i].set_text(date_option_caption(i));
     Option1[i].set_text(date_option_caption(i));  // too narrow to show it: for assistive tools
   }
@@ -116,14 +117,25 @@ void frmDate::show_choice() {
   Label3.show(!texts.first_label.empty());
   Label5.show(!texts.second_label.empty());
   arrange_fields();
-  for (int i = 0; i < date_fields; ++i) {
-    const DateField field = choice_.field(i);
-    Picture1[i].show_both(field.visible);
-    if (!field.visible) continue;
-    Picture1[i].set_range(field.min, field.max);
-    Picture1[i].set_value(field.value);
-  }
+  for (int i = 0; i < date_fields; ++i) show_field(i);
   showing_ = false;
+}
+
+void frmDate::show_field(int index) {
+  const DateField field = choice_.field(index);
+  SpinBox& box = Picture1[index];
+  box.show_both(field.visible);
+  tips_.set(box.handle(), field.name);
+  tips_.set(box.arrows().handle(), field.name);
+  if (!field.visible) return;
+  names_.set(box.handle(), field.name);
+  box.set_range(field.min, field.max);
+  box.set_value(field.value);
+}
+
+void frmDate::on_dpi_changed(int, int) {
+  tips_.fit();
+  arrange_fields();
 }
 
 void frmDate::arrange_fields() {
@@ -140,8 +152,8 @@ void frmDate::arrange_fields() {
   }
   RECT label = units({left, second_row + 3, left + label_width, second_row + 11});
   if (option == previous_days) label = units({x, first_row + 3, x + 120, first_row + 11});
-  MoveWindow(Label5.handle(), label.left, label.top, label.right - label.left,
-             label.bottom - label.top, TRUE);
+  SetWindowPos(Label5.handle(), nullptr, label.left, label.top, label.right - label.left,
+               label.bottom - label.top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
 RECT frmDate::units(RECT area) const {

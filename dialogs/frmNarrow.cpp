@@ -13,7 +13,7 @@ frmNarrow::frmNarrow(HWND owner, bool& cancelled)
       cancelled_(cancelled) {
   for (int i = 0; i < 3; ++i) {
     Option1[i] = win32::OptionButton(item(IDC_NARROW_OPTION + i));
-    Label1[i] = win32::Label(item(IDC_NARROW_LABEL + i));
+    Label1[i].attach(item(IDC_NARROW_LABEL + i), item(IDC_NARROW_OPTION + i));
   }
   wire();
 }

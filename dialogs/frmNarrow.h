@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "dialogs/option_label.h"
 #include "shell/search_kind.h"
 #include "win32/controls.h"
 #include "win32/form.h"
@@ -19,7 +20,7 @@ class frmNarrow : public win32::Form {
   bool ask(SearchKind& kind, int list2_index, bool file_selectable);
 
   std::array<win32::OptionButton, 3> Option1;
-  std::array<win32::Label, 3> Label1;
+  std::array<OptionLabel, 3> Label1;
   win32::Button Command1;
   win32::Button Command2;
 

@@ -26,6 +26,12 @@ std::string literal_caption(const std::string& text) {
   return caption;
 }
 
+/// What screen readers call the tick: its caption does not say that it is one, and may be empty.
+std::string tick_name(int index, const std::string& description) {
+  const std::string name = "search type " + std::to_string(index + 1);
+  return description.empty() ? name : name + ", " + description;
+}
+
 win32::Check check_of(Tick tick) {
   switch (tick) {
     case Tick::ticked:
@@ -155,6 +161,7 @@ void frmPath::show_user_type(int index) {
   const FileTypeChoice::UserType& type = choice_.user_type(index);
   const win32::CheckBox& box = chkUserFileType[index];
   box.set_text(literal_caption(type.description));
+  names_.set(box.handle(), tick_name(index, type.description));
   box.enable(type.enabled);
   box.set_state(check_of(type.tick));
 }

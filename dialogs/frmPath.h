@@ -8,6 +8,7 @@
 #include "dialogs/folder_chooser.h"
 #include "dialogs/folder_list_box.h"
 #include "shell/file_type_choice.h"
+#include "win32/accessible_names.h"
 #include "win32/controls.h"
 #include "win32/form.h"
 
@@ -69,6 +70,7 @@ class frmPath : public win32::Form {
   FolderChooser chooser_{Drive1, Dir1};
   Handler display_panel_date_;
   FileTypeChoice choice_;
+  win32::AccessibleNames names_;
   bool showing_ = false;          ///< the boxes change because the choice did
   std::optional<int> to_refuse_;  ///< the box whose refusal waits for the focus to settle
 };

@@ -64,7 +64,7 @@ void SpinBox::place_arrows() const {
   GetWindowRect(handle(), &box);
   MapWindowPoints(nullptr, form, reinterpret_cast<POINT*>(&box), 2);
   SetWindowPos(arrows_.handle(), nullptr, box.right, box.top, width.right, box.bottom - box.top,
-               SWP_NOZORDER | SWP_NOACTIVATE);
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
 SpinBox::~SpinBox() {
@@ -86,7 +86,7 @@ void SpinBox::set_value(int value) {
 
 void SpinBox::place(const RECT& area) const {
   SetWindowPos(handle(), nullptr, area.left, area.top, area.right - area.left,
-               area.bottom - area.top, SWP_NOZORDER | SWP_NOACTIVATE);
+               area.bottom - area.top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
   place_arrows();
 }
 

@@ -29,7 +29,8 @@ class SpinBox : public win32::Control {
   int value() const { return field_.value(); }
   void set_range(int min, int max);
   void set_value(int value);
-  /// Moves the box, and the arrows to its right; in pixels of the form.
+  /// Moves the box, and the arrows to its right; in pixels of the form. Their old pixels are not
+  /// copied: where several boxes change places, they would be those of a neighbour.
   void place(const RECT& area) const;
   /// Box and arrows.
   void show_both(bool on) const;

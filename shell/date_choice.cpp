@@ -15,6 +15,14 @@ DateRange field_range(int option, int index) {
   return index == day_1 || index == day_2 ? day_range : year_range;
 }
 
+std::string_view field_name(int option, int index) {
+  constexpr std::string_view between[date_fields] = {"From month", "From day", "From year",
+                                                     "To month",   "To day",   "To year"};
+  if (option == between_dates) return between[index];
+  if (option == previous_days) return "Days";
+  return index == month_1 ? "Month" : "Year";
+}
+
 bool is_visible(int option, int index) {
   switch (option) {
     case between_dates:
@@ -69,7 +77,7 @@ DateField DateChoice::field(int index) const {
   assert(index >= 0 && index < date_fields);
   if (!is_visible(option_, index)) return {};
   const DateRange range = field_range(option_, index);
-  return {true, range.min, range.max, value(option_, index)};
+  return {true, range.min, range.max, value(option_, index), field_name(option_, index)};
 }
 
 void DateChoice::set_field(int index, int value) {

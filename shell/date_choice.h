@@ -33,6 +33,7 @@ struct DateField {
   int min = 0;
   int max = 0;
   int value = 0;
+  std::string_view name;  ///< what the field is, for tool tips and assistive tools
 };
 
 /// The texts beside the fields for one option; empty texts are hidden.

@@ -1,26 +1,11 @@
 #include "win32/recycle_bin.h"
 
-#include <objbase.h>
-
+#include "win32/com_apartment.h"
 #include "win32/system_error.h"
 #include "win32/text.h"
 
 namespace tallowmere::win32 {
 namespace {
-
-/// The shell's file operations need COM on their thread.
-class ComApartment {
- public:
-  ComApartment() : entered_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {}
-  ~ComApartment() {
-    if (SUCCEEDED(entered_)) CoUninitialize();
-  }
-  ComApartment(const ComApartment&) = delete;
-  ComApartment& operator=(const ComApartment&) = delete;
-
- private:
-  HRESULT entered_;
-};
 
 bool is_set(HKEY root, const std::wstring& key, const wchar_t* value) {
   DWORD number = 0;

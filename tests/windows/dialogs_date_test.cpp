@@ -2,6 +2,7 @@
 
 #include "dialogs/resource.h"
 #include "tests/windows/dialogs_support.h"
+#include "tests/windows/picture.h"
 
 namespace tallowmere {
 namespace {
@@ -56,6 +57,41 @@ TEST_F(DateTest, EachOptionShowsItsFieldsAndTheirTabStops) {
   EXPECT_EQ(world.search.date_search, previous_days);
   EXPECT_EQ(world.search.past_days, 0);
   EXPECT_EQ(summaries, 1);
+}
+
+TEST_F(DateTest, EachFieldSaysWhatItIs) {
+  const auto tips = [this] {
+    std::string text;
+    for (SpinBox& box : form.Picture1) {
+      text += form.tool_tip(box) + "|";
+      EXPECT_EQ(form.tool_tip(box.arrows()), form.tool_tip(box));
+    }
+    return text;
+  };
+  open({[&] {
+    EXPECT_EQ(tips(), "From month|From day|From year|To month|To day|To year|");
+    form.Option1[specific_month].click();
+    EXPECT_EQ(tips(), "Month||Year||||");
+    form.Option1[previous_days].click();
+    EXPECT_EQ(tips(), "|Days|||||");
+    form.Command2.click();
+  }});
+}
+
+TEST_F(DateTest, ChangingTheOptionLeavesNoPixelsBehind) {
+  open({[&] {
+    const HWND window = form.handle();
+    RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    for (const int option : {2, 1, 4, 3, 1, 2, 3, 4, 1, 3, 2, 4, 1, 0, 1}) {
+      form.Option1[option].click();
+      RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+      const Picture left = picture_of(window);
+      RedrawWindow(window, nullptr, nullptr,
+                   RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+      EXPECT_TRUE(left == picture_of(window)) << option;
+    }
+    form.Command2.click();
+  }});
 }
 
 TEST_F(DateTest, OkMendsTheDayAndTheOrder) {

@@ -1,6 +1,7 @@
 #include "dialogs/frmNarrow.h"
 
 #include "tests/windows/dialogs_support.h"
+#include "tests/windows/picture.h"
 
 namespace tallowmere {
 namespace {
@@ -53,6 +54,32 @@ TEST_F(NarrowTest, ADoubleClickAcceptsAtOnce) {
     EXPECT_EQ(kind, target.handle() == form.Label1[0].handle() ? SearchKind::new_search
                                                                : SearchKind::list_search);
   }
+}
+
+/// As before the first key on Windows; Wine always shows the focus.
+LRESULT CALLBACK hide_focus(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                            DWORD_PTR) {
+  if (message == WM_QUERYUISTATE) return UISF_HIDEFOCUS;
+  return DefSubclassProc(window, message, wparam, lparam);
+}
+
+TEST_F(NarrowTest, TheLabelShowsTheFocusOfItsOption) {
+  ask(1, true, [&] {
+    const HWND label = form.Label1[0].handle();
+    const HWND option = form.Option1[0].handle();
+    const Picture without = picture_of(label);
+    form.Option1[0].focus();
+    EXPECT_FALSE(picture_of(label) == without);
+    SetWindowSubclass(option, &hide_focus, 0, 0);
+    SendMessageW(option, WM_UPDATEUISTATE, MAKEWPARAM(UIS_SET, UISF_HIDEFOCUS), 0);
+    EXPECT_TRUE(picture_of(label) == without);
+    RemoveWindowSubclass(option, &hide_focus, 0);
+    form.Option1[1].focus();
+    EXPECT_TRUE(picture_of(label) == without);
+    form.Option1[0].focus();
+    EXPECT_FALSE(picture_of(label) == without);
+    form.Command2.click();
+  });
 }
 
 TEST_F(NarrowTest, WithoutASelectedFileThereIsNoFileSearch) {

@@ -1,7 +1,9 @@
 #include "dialogs/frmPath.h"
 
 #include "shell/file_type_choice.h"
+#include "tests/windows/accessible_name.h"
 #include "tests/windows/dialogs_support.h"
+#include "win32/fonts.h"
 
 namespace tallowmere {
 namespace {
@@ -68,6 +70,24 @@ TEST_F(PathTest, ShowsTheSearchAndOkWritesItBack) {
             (std::array<bool, 7>{false, true, true, true, false, false, false}));
   EXPECT_EQ(world.search.user_types[4], "r&b");
   EXPECT_EQ(summaries, 1);
+}
+
+TEST_F(PathTest, TheRowsOfTheFoldersFollowTheFont) {
+  const auto row_height = [this] {
+    return SendMessageW(form.Dir1.handle(), LB_GETITEMHEIGHT, 0, 0);
+  };
+  const LRESULT before = row_height();
+  const win32::Font font("Tahoma", 40, 96);
+  form.Dir1.set_font(font.handle());
+  EXPECT_GT(row_height(), before);
+  form.Dir1.set_font(reinterpret_cast<HFONT>(SendMessageW(form.handle(), WM_GETFONT, 0, 0)));
+  EXPECT_EQ(row_height(), before);
+}
+
+TEST_F(PathTest, TypeBoxesHaveNames) {
+  for (int i = 0; i < user_type_boxes; ++i) {
+    EXPECT_EQ(accessible_name(form.txtUserFileType[i].handle()), "type " + std::to_string(i + 1));
+  }
 }
 
 TEST_F(PathTest, AllFilesGreysTheTypesAndUntickingClearsThem) {

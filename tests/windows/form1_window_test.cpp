@@ -1,4 +1,5 @@
 #include "shell/geometry.h"
+#include "tests/windows/accessible_name.h"
 #include "tests/windows/form1_fixture.h"
 #include "win32/dpi.h"
 
@@ -22,7 +23,7 @@ std::string menu_text(HMENU menu) {
   return text;
 }
 
-TEST_F(Form1WindowTest, HasItsMenusAndTips) {
+TEST_F(Form1WindowTest, HasItsMenusTipsAndNames) {
   open();
   EXPECT_EQ(menu_text(GetMenu(form->handle())),
             "&File[&View|&Launch|-|&Move|&Copy|Re&name|&Delete|&Remove|-|&Select All|-|E&xit|]|"
@@ -36,6 +37,8 @@ TEST_F(Form1WindowTest, HasItsMenusAndTips) {
   EXPECT_EQ(menu_text(quick.handle()),
             "Copy|Append|-|HyperFind|-|New Search|List Search|File Search|");
   EXPECT_EQ(form->tool_tip(form->cmdExit), "Exit Tallowmere");
+  EXPECT_EQ(accessible_name(form->ListView2.handle()), "Files found");
+  EXPECT_EQ(accessible_name(form->Text1.handle()), "Text of the file");
 }
 
 TEST_F(Form1WindowTest, AnEmptyListLeavesOnlySearchToggleAndExit) {

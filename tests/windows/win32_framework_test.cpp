@@ -9,6 +9,7 @@
 #include "win32/form.h"
 #include "win32/message_loop.h"
 #include "win32/text.h"
+#include "win32/tooltip.h"
 #include "win32/user_locale.h"
 
 namespace tallowmere::win32 {
@@ -112,7 +113,7 @@ class GrowingForm : public PlainForm {
     SetWindowSubclass(item(IDOK), &GrowingForm::button_proc, 0, reinterpret_cast<DWORD_PTR>(this));
   }
   std::string changes;
-  RECT shown{};
+  RECT shown{};  ///< where it stood the first time
   int colors_heard = 0;
 
  protected:
@@ -121,7 +122,7 @@ class GrowingForm : public PlainForm {
     SetWindowPos(handle(), nullptr, 0, 0, 500, 300, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
   }
   void on_shown() override {
-    GetWindowRect(handle(), &shown);
+    if (shown.right == 0) GetWindowRect(handle(), &shown);
     PlainForm::on_shown();
   }
 
@@ -155,6 +156,14 @@ TEST(Form, ControlsHearOfNewColors) {
   SendMessageW(form.handle(), WM_SYSCOLORCHANGE, 0, 0);
   SendMessageW(form.handle(), WM_THEMECHANGED, 0, 0);
   EXPECT_EQ(form.colors_heard, 2);
+}
+
+TEST(ToolTip, StaysAsLongAsTheSystemAllows) {
+  const PlainForm form(nullptr);
+  const ToolTip tips(form.handle());
+  const HWND window = FindWindowExW(nullptr, nullptr, TOOLTIPS_CLASSW, nullptr);
+  ASSERT_EQ(GetWindow(window, GW_OWNER), form.handle());
+  EXPECT_EQ(SendMessageW(window, TTM_GETDELAYTIME, TTDT_AUTOPOP, 0), 32767);
 }
 
 TEST(Controls, CarryTextsOfAnyLengthAndScript) {
