@@ -11,6 +11,8 @@
 namespace tallowmere {
 namespace {
 
+enum Panel : int { types_panel, folder_panel, dates_panel };
+
 /// As much of `text` as `room` characters of the system take, without half a surrogate pair.
 std::string cut_to(const std::string& text, int room) {
   std::wstring units = win32::wide(text);
@@ -43,7 +45,7 @@ void frmSearchFor::find_controls() {
   cmdBegin = win32::Button(item(IDOK));
   cmdCancel = win32::Button(item(IDCANCEL));
   cmdHelp = win32::Button(item(IDC_SEARCH_HELP));
-  StatusBar1 = win32::StatusBar(item(IDC_SEARCH_STATUS));
+  StatusBar1.attach(item(IDC_SEARCH_STATUS), folder_panel);
 }
 
 void frmSearchFor::wire() {
@@ -174,13 +176,9 @@ void frmSearchFor::cmdCancel_Click() {
 void frmSearchFor::display_panel_date() {
   const SearchSummary summary =
       tallowmere::display_panel_date(context_.search, context_.short_date);
-  const std::string* const texts[] = {&summary.file_types, &summary.where, &summary.dates};
-  for (int part = 0; part < 3; ++part) {
-    StatusBar1.set_part(part, *texts[part]);
-    // Shown where a panel is too narrow for its text.
-    SendMessageW(StatusBar1.handle(), SB_SETTIPTEXTW, static_cast<WPARAM>(part),
-                 reinterpret_cast<LPARAM>(win32::wide(*texts[part]).c_str()));
-  }
+  StatusBar1.set_part(types_panel, summary.file_types);
+  StatusBar1.set_part(folder_panel, summary.where);
+  StatusBar1.set_part(dates_panel, summary.dates);
 }
 
 void frmSearchFor::size_panels() {
@@ -198,6 +196,12 @@ bool frmSearchFor::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESUL
     size_panels();
   }
   return false;
+}
+
+/// Its font may have changed after its size.
+void frmSearchFor::on_dpi_changed(int, int) {
+  SendMessageW(StatusBar1.handle(), WM_SIZE, SIZE_RESTORED, 0);
+  size_panels();
 }
 
 }  // namespace tallowmere

@@ -9,6 +9,7 @@
 #include "dialogs/frmHints.h"
 #include "dialogs/frmPath.h"
 #include "dialogs/frmProximity.h"
+#include "dialogs/summary_bar.h"
 #include "engine/search_criteria.h"
 #include "shell/search_kind.h"
 #include "win32/controls.h"
@@ -36,7 +37,7 @@ class frmSearchFor : public win32::Form {
   win32::CheckBox Check1;
   win32::Button cmdWhere, cmdDates, cmdProximity;
   win32::Button cmdPaste, cmdBegin, cmdCancel, cmdHelp;
-  win32::StatusBar StatusBar1;
+  SummaryBar StatusBar1;
 
   frmProximity& proximity() { return proximity_; }
   /// Created on first use, like date() and hints().
@@ -47,6 +48,7 @@ class frmSearchFor : public win32::Form {
  protected:
   void on_shown() override { Form_Activate(); }
   bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
+  void on_dpi_changed(int before, int now) override;
 
  private:
   void find_controls();

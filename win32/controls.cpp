@@ -157,8 +157,4 @@ SCROLLINFO ScrollBar::info(UINT what) const {
   return info;
 }
 
-void StatusBar::set_part(int part, std::string_view text) const {
-  send(SB_SETTEXTW, static_cast<WPARAM>(part), pointer(wide(text)));
-}
-
 }  // namespace tallowmere::win32

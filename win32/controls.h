@@ -174,10 +174,4 @@ class UpDown : public Control {
   void set_position(int position) const { send(UDM_SETPOS32, 0, position); }
 };
 
-class StatusBar : public Control {
- public:
-  using Control::Control;
-  void set_part(int part, std::string_view text) const;
-};
-
 }  // namespace tallowmere::win32

@@ -2,6 +2,7 @@
 
 #include "dialogs/resource.h"
 #include "tests/windows/dialogs_support.h"
+#include "tests/windows/picture.h"
 
 namespace tallowmere {
 namespace {
@@ -74,6 +75,33 @@ TEST_F(SearchForTest, ShowsTheSearchAndBeginsWithEnter) {
   EXPECT_EQ(input.prox_after, 1000);
   EXPECT_TRUE(input.prox_all);
   EXPECT_EQ(world.search.prox_after, 1000);
+}
+
+TEST_F(SearchForTest, ALongFolderIsShortenedInItsMiddleAndKeptWhole) {
+  std::string path = "C:\\the first folder";
+  for (int i = 0; i < 8; ++i) path += "\\one of many folders";
+  path += "\\the last";
+  world.search.path = path;
+  form.copy_current_to_dlgbox();
+  ask(false, SearchKind::new_search, {[&] {
+        EXPECT_EQ(panel(1), path + "\\+");
+        const HDC canvas = GetDC(form.handle());
+        const auto shortened = [&](int width) {
+          return win32::narrow(shortened_folder(canvas, win32::wide(path + "\\+"), width));
+        };
+        const std::string text = shortened(300);
+        EXPECT_TRUE(text.starts_with("C:\\the") && text.ends_with("...\\the last\\+")) << text;
+        SIZE size;
+        GetTextExtentPoint32W(canvas, win32::wide(text).c_str(), static_cast<int>(text.size()),
+                              &size);
+        EXPECT_LE(size.cx, 300);
+        EXPECT_EQ(shortened(30000), path + "\\+");
+        ReleaseDC(form.handle(), canvas);
+        const Picture long_path = picture_of(form.StatusBar1.handle());
+        form.StatusBar1.set_part(1, path.substr(0, 120));  // the same beginning
+        EXPECT_FALSE(picture_of(form.StatusBar1.handle()) == long_path);
+        form.cmdCancel.click();
+      }});
 }
 
 TEST_F(SearchForTest, EachKindHasItsButtonsAndEscCancels) {
