@@ -18,39 +18,68 @@ constexpr int wanted_answers = 2;
 
 }  // namespace
 
-EditorStage::EditorStage(const win32::StartedProgram& program, std::function<bool()> serve_events)
-    : program_(program), serve_events_(std::move(serve_events)), started_(seconds()) {}
+EditorStage::EditorStage(LaunchedEditor editor, std::function<bool()> serve_events)
+    : editor_(std::move(editor)), serve_events_(std::move(serve_events)), started_(seconds()) {}
 
-bool EditorStage::try_activate(std::string_view title) {
-  window_ = find_window(title);
-  if (window_ == nullptr) return false;
-  if (win32::is_in_front(window_)) return others_count() || program_.is_ready();
+Activation EditorStage::try_activate(std::string_view title) {
+  title_ = title;
+  window_ = find_window();
+  if (window_.handle == nullptr) return Activation::waiting;
+  if (window_.process->outranks_us()) return Activation::refused;
+  if (win32::is_in_front(window_.handle)) {
+    const bool ready = others_count() || editor_.process.is_ready();
+    return ready ? Activation::done : Activation::waiting;
+  }
   if (seconds() - asked_ >= ask_interval) {
     asked_ = seconds();
-    win32::bring_to_front(window_);
+    win32::bring_to_front(window_.handle);
   }
-  return false;
+  return Activation::waiting;
+}
+
+KeyTarget EditorStage::target() {
+  return still_fits() ? win32::key_target(window_.handle) : KeyTarget::elsewhere;
+}
+
+/// An editor may have taken another file meanwhile; a window may be gone, and its handle belong to
+/// one of another process.
+bool EditorStage::still_fits() const {
+  const win32::OtherWindow window = win32::other_window(window_.handle);
+  return window_.handle != nullptr && window.process_id == window_.process_id &&
+         match_editor_window(window_.owner, window.title, title_, editor_.opened_file) !=
+             TitleMatch::none;
 }
 
 /// Some editors hand the file over to one that runs already; its windows count when the started
 /// program has ended or shows none.
 bool EditorStage::others_count() const {
-  return !program_.is_running() || seconds() - started_ >= own_windows_first;
+  return !editor_.process.is_running() || seconds() - started_ >= own_windows_first;
 }
 
-HWND EditorStage::find_window(std::string_view title) const {
-  HWND best = nullptr;
-  std::pair<bool, TitleMatch> best_rank;
+EditorStage::EditorWindow EditorStage::find_window() const {
+  EditorWindow best;
   win32::visit_other_windows([&](const win32::OtherWindow& window) {
-    const TitleMatch match = match_title(window.title, title);
-    const bool own = window.process_id == program_.id();
-    if (match == TitleMatch::none || (!own && !others_count())) return;
-    const std::pair rank(own, match);
-    if (best != nullptr && rank <= best_rank) return;
-    best = window.handle;
-    best_rank = rank;
+    if (match_title(window.title, title_) == TitleMatch::none) return;
+    EditorWindow judged = judge(window);
+    if (judged.match == TitleMatch::none) return;
+    const bool better = std::pair(judged.owner, judged.match) > std::pair(best.owner, best.match);
+    if (better) best = std::move(judged);
   });
   return best;
+}
+
+EditorStage::EditorWindow EditorStage::judge(const win32::OtherWindow& window) const {
+  EditorWindow judged;
+  judged.handle = window.handle;
+  judged.process_id = window.process_id;
+  judged.process.emplace(window.process_id);
+  if (window.process_id != 0 && window.process_id == editor_.process.id()) {
+    judged.owner = WindowOwner::started;
+  } else if (others_count() && judged.process->runs(editor_.program_file)) {
+    judged.owner = WindowOwner::same_program;
+  }
+  judged.match = match_editor_window(judged.owner, window.title, title_, editor_.opened_file);
+  return judged;
 }
 
 bool EditorStage::keyboard_free() {
@@ -63,7 +92,7 @@ void EditorStage::press(const KeyEvent& event) {
 }
 
 bool EditorStage::keys_processed() {
-  if (win32::answers(window_)) ++answers_;
+  if (win32::answers(window_.handle)) ++answers_;
   return answers_ >= wanted_answers;
 }
 

@@ -1,21 +1,31 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
 
 #include "shell/script_player.h"
+#include "shell/window_title.h"
 #include "win32/other_windows.h"
 #include "win32/process.h"
 
 namespace tallowmere {
 
+/// What was launched.
+struct LaunchedEditor {
+  const win32::StartedProgram& process;  ///< outlives the stage
+  std::string program_file;              ///< its name, without folder
+  std::string opened_file;               ///< likewise
+};
+
 /// The windows of a launched editor and the keyboard, as a key script works them.
 class EditorStage : public KeyStage {
  public:
   /// `serve_events` returns false when the script is to end.
-  EditorStage(const win32::StartedProgram& program, std::function<bool()> serve_events);
+  EditorStage(LaunchedEditor editor, std::function<bool()> serve_events);
 
-  bool try_activate(std::string_view title) override;
-  KeyTarget target() override { return win32::key_target(window_); }
+  Activation try_activate(std::string_view title) override;
+  KeyTarget target() override;
   bool keyboard_free() override;
   void press(const KeyEvent& event) override;
   bool keys_processed() override;
@@ -23,12 +33,24 @@ class EditorStage : public KeyStage {
   bool pause() override;
 
  private:
-  HWND find_window(std::string_view title) const;
+  /// A window that may get keys, and its process, held: none else gets its number meanwhile.
+  struct EditorWindow {
+    HWND handle = nullptr;
+    DWORD process_id = 0;
+    std::optional<win32::OtherProcess> process;
+    WindowOwner owner = WindowOwner::other_program;
+    TitleMatch match = TitleMatch::none;
+  };
+
+  EditorWindow find_window() const;
+  EditorWindow judge(const win32::OtherWindow& window) const;
+  bool still_fits() const;
   bool others_count() const;
 
-  const win32::StartedProgram& program_;
+  LaunchedEditor editor_;
   std::function<bool()> serve_events_;
-  HWND window_ = nullptr;  ///< the activated one
+  std::string title_;    ///< that the script wants
+  EditorWindow window_;  ///< the activated one
   double started_;
   double asked_ = 0;  ///< when the system was last asked to put the window in front
   int answers_ = 0;   ///< of the window since the last key

@@ -17,18 +17,29 @@ constexpr std::string_view cannot_launch = "Cannot Launch";
 constexpr std::string_view not_associated =
     "The data file extension is not associated\r\nwith an application in the Registry.";
 
+/// Takes the mark away on every way out.
+class BusyMark {
+ public:
+  explicit BusyMark(bool& busy) : busy_(busy) { busy_ = true; }
+  ~BusyMark() { busy_ = false; }
+  BusyMark(const BusyMark&) = delete;
+  BusyMark& operator=(const BusyMark&) = delete;
+
+ private:
+  bool& busy_;
+};
+
 }  // namespace
 
 void Launcher::cmdLaunch_Click(const std::string& path, const SearchCriteria& search,
                                bool find_on_launch) {
   next_ = Job{path, find_on_launch ? find_request(search, page_) : FindRequest()};
   if (busy_) return;
-  busy_ = true;
-  while (next_) {
+  const BusyMark mark(busy_);
+  do {
     const Job job = *std::exchange(next_, std::nullopt);
     launch(job);
-  }
-  busy_ = false;
+  } while (next_ && host_.serve_events());
 }
 
 void Launcher::launch(const Job& job) {
@@ -50,10 +61,18 @@ void Launcher::launch(const Job& job) {
 /// `application` is without its extension.
 void Launcher::open_data_file(const Job& job, const std::string& application) {
   win32::StartedProgram program;
-  if (!start(program, program_file(application), data_command_line(application, job.path))) return;
+  if (start(program, program_file(application), data_command_line(application, job.path))) {
+    find_text(job, program, application);
+  }
+}
+
+/// `application` is without its extension.
+void Launcher::find_text(const Job& job, const win32::StartedProgram& program,
+                         const std::string& application) {
   const std::vector<ScriptStep> steps = build_script(app_base_name(application), job.find);
   if (steps.empty()) return;
-  EditorStage stage(program, [this] { return host_.serve_events() && !next_; });
+  EditorStage stage({program, file_name(program_file(application)), file_name(job.path)},
+                    [this] { return host_.serve_events() && !next_; });
   ScriptPlayer player(stage);
   const ScriptEnd end = player.play(steps);
   host_.status(script_status(end, player.title()));

@@ -19,7 +19,8 @@ class Launcher {
   Launcher(ActionHost& host, const CodePage& page) : host_(host), page_(page) {}
 
   /// Serves events while an editor is being worked: called again meanwhile, it notes the new file,
-  /// gives the editor up and returns; the first call then opens the file.
+  /// gives the editor up and returns; the first call then opens the file. The window may be closed
+  /// meanwhile, which ends the call.
   void cmdLaunch_Click(const std::string& path, const SearchCriteria& search, bool find_on_launch);
 
  private:
@@ -30,6 +31,8 @@ class Launcher {
 
   void launch(const Job& job);
   void open_data_file(const Job& job, const std::string& application);
+  void find_text(const Job& job, const win32::StartedProgram& program,
+                 const std::string& application);
   /// False: it has not started, and the user knows.
   bool start(win32::StartedProgram& program, const std::string& file,
              const std::string& command_line);

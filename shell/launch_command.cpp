@@ -34,10 +34,14 @@ std::string as_first_word(std::string_view program) {
 
 }  // namespace
 
+std::string file_name(std::string_view path) {
+  return std::string(path.substr(path.rfind('\\') + 1));
+}
+
 std::string file_extension(std::string_view path) {
-  const std::string_view name = path.substr(path.rfind('\\') + 1);
+  const std::string name = file_name(path);
   const std::size_t dot = name.rfind('.');
-  return dot == std::string_view::npos ? "" : std::string(name.substr(dot + 1));
+  return dot == std::string::npos ? "" : name.substr(dot + 1);
 }
 
 bool is_program(std::string_view extension) {
@@ -52,7 +56,7 @@ std::string program_path(std::string_view command) {
 }
 
 std::string app_base_name(std::string_view command) {
-  const std::string_view name = command.substr(command.rfind('\\') + 1);
+  const std::string name = file_name(command);
   std::string lower;
   for (std::size_t position = 0; position < name.size();) {
     append_utf8(lower, to_lower(next_code_point(name, position)));

@@ -5,6 +5,9 @@
 
 namespace tallowmere {
 
+/// What follows the last "\\" of a path.
+std::string file_name(std::string_view path);
+
 /// What follows the last "." of the file's name, as it is written; empty without one.
 std::string file_extension(std::string_view path);
 

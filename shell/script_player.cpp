@@ -62,7 +62,13 @@ ScriptEnd ScriptPlayer::activate(const std::string& title) {
     return wait_until([this] { return stage_.target() != KeyTarget::elsewhere; }, target_limit,
                       ScriptEnd::lost_window);
   }
-  return wait_until([&] { return stage_.try_activate(title); }, window_limit, ScriptEnd::no_window);
+  Activation activation = Activation::waiting;
+  const auto decided = [&] {
+    activation = stage_.try_activate(title);
+    return activation != Activation::waiting;
+  };
+  const ScriptEnd end = wait_until(decided, window_limit, ScriptEnd::no_window);
+  return activation == Activation::refused ? ScriptEnd::higher_rights : end;
 }
 
 ScriptEnd ScriptPlayer::send(const std::string& keys, bool text_to_find) {
@@ -117,6 +123,8 @@ std::string script_status(ScriptEnd end, std::string_view title) {
   switch (end) {
     case ScriptEnd::no_window:
       return "Find On Launch stopped: no window " + name + " came to the front.";
+    case ScriptEnd::higher_rights:
+      return "Find On Launch stopped: " + name + " runs with higher rights.";
     case ScriptEnd::keys_held:
       return "Find On Launch stopped: a key is held down.";
     case ScriptEnd::lost_window:

@@ -19,14 +19,22 @@ enum class KeyTarget {
   text_field  ///< the same, with the insertion mark in a field for text
 };
 
+/// How far a window has come to the front.
+enum class Activation {
+  waiting,
+  done,
+  refused  ///< its program runs with higher rights: the system drops keys that are sent to it
+};
+
 /// Other programs' windows and the keyboard, as a script needs them.
 class KeyStage {
  public:
   virtual ~KeyStage() = default;
 
-  /// Looks for the window once, makes it the activated one and brings it to the front. True when it
+  /// Looks for the window once, makes it the activated one and brings it to the front. Done when it
   /// stands there and takes keys.
-  virtual bool try_activate(std::string_view title) = 0;
+  virtual Activation try_activate(std::string_view title) = 0;
+  /// Asked right before each key.
   virtual KeyTarget target() = 0;
   /// True when the user holds no Shift, Ctrl, Alt or Windows key, which would join those sent.
   virtual bool keyboard_free() = 0;
@@ -39,7 +47,16 @@ class KeyStage {
   virtual bool pause() = 0;
 };
 
-enum class ScriptEnd { done, no_window, keys_held, lost_window, no_answer, no_dialog, interrupted };
+enum class ScriptEnd {
+  done,
+  no_window,
+  higher_rights,
+  keys_held,
+  lost_window,
+  no_answer,
+  no_dialog,
+  interrupted
+};
 
 /// Plays a script: waits serve events, and no key is sent that would reach another window than the
 /// activated one and those over it. Text and Enter go to menus and dialogs only, never to the

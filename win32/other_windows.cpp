@@ -15,13 +15,17 @@ std::string title_of(HWND window) {
   return narrow({title, static_cast<std::size_t>(length)});
 }
 
-BOOL CALLBACK visit_window(HWND window, LPARAM parameter) {
+DWORD process_of(HWND window) {
   DWORD process_id = 0;
   GetWindowThreadProcessId(window, &process_id);
-  if (process_id != GetCurrentProcessId() && IsWindowVisible(window)) {
+  return process_id;
+}
+
+BOOL CALLBACK visit_window(HWND window, LPARAM parameter) {
+  if (process_of(window) != GetCurrentProcessId() && IsWindowVisible(window)) {
     const auto& visit =
         *reinterpret_cast<const std::function<void(const OtherWindow&)>*>(parameter);
-    visit({window, process_id, title_of(window)});
+    visit(other_window(window));
   }
   return TRUE;
 }
@@ -47,6 +51,10 @@ void visit_other_windows(const std::function<void(const OtherWindow&)>& visit) {
   EnumWindows(visit_window, reinterpret_cast<LPARAM>(&visit));
 }
 
+OtherWindow other_window(HWND window) {
+  return {window, process_of(window), title_of(window)};
+}
+
 void bring_to_front(HWND window) {
   if (IsIconic(window)) ShowWindowAsync(window, SW_RESTORE);
   SetForegroundWindow(window);
@@ -63,7 +71,10 @@ KeyTarget key_target(HWND window) {
   if (front == window) {
     return (info.flags & GUI_INMENUMODE) != 0 ? KeyTarget::menu : KeyTarget::window;
   }
-  if (GetAncestor(front, GA_ROOTOWNER) != window) return KeyTarget::elsewhere;
+  // Other programs may lay windows of theirs over it.
+  const bool over_it =
+      GetAncestor(front, GA_ROOTOWNER) == window && process_of(front) == process_of(window);
+  if (!over_it) return KeyTarget::elsewhere;
   return is_text_field(info.hwndFocus) ? KeyTarget::text_field : KeyTarget::dialog;
 }
 

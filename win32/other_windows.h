@@ -19,7 +19,11 @@ struct OtherWindow {
 /// Calls `visit` for each visible one, the foremost first.
 void visit_other_windows(const std::function<void(const OtherWindow&)>& visit);
 
-/// Asks the system to put the window in front, which it does not always do.
+/// The same of one window; its process is 0 when the window is gone.
+OtherWindow other_window(HWND window);
+
+/// Asks the system to put the window in front. Where the user is at work elsewhere, the system only
+/// makes the window's button in the task bar flash.
 void bring_to_front(HWND window);
 
 /// True when the window is in front and has got so far as to give some control the focus.

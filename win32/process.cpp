@@ -1,10 +1,15 @@
 #include "win32/process.h"
 
+#include <cstddef>
+#include <memory>
+
 #include "win32/system_error.h"
 #include "win32/text.h"
 
 namespace tallowmere::win32 {
 namespace {
+
+constexpr DWORD path_length = 32768;  // characters: no path of the system is longer
 
 bool is_full_path(std::wstring_view path) {
   return path.starts_with(L"\\\\") || (path.size() > 2 && path[1] == L':' && path[2] == L'\\');
@@ -44,6 +49,22 @@ std::wstring find_program(const std::wstring& program) {
   });
 }
 
+/// 0 when it cannot be told, the highest number when the system refuses to tell it.
+DWORD integrity_level(HANDLE process) {
+  const auto failure = [] { return GetLastError() == ERROR_ACCESS_DENIED ? MAXDWORD : 0; };
+  HANDLE opened = nullptr;
+  if (!OpenProcessToken(process, TOKEN_QUERY, &opened)) return failure();
+  const std::unique_ptr<void, decltype(&CloseHandle)> token(opened, CloseHandle);
+  alignas(TOKEN_MANDATORY_LABEL)
+      std::byte label[sizeof(TOKEN_MANDATORY_LABEL) + SECURITY_MAX_SID_SIZE];
+  DWORD size = 0;
+  if (!GetTokenInformation(token.get(), TokenIntegrityLevel, label, sizeof label, &size)) {
+    return failure();
+  }
+  const PSID sid = reinterpret_cast<const TOKEN_MANDATORY_LABEL*>(label)->Label.Sid;
+  return *GetSidSubAuthority(sid, static_cast<DWORD>(*GetSidSubAuthorityCount(sid)) - 1);
+}
+
 }  // namespace
 
 StartedProgram::~StartedProgram() {
@@ -78,6 +99,27 @@ bool StartedProgram::is_running() const {
 
 bool StartedProgram::is_ready() const {
   return process_ != nullptr && WaitForInputIdle(process_, 0) == 0;
+}
+
+OtherProcess::OtherProcess(DWORD id)
+    : process_(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id), CloseHandle),
+      protected_(process_ == nullptr && GetLastError() == ERROR_ACCESS_DENIED) {}
+
+bool OtherProcess::runs(const std::string& name) const {
+  if (process_ == nullptr) return false;
+  std::wstring path(path_length, L'\0');
+  DWORD length = path_length;
+  if (!QueryFullProcessImageNameW(process_.get(), 0, path.data(), &length)) return false;
+  path.resize(length);
+  const std::wstring program = path.substr(path.rfind(L'\\') + 1);
+  const std::wstring wanted = wide(name);
+  return CompareStringOrdinal(program.c_str(), static_cast<int>(program.size()), wanted.c_str(),
+                              static_cast<int>(wanted.size()), TRUE) == CSTR_EQUAL;
+}
+
+bool OtherProcess::outranks_us() const {
+  return protected_ || (process_ != nullptr &&
+                        integrity_level(process_.get()) > integrity_level(GetCurrentProcess()));
 }
 
 }  // namespace tallowmere::win32

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -30,6 +31,22 @@ class StartedProgram {
  private:
   HANDLE process_ = nullptr;
   DWORD id_ = 0;
+};
+
+/// A process of another program. Its number belongs to no other process while the object lives.
+class OtherProcess {
+ public:
+  explicit OtherProcess(DWORD id);
+
+  /// True when the name of its program file, in whatever folder, is `name` to the system.
+  bool runs(const std::string& name) const;
+  /// True when its integrity level is above this program's, also when it is so protected that it
+  /// does not tell: the system then drops the keys that are sent to its windows.
+  bool outranks_us() const;
+
+ private:
+  std::unique_ptr<void, decltype(&CloseHandle)> process_;
+  bool protected_ = false;
 };
 
 }  // namespace tallowmere::win32

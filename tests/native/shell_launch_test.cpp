@@ -148,13 +148,39 @@ TEST(WindowTitle, Matching) {
   EXPECT_GT(TitleMatch::begins_with, TitleMatch::ends_with);
 }
 
+TEST(WindowTitle, WhichWindowsOfAnEditorMayGetKeys) {
+  const auto suits = [](WindowOwner owner, std::string_view title, std::string_view file) {
+    return match_editor_window(owner, title, "Notepad", file) != TitleMatch::none;
+  };
+  constexpr auto started = WindowOwner::started, same = WindowOwner::same_program;
+  EXPECT_TRUE(suits(started, "Untitled - Notepad", "a.txt")) << "its own window";
+  EXPECT_FALSE(suits(started, "a.txt - Editor", "a.txt"));
+  EXPECT_FALSE(suits(WindowOwner::other_program, "a.txt - Notepad", "a.txt"));
+
+  const std::pair<std::string, std::string> fitting[] = {
+      {"a.txt - Notepad", "a.txt"},
+      {"*A.TXT - NOTEPAD", "a.txt"},
+      {"Notepad - [a.txt]", "a.txt"},
+      {"C:\\b\\a.txt (read only) - Notepad", "a.txt"},
+      {"notepad - Notepad", "notepad"},
+      {"Notepad.ini - Notepad", "notepad.ini"},
+      {"b a.txt, a.txt - a.txt - Notepad", "a.txt"}};
+  for (const auto& [title, file] : fitting) EXPECT_TRUE(suits(same, title, file)) << title;
+  const std::pair<std::string, std::string> others[] = {
+      {"b.txt - Notepad", "a.txt"},      {"data.txt - Notepad", "a.txt"},
+      {"b a.txt - Notepad", "a.txt"},    {"a.txt.bak - Notepad", "a.txt"},
+      {"Untitled - Notepad", "notepad"}, {"Notepad", "notepad"},
+      {"a.txt - Editor", "a.txt"},       {"a.txt - Notepad", ""}};
+  for (const auto& [title, file] : others) EXPECT_FALSE(suits(same, title, file)) << title;
+}
+
 /// An editor that answers as `reactions` say: pressing a key brings its target to the front.
 class FakeStage : public KeyStage {
  public:
-  bool try_activate(std::string_view) override {
-    if (now < window_comes) return false;
+  Activation try_activate(std::string_view) override {
+    if (now < window_comes) return Activation::waiting;
     front = KeyTarget::window;
-    return true;
+    return activated;
   }
   KeyTarget target() override { return now < lost_at ? front : KeyTarget::elsewhere; }
   bool keyboard_free() override { return now >= released_at; }
@@ -173,6 +199,7 @@ class FakeStage : public KeyStage {
   }
 
   double now = 1000, window_comes = 0, lost_at = 1e9, released_at = 0, ends_at = 1e9;
+  Activation activated = Activation::done;
   bool menu_opens = true;
   std::string hangs_after = "-";
   KeyTarget after_menu = KeyTarget::text_field;
@@ -194,6 +221,8 @@ TEST(ScriptPlayer, TypesIntoTheFindDialogAndNowhereElse) {
        "s~ab~", 30},
       {"the window never comes", [](FakeStage& s) { s.window_comes = 1e9; }, ScriptEnd::no_window,
        "", 11},
+      {"it runs as administrator", [](FakeStage& s) { s.activated = Activation::refused; },
+       ScriptEnd::higher_rights, "", 1},
       {"the user keeps Shift down", [](FakeStage& s) { s.released_at = 1e9; }, ScriptEnd::keys_held,
        "", 11},
       {"the user is elsewhere", [](FakeStage& s) { s.lost_at = 0; }, ScriptEnd::lost_window, "", 3},

@@ -1,5 +1,6 @@
 #include <windows.h>
 
+#include <sddl.h>
 #include <tlhelp32.h>
 
 #include <gtest/gtest.h>
@@ -76,11 +77,27 @@ class LaunchTest : public testing::Test {
     return text;
   }
 
-  /// In a folder with a blank in its name.
-  std::filesystem::path install(const std::filesystem::path& program) const {
-    const std::filesystem::path copy = folder / "My Apps" / "notepad.exe";
+  /// Below a folder of the test; without more words, one with a blank in its name.
+  std::filesystem::path install(const std::filesystem::path& program,
+                                const std::filesystem::path& place = "My Apps/notepad.exe") const {
+    const std::filesystem::path copy = (folder / place).make_preferred();
+    std::filesystem::create_directories(copy.parent_path());
     std::filesystem::copy_file(program, copy);
     return copy;
+  }
+
+  /// The window of a Notepad, installed at `place`, that the user has opened a file with.
+  HWND open_notepad(const std::filesystem::path& place, const std::string& path) const {
+    const std::string program = win32::narrow(install(notepad_exe, place).wstring());
+    win32::StartedProgram process;
+    EXPECT_FALSE(process.start(program, "\"" + program + "\" \"" + path + "\""));
+    return wait_for_window([&process](const win32::OtherWindow& window) {
+      return window.process_id == process.id() && window.title.ends_with("Notepad");
+    });
+  }
+
+  static std::pair<DWORD, DWORD> edit_selection(HWND notepad) {
+    return selection(FindWindowExW(notepad, nullptr, L"Edit", nullptr));
   }
 
   std::string write(const wchar_t* name, std::string_view content) {
@@ -97,15 +114,18 @@ class LaunchTest : public testing::Test {
     load_search_criteria(search, input, page);
   }
 
-  /// The window whose title begins so, once it is there.
-  static HWND editor(std::string_view title) {
+  static HWND wait_for_window(const std::function<bool(const win32::OtherWindow&)>& fits) {
     HWND found = nullptr;
-    for (int tries = 0; found == nullptr && tries < 200; ++tries, Sleep(10)) {
+    for (int tries = 0; found == nullptr && tries < 500; ++tries, Sleep(10)) {
       win32::visit_other_windows([&](const win32::OtherWindow& window) {
-        if (window.title.starts_with(title)) found = window.handle;
+        if (fits(window)) found = window.handle;
       });
     }
     return found;
+  }
+  static HWND editor(std::string_view title) {
+    return wait_for_window(
+        [title](const win32::OtherWindow& window) { return window.title.starts_with(title); });
   }
 
   static std::pair<DWORD, DWORD> selection(HWND field) {
@@ -132,6 +152,9 @@ class LaunchTest : public testing::Test {
   }
 
   static constexpr const wchar_t* trace_variable = L"TALLOWMERE_TEST_TRACE";
+  const std::string not_associated =
+      "The data file extension is not associated\r\nwith an application in the Registry.";
+  static constexpr const wchar_t* notepad_exe = L"C:\\windows\\notepad.exe";
   static constexpr const wchar_t* command_key = L"TallowmereTest\\shell\\open\\command";
 
   std::filesystem::path folder;
@@ -183,9 +206,7 @@ TEST_F(LaunchTest, WhatCannotStartIsTold) {
   launcher.cmdLaunch_Click(path, search, true);
   launcher.cmdLaunch_Click(win32::narrow((folder / "gone.exe").wstring()), search, true);
   ASSERT_EQ(host.messages.size(), 4u);
-  EXPECT_EQ(host.messages[0],
-            "Cannot Launch: The data file extension is not associated\r\n"
-            "with an application in the Registry.");
+  EXPECT_EQ(host.messages[0], "Cannot Launch: " + not_associated);
   const std::string trying = " - encountered while trying to START ";
   const std::string programs[] = {"C:\\no such folder\\gone.exe",
                                   win32::narrow((folder / "run.bat.exe").wstring()),
@@ -199,7 +220,7 @@ TEST_F(LaunchTest, WhatCannotStartIsTold) {
 }
 
 TEST_F(LaunchTest, NotepadFindsTheText) {
-  associate(install(L"C:\\windows\\notepad.exe"));
+  associate(install(notepad_exe));
   std::filesystem::copy_file(own_program(), folder / "My.exe");
   const std::string needle = "50% (Ab) [x]+{~}^\xE9";
   const std::string before = "line\r\n50% (ab) [x]+{~}^\xE9\r\n";
@@ -239,19 +260,18 @@ TEST_F(LaunchTest, WordPadFindsAWholeWordInItsCase) {
 }
 
 TEST_F(LaunchTest, WithoutFindOnLaunchOrTextOnlyTheApplicationStarts) {
-  associate(L"C:\\windows\\notepad.exe");
+  associate(notepad_exe);
   const std::string path = write(L"launched.tallowmeretest", "needle");
   set_search("needle", search_phrase, false);
   launcher.cmdLaunch_Click(path, search, false);
   const HWND window = editor("launched");
   ASSERT_NE(window, nullptr);
   EXPECT_TRUE(IsZoomed(window));
-  const HWND field = FindWindowExW(window, nullptr, L"Edit", nullptr);
-  EXPECT_EQ(selection(field), (std::pair<DWORD, DWORD>(0, 0)));
+  EXPECT_EQ(edit_selection(window), (std::pair<DWORD, DWORD>(0, 0)));
 }
 
 TEST_F(LaunchTest, NothingIsTypedElsewhereWhenTheUserLeavesTheEditor) {
-  associate(L"C:\\windows\\notepad.exe");
+  associate(notepad_exe);
   const std::string path = write(L"launched.tallowmeretest", "needle");
   set_search("needle", search_phrase, false);
   host.meanwhile = [this] {
@@ -261,6 +281,56 @@ TEST_F(LaunchTest, NothingIsTypedElsewhereWhenTheUserLeavesTheEditor) {
   launcher.cmdLaunch_Click(path, search, true);
   EXPECT_EQ(host.last_status, "Find On Launch stopped: \"Notepad\" is no longer in front.");
   EXPECT_EQ(win32::Control(host.window()).text(), "");
+}
+
+TEST_F(LaunchTest, OnlyAnEditorWithTheFileGetsKeysWhenItIsHandedOver) {
+  associate(install(own_program()));  // a "notepad" that ends at once
+  const std::string path = write(L"launched.tallowmeretest", "a needle");
+  const std::string other = write(L"other.tallowmeretest", "a needle");
+  set_search("needle", search_phrase, false);
+  const HWND running = open_notepad("a/Notepad.exe", path);
+  const HWND other_file = open_notepad("b/notepad.exe", other);
+  const HWND other_program = open_notepad("c/editor.exe", path);
+  const std::pair<DWORD, DWORD> nothing(0, 0), needle(2, 8);
+
+  launcher.cmdLaunch_Click(path, search, true);
+  EXPECT_EQ(host.last_status, "");
+  EXPECT_EQ(edit_selection(running), needle);
+  EXPECT_EQ(edit_selection(other_file), nothing);
+  EXPECT_EQ(edit_selection(other_program), nothing);
+
+  host.meanwhile = [running] {  // the user opens another file there
+    if (FindWindowW(L"#32770", L"Find") != nullptr) SetWindowTextW(running, L"b.txt - Notepad");
+  };
+  launcher.cmdLaunch_Click(path, search, true);
+  EXPECT_EQ(host.last_status, "Find On Launch stopped: \"Notepad\" is no longer in front.");
+}
+
+/// Nobody may ask for the rights of the window's process any more.
+void hide_rights(HWND window) {
+  DWORD id = 0;
+  GetWindowThreadProcessId(window, &id);
+  const HANDLE process = OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, id);
+  HANDLE token = nullptr;
+  EXPECT_TRUE(OpenProcessToken(process, WRITE_DAC, &token));
+  PSECURITY_DESCRIPTOR nobody = nullptr;
+  EXPECT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:", SDDL_REVISION_1, &nobody,
+                                                                   nullptr));
+  EXPECT_TRUE(SetKernelObjectSecurity(token, DACL_SECURITY_INFORMATION, nobody));
+  LocalFree(nobody);
+  CloseHandle(token);
+  CloseHandle(process);
+}
+
+TEST_F(LaunchTest, AnEditorThatDoesNotTellItsRightsGetsNoKeys) {
+  associate(install(own_program()));
+  const std::string path = write(L"launched.tallowmeretest", "a needle");
+  set_search("needle", search_phrase, false);
+  const HWND running = open_notepad("a/notepad.exe", path);
+  hide_rights(running);
+  launcher.cmdLaunch_Click(path, search, true);
+  EXPECT_EQ(host.last_status, "Find On Launch stopped: \"Notepad\" runs with higher rights.");
+  EXPECT_EQ(edit_selection(running), (std::pair<DWORD, DWORD>(0, 0)));
 }
 
 TEST_F(LaunchTest, ALaunchMeanwhileGivesTheFirstUp) {
