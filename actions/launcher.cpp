@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "actions/editor_stage.h"
+#include "dialogs/frmCannotLaunch.h"
 #include "shell/launch_command.h"
 #include "shell/script_player.h"
 #include "win32/association.h"
@@ -52,7 +53,7 @@ void Launcher::launch(const Job& job) {
   }
   const std::string command = win32::association_command(extension, true);
   if (command.empty()) {
-    host_.message(not_associated, cannot_launch);
+    offer_system_program(job, extension);
   } else {
     open_data_file(job, program_path(command));
   }
@@ -63,6 +64,30 @@ void Launcher::open_data_file(const Job& job, const std::string& application) {
   win32::StartedProgram program;
   if (start(program, program_file(application), data_command_line(application, job.path))) {
     find_text(job, program, application);
+  }
+}
+
+void Launcher::offer_system_program(const Job& job, const std::string& extension) {
+  std::optional<std::string> application;
+  if (!runs_when_opened(extension)) application = win32::system_association(extension);
+  // Files that their own command starts run, too.
+  if (!application || application->starts_with("%1") || application->starts_with("\"%1")) {
+    host_.message(not_associated, cannot_launch);
+    return;
+  }
+  const bool open = frmCannotLaunch(host_.window()).ask(not_associated);
+  if (open) open_by_system(job, program_path(*application));
+}
+
+/// `application` is without its extension.
+void Launcher::open_by_system(const Job& job, const std::string& application) {
+  win32::StartedProgram program;
+  const auto error = program.open(job.path, host_.window());
+  if (!host_.serve_events()) return;  // the window was closed in that call
+  if (!error) {
+    find_text(job, program, application);
+  } else if (error->code != ERROR_CANCELLED) {
+    tell_failure(*error, job.path);
   }
 }
 
@@ -81,10 +106,12 @@ void Launcher::find_text(const Job& job, const win32::StartedProgram& program,
 bool Launcher::start(win32::StartedProgram& program, const std::string& file,
                      const std::string& command_line) {
   const auto error = program.start(file, command_line);
-  if (error) {
-    host_.message(error->text + " - encountered while trying to START " + file, cannot_launch);
-  }
+  if (error) tell_failure(*error, file);
   return !error;
+}
+
+void Launcher::tell_failure(const SystemError& error, const std::string& file) {
+  host_.message(error.text + " - encountered while trying to START " + file, cannot_launch);
 }
 
 }  // namespace tallowmere

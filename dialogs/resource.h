@@ -15,6 +15,7 @@
 #define IDD_FONTS 2009
 #define IDD_HELP 2300
 #define IDD_ABOUT 2301
+#define IDD_CANNOT_LAUNCH 2302
 
 // frmSearchFor
 #define IDC_SEARCH_LABEL1 2010
@@ -104,3 +105,7 @@
 // frmProgress
 #define IDC_PROGRESS_LABEL1 2440
 #define IDC_PROGRESS_BAR 2441
+
+// frmCannotLaunch
+#define IDC_CANNOT_LAUNCH_ICON 2450
+#define IDC_CANNOT_LAUNCH_PROMPT 0xFFFF /* as in the system's message boxes */

@@ -48,6 +48,15 @@ bool is_program(std::string_view extension) {
   return extension == "exe";
 }
 
+bool runs_when_opened(std::string_view extension) {
+  constexpr std::string_view types[] = {"exe", "bat", "cmd", "com", "js",  "jse", "vbs",
+                                        "vbe", "wsf", "wsh", "hta", "ps1", "scr", "pif",
+                                        "msi", "lnk", "url", "reg", "cpl"};
+  return std::ranges::any_of(types, [extension](std::string_view type) {
+    return std::ranges::equal(type, extension, same_ascii_letter);
+  });
+}
+
 std::string program_path(std::string_view command) {
   std::string_view program = command.substr(0, program_end(command));
   if (program.starts_with('"')) program.remove_prefix(1);

@@ -15,6 +15,10 @@ std::string file_extension(std::string_view path);
 /// makes a program: REPORT.EXE is a data file.
 bool is_program(std::string_view extension);
 
+/// True for a file that does something itself when the system opens it: programs, scripts,
+/// installers, and what leads to any of these.
+bool runs_when_opened(std::string_view extension);
+
 /// The program in an association's command: without its leading double quote, its extension and its
 /// arguments. The command is cut before the first ".exe", else before the first ".EXE". A command
 /// with neither is cut before any other spelling of it, else at its next double quote; so what it

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include <optional>
+#include <shlwapi.h>
 
 #include "win32/text.h"
 
@@ -50,6 +50,25 @@ class ClassesKey {
   HKEY key_ = nullptr;
 };
 
+/// What the system tells of an extension (with its dot); empty when it tells nothing.
+std::wstring ask_system(const std::wstring& ext, ASSOCSTR what) {
+  // Otherwise the dialog that lets the user choose a program would count as one.
+  constexpr ASSOCF flags = ASSOCF_INIT_IGNOREUNKNOWN;
+  std::wstring text;
+  DWORD length = 0;
+  if (AssocQueryStringW(flags, what, ext.c_str(), nullptr, nullptr, &length) != S_FALSE) return {};
+  text.resize(length);
+  if (AssocQueryStringW(flags, what, ext.c_str(), nullptr, text.data(), &length) != S_OK) return {};
+  return text.substr(0, text.find(L'\0'));
+}
+
+/// With the names in percent signs replaced by what they stand for.
+std::wstring expanded(const std::wstring& text) {
+  std::wstring result(ExpandEnvironmentStringsW(text.c_str(), nullptr, 0), L'\0');
+  ExpandEnvironmentStringsW(text.c_str(), result.data(), static_cast<DWORD>(result.size()));
+  return result.substr(0, result.find(L'\0'));
+}
+
 }  // namespace
 
 std::string association_command(std::string_view ext, bool want_command) {
@@ -61,6 +80,18 @@ std::string association_command(std::string_view ext, bool want_command) {
 
   const auto command = ClassesKey(*file_class + L"\\shell\\open\\command").default_value(type);
   return command && type == REG_SZ ? narrow(*command) : std::string();
+}
+
+std::optional<std::string> system_association(std::string_view ext) {
+  if (ext.empty()) return std::nullopt;
+  const std::wstring dotted = L"." + wide(ext);
+  // A system that names no file may know the command, and not have expanded it.
+  for (const ASSOCSTR what : {ASSOCSTR_EXECUTABLE, ASSOCSTR_COMMAND}) {
+    const std::wstring program = expanded(ask_system(dotted, what));
+    if (!program.empty()) return narrow(program);
+  }
+  if (ask_system(dotted, ASSOCSTR_DELEGATEEXECUTE).empty()) return std::nullopt;
+  return std::string();
 }
 
 }  // namespace tallowmere::win32

@@ -1,8 +1,11 @@
 #include "win32/process.h"
 
+#include <shellapi.h>
+
 #include <cstddef>
 #include <memory>
 
+#include "win32/com_apartment.h"
 #include "win32/system_error.h"
 #include "win32/text.h"
 
@@ -86,11 +89,30 @@ std::optional<SystemError> StartedProgram::start(const std::string& program,
     return last_system_error();
   }
   CloseHandle(information.hThread);
-  if (process_ != nullptr) CloseHandle(process_);
-  process_ = information.hProcess;
-  id_ = information.dwProcessId;
-  AllowSetForegroundWindow(id_);
+  keep(information.hProcess);
   return std::nullopt;
+}
+
+std::optional<SystemError> StartedProgram::open(const std::string& path, HWND owner) {
+  const ComApartment apartment;
+  const std::wstring file = wide(path);
+  SHELLEXECUTEINFOW launch{};
+  launch.cbSize = sizeof launch;
+  launch.fMask = SEE_MASK_NOCLOSEPROCESS | SEE_MASK_FLAG_NO_UI;
+  launch.hwnd = owner;
+  launch.lpFile = file.c_str();
+  launch.nShow = SW_SHOWMAXIMIZED;
+  if (!ShellExecuteExW(&launch)) return last_system_error();
+  keep(launch.hProcess);
+  return std::nullopt;
+}
+
+/// Takes the handle, which is null when the system has started nothing.
+void StartedProgram::keep(HANDLE process) {
+  if (process_ != nullptr) CloseHandle(process_);
+  process_ = process;
+  id_ = process != nullptr ? GetProcessId(process) : 0;
+  if (id_ != 0) AllowSetForegroundWindow(id_);
 }
 
 bool StartedProgram::is_running() const {

@@ -23,12 +23,19 @@ class StartedProgram {
   /// command line.
   std::optional<SystemError> start(const std::string& program, const std::string& command_line);
 
+  /// Opens `path` in the system's own way: with the program that belongs to files of its kind, its
+  /// window maximized and in front. `owner` is for what the system asks meanwhile. Serves events.
+  std::optional<SystemError> open(const std::string& path, HWND owner);
+
+  /// 0 when nothing was started: the system has handed the file to a program that runs already.
   DWORD id() const { return id_; }
   bool is_running() const;
   /// True when it has come so far as to wait for keys.
   bool is_ready() const;
 
  private:
+  void keep(HANDLE process);
+
   HANDLE process_ = nullptr;
   DWORD id_ = 0;
 };

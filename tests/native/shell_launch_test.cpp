@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -51,6 +52,13 @@ TEST(LaunchCommand, WhatIsStarted) {
                                                 {"C:\\d\\exe", false},
                                                 {"C:\\d\\a.exe.", false}};
   for (const auto& [path, runs] : files) EXPECT_EQ(is_program(file_extension(path)), runs) << path;
+
+  std::istringstream types(
+      "EXE bat Cmd COM js jse vbs vbe wsf wsh hta ps1 scr pif msi lnk url reg CpL");
+  for (std::string type; types >> type;) EXPECT_TRUE(runs_when_opened(type)) << type;
+  for (const char* type : {"", "txt", "c", "html", "ba", "batch", "json", "bat "}) {
+    EXPECT_FALSE(runs_when_opened(type)) << type;
+  }
 }
 
 TEST(KeyScript, Escaping) {

@@ -12,6 +12,7 @@
 
 #include "actions/launcher.h"
 #include "tests/windows/actions_support.h"
+#include "tests/windows/form1_fixture.h"
 #include "win32/association.h"
 #include "win32/controls.h"
 #include "win32/other_windows.h"
@@ -35,6 +36,7 @@ class LaunchTest : public testing::Test {
     end_children();
     SetEnvironmentVariableW(trace_variable, nullptr);
     RegDeleteTreeW(HKEY_CLASSES_ROOT, L".tallowmeretest");
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, L".wsf");
     RegDeleteTreeW(HKEY_CLASSES_ROOT, L"TallowmereTest");
     std::error_code ignored;
     std::filesystem::remove_all(folder, ignored);
@@ -304,6 +306,50 @@ TEST_F(LaunchTest, OnlyAnEditorWithTheFileGetsKeysWhenItIsHandedOver) {
   };
   launcher.cmdLaunch_Click(path, search, true);
   EXPECT_EQ(host.last_status, "Find On Launch stopped: \"Notepad\" is no longer in front.");
+}
+
+TEST_F(LaunchTest, WhatTheSystemOpensIsOfferedInTheBox) {
+  set_class(L"TallowmereTest");
+  set_command(L"\"%SystemRoot%\\notepad.exe\" \"%1\"", REG_EXPAND_SZ);
+  const std::string path = write(L"launched.tallowmeretest", "a needle");
+  set_search("needle", search_phrase, false);
+  const auto launch = [&](const std::function<void(HWND box)>& act) {
+    const User user("Cannot Launch", act);
+    launcher.cmdLaunch_Click(path, search, true);
+  };
+  launch([this](HWND box) {
+    EXPECT_EQ(message_box_text(box), not_associated);
+    EXPECT_EQ(LOWORD(SendMessageW(box, DM_GETDEFID, 0, 0)), IDOK);
+    PostMessageW(GetDlgItem(box, IDOK), WM_KEYDOWN, VK_ESCAPE, 1);
+  });
+  EXPECT_EQ(FindWindowW(L"Notepad", nullptr), nullptr) << "Esc starts nothing";
+  EXPECT_TRUE(IsWindowEnabled(host.window()));
+
+  launch([](HWND box) { PostMessageW(GetDlgItem(box, IDOK), WM_KEYDOWN, VK_RETURN, 1); });
+  EXPECT_EQ(host.last_status, "");
+  EXPECT_EQ(edit_selection(editor("launched")), (std::pair<DWORD, DWORD>(2, 8)));
+  EXPECT_TRUE(IsZoomed(editor("launched")));
+  EXPECT_EQ(host.messages, std::vector<std::string>());
+  end_children();
+
+  launch([this](HWND) { PostMessageW(host.window(), WM_CLOSE, 0, 0); });
+  EXPECT_EQ(FindWindowW(L"Notepad", nullptr), nullptr) << "the box went with its owner";
+}
+
+void CALLBACK cancel_box(HWND, UINT, UINT_PTR, DWORD) {
+  PostMessageW(FindWindowW(L"#32770", L"Cannot Launch"), WM_CLOSE, 0, 0);
+}
+
+TEST_F(LaunchTest, WhatRunsIsNotOfferedInTheBox) {
+  const UINT_PTR timer = SetTimer(nullptr, 0, 200, cancel_box);
+  set_default(L".wsf", REG_SZ, L"TallowmereTest", 30);
+  set_command(L"%SystemRoot%\\notepad.exe %1", REG_EXPAND_SZ);
+  launcher.cmdLaunch_Click(write(L"a.Wsf", ""), search, true);
+  set_class(L"TallowmereTest");
+  set_command(L"\"%1\" %*", REG_EXPAND_SZ);
+  launcher.cmdLaunch_Click(write(L"a.tallowmeretest", ""), search, true);
+  KillTimer(nullptr, timer);
+  EXPECT_EQ(host.messages.size(), 2u);
 }
 
 /// Nobody may ask for the rights of the window's process any more.
