@@ -8,6 +8,7 @@
 
 #include "engine/unicode.h"
 #include "shell/folder_tree.h"
+#include "win32/file_redirection.h"
 #include "win32/long_path.h"
 #include "win32/system_error.h"
 #include "win32/win_file_system.h"
@@ -332,6 +333,7 @@ Result WinFileOperations::facts(const std::string& path, FileFacts& facts) {
 
 Result WinFileOperations::copy(const std::string& source, const std::string& target,
                                const Replace& replace, const Progress& progress) {
+  const FileRedirectionOff direct;
   const std::u16string from = long_path(source);
   const Target to(target, replace);
   if (auto error = check_source(from)) return error;
@@ -343,6 +345,7 @@ Result WinFileOperations::copy(const std::string& source, const std::string& tar
 
 Result WinFileOperations::move(const std::string& source, const std::string& target,
                                const Replace& replace, const Progress& progress) {
+  const FileRedirectionOff direct;
   const std::u16string from = long_path(source);
   const Target to(target, replace);
   if (auto error = check_source(from)) return error;
@@ -353,12 +356,15 @@ Result WinFileOperations::move(const std::string& source, const std::string& tar
 }
 
 Result WinFileOperations::rename(const std::string& source, const std::string& target) {
+  const FileRedirectionOff direct;
   const std::u16string from = long_path(source);
   if (auto error = check_source(from)) return error;
   return result_of(MoveFileExW(wide(from), wide(long_path(target)), 0));
 }
 
 Result WinFileOperations::remove(const std::string& path, bool recycle) {
+  std::optional<FileRedirectionOff> direct;
+  if (!recycle) direct.emplace();  // the bin loads the shell, and takes nothing redirected
   const std::u16string file = long_path(path);
   if (auto error = check_source(file)) return error;
   if (auto error = check_free(file)) return error;
@@ -376,6 +382,7 @@ Result WinFileOperations::remove(const std::string& path, bool recycle) {
 /// A folder on the way to the one that is wanted may be closed to the user, as the one above each
 /// user's own on a server is: then nothing can be learned of it, but what is below can be used.
 Result WinFileOperations::create_folder(const std::string& folder) {
+  const FileRedirectionOff direct;
   const std::vector<FolderRow> rows = folder_ancestry(with_separator(folder), path_separator);
   const auto file_of = [&](std::size_t row) {
     return long_path(rows[row].path.substr(0, rows[row].path.size() - 1));

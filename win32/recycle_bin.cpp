@@ -1,6 +1,7 @@
 #include "win32/recycle_bin.h"
 
 #include "win32/com_apartment.h"
+#include "win32/file_redirection.h"
 #include "win32/system_error.h"
 #include "win32/text.h"
 
@@ -59,7 +60,7 @@ SystemError shell_error(int code) {
 
 bool RecycleBin::takes(const std::string& path) {
   const std::wstring name = wide(path);
-  if (name.size() >= MAX_PATH) return false;
+  if (name.size() >= MAX_PATH || is_redirected(path)) return false;
   wchar_t full[MAX_PATH];
   const DWORD length = GetFullPathNameW(name.c_str(), MAX_PATH, full, nullptr);
   if (std::wstring_view(full, length < MAX_PATH ? length : 0) != name) return false;
