@@ -47,7 +47,6 @@ void Form1::save() {
 }
 
 void Form1::Form_Unload() {
-  services_.files.close();
   save();
   DestroyWindow(handle());
   PostQuitMessage(0);

@@ -60,7 +60,7 @@ void SearchRun::search_files(const std::function<void(FileSearch&)>& test) {
   if (services_.shell.minimize_on && IsWindowVisible(window_.form.handle())) {
     ShowWindow(window_.form.handle(), SW_MINIMIZE);
   }
-  WindowSearchHost host(window_.form.handle(), results_, stop_);
+  WindowSearchHost host(window_.form.handle(), results_, stop_, true);
   FileSearch search(services_.search, services_.page, services_.files, services_.clock, host);
   host.set_progress([&] { show_progress(search); });
   go_through([&] { test(search); });
@@ -80,7 +80,7 @@ void SearchRun::search_file(const CriteriaInput& input, std::size_t row) {
   const RunEnd end{running_};
   load(input);
   prepare_to_search();
-  WindowSearchHost host(window_.form.handle(), results_, stop_);
+  WindowSearchHost host(window_.form.handle(), results_, stop_, false);
   FileSearch search(services_.search, services_.page, services_.files, services_.clock, host);
   bool matches = false;
   go_through([&] { matches = search_selected_file(search, row); });

@@ -14,10 +14,12 @@ constexpr std::uint64_t progress_interval_ms = 250;
 
 }  // namespace
 
-WindowSearchHost::WindowSearchHost(HWND window, ResultList& results, const bool& stop)
+WindowSearchHost::WindowSearchHost(HWND window, ResultList& results, const bool& stop,
+                                   bool many_files)
     : window_(window),
       results_(results),
       stop_(stop),
+      many_files_(many_files),
       events_(event_interval_ms),
       progress_gate_(progress_interval_ms) {}
 
@@ -34,9 +36,11 @@ void WindowSearchHost::file_matched(const FoundFile& file) {
   results_.add_file_row(file.folder, file.name, file.facts);
 }
 
-void WindowSearchHost::read_failed(const std::string& path, const SystemError& error) {
-  win32::message_box(window_, error.text + " - encountered while trying to GET DATA. ",
-                     "Cannot Read " + path, win32::BoxIcon::exclamation);
+bool WindowSearchHost::read_failed(const std::string& path, const SystemError& error) {
+  return win32::message_box(window_, error.text + " - encountered while trying to GET DATA. ",
+                            "Cannot Read " + path, win32::BoxIcon::exclamation,
+                            many_files_ ? win32::BoxButtons::ok_cancel : win32::BoxButtons::ok) ==
+         win32::BoxAnswer::ok;
 }
 
 bool WindowSearchHost::retry_folder(const SystemError& error) {

@@ -13,21 +13,23 @@ namespace tallowmere {
 /// What a search tells and asks the main window.
 class WindowSearchHost : public SearchHost {
  public:
-  /// Matches go to `results`. `stop` is set by the window's handlers, from inside go_on().
-  WindowSearchHost(HWND window, ResultList& results, const bool& stop);
+  /// Matches go to `results`. `stop` is set by the window's handlers, from inside go_on(). Where
+  /// `many_files` may follow, the message that one cannot be read offers to stop.
+  WindowSearchHost(HWND window, ResultList& results, const bool& stop, bool many_files);
 
   /// `progress` is called a few times a second while the search runs.
   void set_progress(std::function<void()> progress) { progress_ = std::move(progress); }
 
   bool go_on() override;
   void file_matched(const FoundFile& file) override;
-  void read_failed(const std::string& path, const SystemError& error) override;
+  bool read_failed(const std::string& path, const SystemError& error) override;
   bool retry_folder(const SystemError& error) override;
 
  private:
   HWND window_;
   ResultList& results_;
   const bool& stop_;
+  const bool many_files_;
   std::function<void()> progress_;
   TickGate events_;  ///< even an empty look at the queue costs more than testing a small file
   TickGate progress_gate_;

@@ -131,17 +131,11 @@ void BM_ManyTermsOneByOne(benchmark::State& state) {
 BENCHMARK(BM_ManyTermsOneByOne)->Arg(4)->Arg(16)->Arg(50);
 
 /// A file that repeats `text` without end in sight; reading costs a copy, as it does from a cache.
-class RepeatedFile : public FileSystem {
+class RepeatedFile : public FileReader {
  public:
   RepeatedFile(const std::string& text, std::size_t size) : text_(text), left_(size) {}
 
-  std::optional<SystemError> list_folder(const std::string&, FolderListing&,
-                                         const std::function<bool()>&) override {
-    return std::nullopt;
-  }
-  std::optional<SystemError> open(const std::string&, std::string_view) override {
-    return std::nullopt;
-  }
+  std::optional<SystemError> open(const std::string&, std::string_view) override { return {}; }
   std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
                                   std::size_t& got) override {
     got = std::min({wanted, left_, text_.size()});
@@ -149,11 +143,8 @@ class RepeatedFile : public FileSystem {
     left_ -= got;
     return std::nullopt;
   }
-  std::optional<SystemError> seek(std::int64_t) override { return std::nullopt; }
+  std::optional<SystemError> seek(std::int64_t) override { return {}; }
   void close() override {}
-  std::optional<SystemError> facts(const std::string&, std::string_view, FileFacts&) override {
-    return std::nullopt;
-  }
 
  private:
   const std::string& text_;

@@ -5,8 +5,10 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <random>
 #include <string>
+#include <utility>
 
 #include "engine/code_page.h"
 #include "posix/posix_file_system.h"
@@ -43,27 +45,49 @@ const std::string& prose() {
   return text;
 }
 
-/// Counts what is read.
-class CountedFiles : public PosixFileSystem {
- public:
+/// What a benchmark has read.
+struct Counts {
   std::int64_t bytes = 0;
   std::int64_t reads = 0;
+};
 
+/// A reader that counts.
+class CountedReader : public FileReader {
+ public:
+  CountedReader(std::unique_ptr<FileReader> file, Counts& counts)
+      : file_(std::move(file)), counts_(counts) {}
+
+  std::optional<SystemError> open(const std::string& folder, std::string_view name) override {
+    return file_->open(folder, name);
+  }
   std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
                                   std::size_t& got) override {
-    auto error = PosixFileSystem::read(into, wanted, got);
-    bytes += static_cast<std::int64_t>(got);
-    ++reads;
+    auto error = file_->read(into, wanted, got);
+    counts_.bytes += static_cast<std::int64_t>(got);
+    ++counts_.reads;
     return error;
+  }
+  std::optional<SystemError> seek(std::int64_t position) override { return file_->seek(position); }
+  void close() override { file_->close(); }
+
+ private:
+  std::unique_ptr<FileReader> file_;
+  Counts& counts_;
+};
+
+class CountedFiles : public PosixFileSystem {
+ public:
+  mutable Counts counts;
+
+  std::unique_ptr<FileReader> reader() const override {
+    return std::make_unique<CountedReader>(PosixFileSystem::reader(), counts);
   }
 };
 
 /// A file that repeats the prose; reading costs a copy, as it does from a cache.
-class RepeatedFile : public CountedFiles {
+class RepeatedReader : public FileReader {
  public:
-  std::optional<SystemError> open(const std::string&, std::string_view) override {
-    return std::nullopt;
-  }
+  std::optional<SystemError> open(const std::string&, std::string_view) override { return {}; }
   std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
                                   std::size_t& got) override {
     got = static_cast<std::size_t>(
@@ -75,8 +99,6 @@ class RepeatedFile : public CountedFiles {
       done += piece;
       position_ += static_cast<std::int64_t>(piece);
     }
-    bytes += static_cast<std::int64_t>(got);
-    ++reads;
     return std::nullopt;
   }
   std::optional<SystemError> seek(std::int64_t position) override {
@@ -84,14 +106,21 @@ class RepeatedFile : public CountedFiles {
     return std::nullopt;
   }
   void close() override {}
-  std::optional<SystemError> facts(const std::string&, std::string_view,
-                                   FileFacts& facts) override {
-    facts = {1, file_size};
-    return std::nullopt;
-  }
 
  private:
   std::int64_t position_ = 0;
+};
+
+class RepeatedFile : public CountedFiles {
+ public:
+  std::optional<SystemError> facts(const std::string&, std::string_view,
+                                   FileFacts& facts) const override {
+    facts = {1, file_size};
+    return std::nullopt;
+  }
+  std::unique_ptr<FileReader> reader() const override {
+    return std::make_unique<CountedReader>(std::make_unique<RepeatedReader>(), counts);
+  }
 };
 
 /// The prose as a file of the disk, for as long as the program runs.
@@ -144,13 +173,13 @@ void find(benchmark::State& state, CountedFiles& files, const std::string& folde
   for (auto _ : state) {
     viewer.viewfile(0);
     if (!forward) navigation.show_first_chunk();
-    files.bytes = files.reads = 0;
+    files.counts = {};
     const FindResult result = forward ? navigation.find_next(finder) : navigation.find_prev(finder);
     if (result != FindResult::not_found) state.SkipWithError("found, or no file");
   }
   state.SetBytesProcessed(state.iterations() * file_size);
-  state.counters["reads_per_byte"] = static_cast<double>(files.bytes) / file_size;
-  state.counters["reads"] = static_cast<double>(files.reads);
+  state.counters["reads_per_byte"] = static_cast<double>(files.counts.bytes) / file_size;
+  state.counters["reads"] = static_cast<double>(files.counts.reads);
 }
 
 void BM_FindNextInMemory(benchmark::State& state) {

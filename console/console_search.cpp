@@ -83,8 +83,10 @@ class ConsoleHost : public SearchHost {
     list_.add_file_row(known.folder, known.name, known.facts);
   }
 
+  bool wants_facts() const override { return options_.sort != SortKey::none; }
+
   /// The search keeps the file and the reason.
-  void read_failed(const std::string&, const SystemError&) override {}
+  bool read_failed(const std::string&, const SystemError&) override { return true; }
 
   bool retry_folder(const SystemError& error) override {
     folder_error_ = error;
@@ -147,13 +149,13 @@ std::optional<SystemError> read_standard_input(Surroundings& around, std::string
 std::optional<SystemError> read_file(const std::string& path, Surroundings& around,
                                      std::string& text) {
   const std::size_t name = name_start(path);
-  auto failure = around.files.open(path.substr(0, name), path.substr(name));
+  const auto file = around.files.reader();
+  auto failure = file->open(path.substr(0, name), path.substr(name));
   for (std::size_t got = 1; got > 0 && !failure;) {
     unsigned char block[4096];
-    failure = around.files.read(block, sizeof block, got);
+    failure = file->read(block, sizeof block, got);
     text.append(reinterpret_cast<const char*>(block), got);
   }
-  around.files.close();
   return failure;
 }
 

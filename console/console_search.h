@@ -19,7 +19,7 @@ enum class Written {
 
 /// What the console front end needs from its system.
 struct Surroundings {
-  FileSystem& files;
+  const FileSystem& files;
   const Clock& clock;
   const CodePage& page;
   /// Writes UTF-8 text to standard output or standard error.

@@ -45,7 +45,7 @@ tallowmere::console::Written write_all(int handle, std::string_view text) {
 int main(int count, char** arguments) {
   using namespace tallowmere;
   watch_signals();
-  PosixFileSystem files;
+  const PosixFileSystem files;
   const PosixClock clock;
   const CodePage page = CodePage::windows_1252();
   console::Surroundings around{files,

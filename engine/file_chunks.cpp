@@ -21,26 +21,26 @@ FileChunks::FileChunks(std::size_t lookback, std::size_t lookahead)
   base_ = buffer_.data() + lookback_ + (cache_line - earliest % cache_line) % cache_line;
 }
 
-std::optional<SystemError> FileChunks::first(FileSystem& files) {
+std::optional<SystemError> FileChunks::first(FileReader& file) {
   number_ = 0;
   before_ = 0;
-  return fill(files, 0);
+  return fill(file, 0);
 }
 
-std::optional<SystemError> FileChunks::next(FileSystem& files) {
+std::optional<SystemError> FileChunks::next(FileReader& file) {
   assert(more());
   ++number_;
   const std::size_t kept = after_;
   const std::size_t before = std::min(lookback_, before_ + chunk_size);
   std::memmove(base_ - before, base_ + chunk_size - before, before + kept);
   before_ = before;
-  return fill(files, kept);
+  return fill(file, kept);
 }
 
 // `kept` bytes of the chunk are in place already.
-std::optional<SystemError> FileChunks::fill(FileSystem& files, std::size_t kept) {
+std::optional<SystemError> FileChunks::fill(FileReader& file, std::size_t kept) {
   std::size_t got = 0;
-  const auto error = files.read(base_ + kept, chunk_size + lookahead_ - kept, got);
+  const auto error = file.read(base_ + kept, chunk_size + lookahead_ - kept, got);
   const std::size_t present = kept + got;
   size_ = std::min(present, chunk_size);
   after_ = present - size_;

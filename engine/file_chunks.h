@@ -21,13 +21,13 @@ class FileChunks {
   FileChunks(std::size_t lookback, std::size_t lookahead);
 
   /// Loads the file's first chunk. An empty file has one empty chunk.
-  std::optional<SystemError> first(FileSystem& files);
+  std::optional<SystemError> first(FileReader& file);
 
   /// True when the file goes on behind the chunk.
   bool more() const { return after_ > 0; }
 
   /// Loads the next chunk; to be called only when there is more.
-  std::optional<SystemError> next(FileSystem& files);
+  std::optional<SystemError> next(FileReader& file);
 
   const Byte* begin() const { return base_; }
   const Byte* end() const { return base_ + size_; }
@@ -40,7 +40,7 @@ class FileChunks {
   const Byte* memory_end() const { return base_ + size_ + after_; }
 
  private:
-  std::optional<SystemError> fill(FileSystem& files, std::size_t kept);
+  std::optional<SystemError> fill(FileReader& file, std::size_t kept);
 
   std::size_t lookback_;
   std::size_t lookahead_;

@@ -16,10 +16,11 @@ struct OpenFolder {
 
 }  // namespace
 
-FileSearch::FileSearch(const SearchCriteria& search, const CodePage& page, FileSystem& files,
+FileSearch::FileSearch(const SearchCriteria& search, const CodePage& page, const FileSystem& files,
                        const Clock& clock, SearchHost& host)
     : search_(search),
       files_(files),
+      file_(files.reader()),
       host_(host),
       dates_(search, clock),
       matcher_(search, page),
@@ -37,16 +38,16 @@ void FileSearch::note_unread(const std::string& folder, std::string_view name,
 
 void FileSearch::search_files() {
   const std::string root = with_separator(search_.path);
-  while (true) {
-    listing_.clear();
-    const auto error = files_.list_folder(root, listing_, go_on_);
-    if (!error) break;
-    if (host_.retry_folder(*error)) continue;
-    stopped_ = true;
-    return;
+  auto error = list(root);
+  while (error && !listing_.begun()) {
+    if (!host_.retry_folder(*error)) {
+      stopped_ = true;
+      return;
+    }
+    error = list(root);
   }
   if (!keep_going()) return;
-  search_folder_files(root);
+  search_listed(root, error);
   if (search_.search_subfolders) SearchAllDir(root);
 }
 
@@ -65,18 +66,20 @@ void FileSearch::SearchAllDir(const std::string& root) {
     path.resize(top.path_length);
     path += top.subfolders[top.next++];
     path += path_separator;
-    if (!list(path)) continue;
-    search_folder_files(path);
+    search_listed(path, list(path));
     if (listing_.folder_count() > 0) open.push_back({path.size(), sorted_subfolders(listing_)});
   }
 }
 
-/// Lists a folder below the one to search; what cannot be listed is noted and passed over.
-bool FileSearch::list(const std::string& folder) {
+std::optional<SystemError> FileSearch::list(const std::string& folder) {
   listing_.clear();
-  const auto error = files_.list_folder(folder, listing_, go_on_);
+  return files_.list_folder(folder, listing_, go_on_);
+}
+
+/// What came before an error is searched all the same; the folder then counts as unread.
+void FileSearch::search_listed(const std::string& folder, const std::optional<SystemError>& error) {
+  search_folder_files(folder);
   if (error) note_unread(folder, "", *error);
-  return !error;
 }
 
 // Every file type ticked is a pass of its own over the folder. A file that fits two of them counts
@@ -95,7 +98,7 @@ void FileSearch::search_slot(const std::string& folder, const std::string& patte
     ++files_searched_;
     if (!test_listed_file(folder, row)) continue;
     FolderListing::File file = listing_.file(row);
-    if (!file.facts_known) files_.facts(folder, file.name, file.facts);
+    if (!file.facts_known && host_.wants_facts()) files_.facts(folder, file.name, file.facts);
     ++files_matched_;
     host_.file_matched({folder, file.name, file.facts});
   }
@@ -105,7 +108,8 @@ bool FileSearch::test_listed_file(const std::string& folder, std::size_t row) {
   Verdict& verdict = verdicts_[row];
   if (verdict == Verdict::untested) {
     FolderListing::File file = listing_.file(row);
-    const bool matches = wanted_by_date(folder, file) && test_file(folder, file.name);
+    const bool matches = wanted_by_date(folder, file) &&
+                         test_opened(folder, file.name, file_->open_listed(folder, file.name));
     verdict = matches ? Verdict::match : Verdict::no_match;
   }
   return verdict == Verdict::match;
@@ -123,15 +127,20 @@ bool FileSearch::wanted_by_date(const std::string& folder, FolderListing::File& 
 }
 
 bool FileSearch::test_file(const std::string& folder, std::string_view name) {
-  if (const auto error = files_.open(folder, name)) {
-    note_unread(folder, name, *error);
+  return test_opened(folder, name, file_->open(folder, name));
+}
+
+bool FileSearch::test_opened(const std::string& folder, std::string_view name,
+                             const std::optional<SystemError>& open_error) {
+  if (open_error) {
+    note_unread(folder, name, *open_error);
     return false;
   }
   SystemError error;
-  const MatchOutcome outcome = matcher_.match_open_file(files_, go_on_, error);
+  const MatchOutcome outcome = matcher_.match_open_file(*file_, go_on_, error);
   if (outcome == MatchOutcome::failed) {
-    host_.read_failed(folder + std::string(name), error);
     note_unread(folder, name, error);
+    if (!host_.read_failed(unread_.back().path, error)) stopped_ = true;
   }
   return outcome == MatchOutcome::match;
 }

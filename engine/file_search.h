@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,8 +38,11 @@ class SearchHost {
 
   virtual void file_matched(const FoundFile& file) = 0;
 
-  /// Reading broke off inside `path`; the file counts as unread when this returns.
-  virtual void read_failed(const std::string& path, const SystemError& error) = 0;
+  /// Whether file_matched needs the facts where the system's listings tell names only.
+  virtual bool wants_facts() const { return true; }
+
+  /// Reading broke off inside `path`, which counts as unread; false when the run is to stop.
+  virtual bool read_failed(const std::string& path, const SystemError& error) = 0;
 
   /// The folder to search cannot be listed; true asks for another try, false stops the run.
   virtual bool retry_folder(const SystemError& error) = 0;
@@ -47,7 +51,7 @@ class SearchHost {
 /// One search run over the files of a folder, of a list or of a selection.
 class FileSearch {
  public:
-  FileSearch(const SearchCriteria& search, const CodePage& page, FileSystem& files,
+  FileSearch(const SearchCriteria& search, const CodePage& page, const FileSystem& files,
              const Clock& clock, SearchHost& host);
   FileSearch(const FileSearch&) = delete;
   FileSearch& operator=(const FileSearch&) = delete;
@@ -74,13 +78,17 @@ class FileSearch {
   void search_slot(const std::string& folder, const std::string& pattern);
   bool test_listed_file(const std::string& folder, std::size_t row);
   bool test_file(const std::string& folder, std::string_view name);
+  bool test_opened(const std::string& folder, std::string_view name,
+                   const std::optional<SystemError>& open_error);
   bool wanted_by_date(const std::string& folder, FolderListing::File& file);
-  bool list(const std::string& folder);
+  std::optional<SystemError> list(const std::string& folder);
+  void search_listed(const std::string& folder, const std::optional<SystemError>& error);
   bool keep_going();
   void note_unread(const std::string& folder, std::string_view name, const SystemError& error);
 
   const SearchCriteria& search_;
-  FileSystem& files_;
+  const FileSystem& files_;
+  const std::unique_ptr<FileReader> file_;  ///< the one being tested
   SearchHost& host_;
   DateFilter dates_;
   TextMatcher matcher_;

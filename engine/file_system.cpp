@@ -13,6 +13,7 @@ std::string with_separator(std::string folder) {
 }
 
 void FolderListing::clear() {
+  begun_ = false;
   names_.clear();
   files_.clear();
   folders_.clear();

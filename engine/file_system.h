@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -45,6 +46,9 @@ class FolderListing {
   };
 
   void clear();
+  /// The system has given the folder's first entry, of whatever kind.
+  void set_begun() { begun_ = true; }
+  bool begun() const { return begun_; }
   void add_file(std::string_view name, const FileFacts* facts);
   void add_folder(std::string_view name);
 
@@ -65,6 +69,7 @@ class FolderListing {
   };
   std::string_view text(const Name& name) const;
 
+  bool begun_ = false;
   std::string names_;
   std::vector<FileRow> files_;
   std::vector<Name> folders_;
@@ -73,21 +78,21 @@ class FolderListing {
 /// The subfolders of a listing in the order of their names, without regard to case.
 std::vector<std::string> sorted_subfolders(const FolderListing& listing);
 
-/// The system's files, seen as the engine needs them. One file is open at a time. Folders are
-/// given with their final separator. Implemented in posix/ and win32/; tests have one in memory.
-class FileSystem {
+/// A file that is open for reading by bytes, at a place of its own. Whoever reads has a reader, and
+/// closes with it nothing but its own file. A reader is for one file after another, since what it
+/// remembers of their folder makes the next one cheaper; it is used by one thread at a time.
+class FileReader {
  public:
-  virtual ~FileSystem() = default;
+  virtual ~FileReader() = default;
 
-  /// Adds the folder's ordinary files (neither hidden nor system nor folders), in the system's
-  /// order, and its subfolders (neither hidden nor system nor reached through a link). Asks
-  /// `go_on` now and then and ends early, without an error, when that says no.
-  virtual std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,
-                                                 const std::function<bool()>& go_on) = 0;
-
-  /// Opens a file for reading by bytes, so that others may read, write, rename and delete it
-  /// meanwhile. What is no file on a disk (a device, a pipe) fails instead of blocking.
+  /// Opens a file instead of the one open so far, so that others may read, write, rename and
+  /// delete it meanwhile. What is no file on a disk (a device, a pipe) fails instead of blocking.
   virtual std::optional<SystemError> open(const std::string& folder, std::string_view name) = 0;
+
+  /// The same for a file of a listing, which need not be asked what it is.
+  virtual std::optional<SystemError> open_listed(const std::string& folder, std::string_view name) {
+    return open(folder, name);
+  }
 
   /// Reads on in the open file. Fewer bytes than wanted means that the file ended.
   virtual std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
@@ -97,11 +102,30 @@ class FileSystem {
   /// file's end is none to fail at: reading there yields nothing.
   virtual std::optional<SystemError> seek(std::int64_t position) = 0;
 
-  /// Closes the open file; nothing happens when none is open.
+  /// Closes the open file; nothing happens when none is open. The destructor closes too.
   virtual void close() = 0;
+};
 
+/// The system's files, seen as the engine needs them. Has no state: any thread may ask at any time.
+/// Folders are given with their final separator. Implemented in posix/ and win32/; tests have one
+/// in memory.
+class FileSystem {
+ public:
+  virtual ~FileSystem() = default;
+
+  /// Adds the folder's ordinary files (neither hidden nor system nor folders), in the system's
+  /// order, and its subfolders (neither hidden nor system nor reached through a link). Asks
+  /// `go_on` now and then and ends early, without an error, when that says no. After an error the
+  /// listing holds what came before it; it has begun when the folder could be listed at all.
+  virtual std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,
+                                                 const std::function<bool()>& go_on) const = 0;
+
+  /// The facts of a file or, for a link, those of the file that it leads to.
   virtual std::optional<SystemError> facts(const std::string& folder, std::string_view name,
-                                           FileFacts& facts) = 0;
+                                           FileFacts& facts) const = 0;
+
+  /// A reader without a file yet. It does not need this object to live on.
+  virtual std::unique_ptr<FileReader> reader() const = 0;
 };
 
 }  // namespace tallowmere

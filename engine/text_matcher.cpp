@@ -64,19 +64,19 @@ void TextMatcher::prepare_passes() {
   }
 }
 
-MatchOutcome TextMatcher::match_open_file(FileSystem& files, const std::function<bool()>& go_on,
+MatchOutcome TextMatcher::match_open_file(FileReader& file, const std::function<bool()>& go_on,
                                           SystemError& error) {
   struct Closer {
-    FileSystem& files;
-    ~Closer() { files.close(); }
-  } closer{files};
+    FileReader& file;
+    ~Closer() { file.close(); }
+  } closer{file};
 
   if (search_.max_term_len == 0) return MatchOutcome::match;
   std::fill(found_.begin(), found_.end(), false);
   carry_ = 0;
   go_on_ = &go_on;
   stopped_ = false;
-  auto failure = chunks_.first(files);
+  auto failure = chunks_.first(file);
   while (true) {
     if (failure) {
       error = *failure;
@@ -87,7 +87,7 @@ MatchOutcome TextMatcher::match_open_file(FileSystem& files, const std::function
     if (stopped_) return MatchOutcome::stopped;
     if (!chunks_.more()) return MatchOutcome::no_match;
     if (!go_on()) return MatchOutcome::stopped;
-    failure = chunks_.next(files);
+    failure = chunks_.next(file);
   }
 }
 

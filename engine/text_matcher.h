@@ -30,10 +30,10 @@ class TextMatcher {
   TextMatcher(const TextMatcher&) = delete;
   TextMatcher& operator=(const TextMatcher&) = delete;
 
-  /// Tests the file that is open in `files`, and closes it in every case. `go_on` is asked before
+  /// Tests the file that is open in `file`, and closes it in every case. `go_on` is asked before
   /// every chunk after the first, and within a chunk that takes long; `error` is set when the
   /// outcome is `failed`.
-  MatchOutcome match_open_file(FileSystem& files, const std::function<bool()>& go_on,
+  MatchOutcome match_open_file(FileReader& file, const std::function<bool()>& go_on,
                                SystemError& error);
 
  private:

@@ -1,21 +1,20 @@
 #include "posix/posix_file_system.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <limits.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <limits>
-#include <utility>
 
 namespace tallowmere {
 
 namespace {
-
-constexpr std::size_t entries_between_questions = 1024;
 
 SystemError error_of(int code) {
   return {code, std::strerror(code)};
@@ -66,119 +65,136 @@ FileFacts facts_of(const struct stat& status) {
   return facts;
 }
 
-}  // namespace
+/// A handle of the system's, closed at the end.
+class Handle {
+ public:
+  explicit Handle(int handle = -1) : handle_(handle) {}
+  ~Handle() { reset(); }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
 
-PosixFileSystem::PosixFileSystem() = default;
-
-PosixFileSystem::~PosixFileSystem() {
-  close();
-}
-
-std::optional<SystemError> PosixFileSystem::list_folder(const std::string& folder,
-                                                        FolderListing& listing,
-                                                        const std::function<bool()>& go_on) {
-  listed_.reset();
-  const int handle = open_path(folder, O_RDONLY | O_DIRECTORY);
-  if (handle < 0) return error_of(errno);
-  listed_.reset(fdopendir(handle));
-  if (!listed_) {
-    const int code = errno;
-    ::close(handle);
-    return error_of(code);
+  int get() const { return handle_; }
+  explicit operator bool() const { return handle_ >= 0; }
+  void reset(int handle = -1) {
+    if (handle_ >= 0) ::close(handle_);
+    handle_ = handle;
   }
-  listed_path_ = folder;
-  for (std::size_t count = 1;; ++count) {
-    errno = 0;
-    const dirent* entry = readdir(listed_.get());
-    if (!entry) break;
-    add_entry(*entry, listing);
-    if (count % entries_between_questions == 0 && !go_on()) return std::nullopt;
-  }
-  if (errno != 0) return error_of(errno);
-  return std::nullopt;
-}
 
-void PosixFileSystem::add_entry(const dirent& entry, FolderListing& listing) {
+ private:
+  int handle_;
+};
+
+/// Keeps the folder of its last file open: the next file there is found without walking the whole
+/// path again.
+class PosixFileReader : public FileReader {
+ public:
+  std::optional<SystemError> open(const std::string& folder, std::string_view name) override {
+    if (auto error = open_listed(folder, name)) return error;
+    struct stat status;
+    int code = fstat(file_.get(), &status) != 0 ? errno : 0;
+    if (code == 0 && S_ISREG(status.st_mode)) return std::nullopt;
+    close();
+    if (code == 0 && S_ISDIR(status.st_mode)) code = EISDIR;
+    return code != 0 ? error_of(code) : SystemError{EINVAL, "Not a file on a disk"};
+  }
+
+  std::optional<SystemError> open_listed(const std::string& folder,
+                                         std::string_view name) override {
+    close();
+    if (auto error = enter(folder)) return error;
+    name_.assign(name);
+    // Without O_NONBLOCK, opening a pipe would wait for its other end.
+    constexpr int flags = O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC;
+    file_.reset(openat(base_.get(), name_.c_str(), flags));
+    if (!file_) return error_of(errno);
+    return std::nullopt;
+  }
+
+  std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
+                                  std::size_t& got) override {
+    // A short read may end at a bad block or a server's packet: only the next one tells.
+    for (got = 0; got < wanted;) {
+      const ssize_t count = ::read(file_.get(), into + got, wanted - got);
+      if (count < 0 && errno == EINTR) continue;
+      if (count < 0) return error_of(errno);
+      if (count == 0) break;
+      got += static_cast<std::size_t>(count);
+    }
+    return std::nullopt;
+  }
+
+  std::optional<SystemError> seek(std::int64_t position) override {
+    if (lseek(file_.get(), position, SEEK_SET) < 0) return error_of(errno);
+    return std::nullopt;
+  }
+
+  void close() override { file_.reset(); }
+
+ private:
+  std::optional<SystemError> enter(const std::string& folder) {
+    if (base_ && folder == folder_) return std::nullopt;
+    base_.reset(open_path(folder, O_PATH | O_DIRECTORY));
+    if (!base_) return error_of(errno);
+    folder_ = folder;
+    return std::nullopt;
+  }
+
+  std::string folder_;
+  Handle base_;       ///< of folder_
+  std::string name_;  ///< for the system, ended by a zero
+  Handle file_;
+};
+
+void add_entry(const dirent64& entry, int folder, FolderListing& listing) {
   if (entry.d_name[0] == '.') return;
   unsigned char type = entry.d_type;
   if (type == DT_UNKNOWN) {
     struct stat status;
-    if (fstatat(dirfd(listed_.get()), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) return;
+    if (fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) return;
     type = S_ISDIR(status.st_mode) ? DT_DIR : S_ISREG(status.st_mode) ? DT_REG : DT_LNK;
   }
   if (type == DT_REG) listing.add_file(entry.d_name, nullptr);
   if (type == DT_DIR) listing.add_folder(entry.d_name);
 }
 
-int PosixFileSystem::base_of(const std::string& folder, std::string_view name) {
-  if (listed_ && folder == listed_path_) {
-    name_.assign(name);
-    return dirfd(listed_.get());
+}  // namespace
+
+std::optional<SystemError> PosixFileSystem::list_folder(const std::string& folder,
+                                                        FolderListing& listing,
+                                                        const std::function<bool()>& go_on) const {
+  const Handle open(open_path(folder, O_RDONLY | O_DIRECTORY));
+  if (!open) return error_of(errno);
+  alignas(dirent64) std::array<char, 1 << 15> entries;  // some hundred of them
+  while (true) {
+    const ssize_t size = getdents64(open.get(), entries.data(), entries.size());
+    if (size < 0) return error_of(errno);
+    if (size == 0) return std::nullopt;
+    if (listing.begun() && !go_on()) return std::nullopt;
+    listing.set_begun();
+    for (ssize_t at = 0; at < size;) {
+      const auto* entry = reinterpret_cast<const dirent64*>(entries.data() + at);
+      add_entry(*entry, open.get(), listing);
+      at += entry->d_reclen;
+    }
   }
-  name_ = folder;
-  name_ += name;
-  return -1;
-}
-
-std::optional<SystemError> PosixFileSystem::open(const std::string& folder, std::string_view name) {
-  close();
-  const int base = base_of(folder, name);
-  // Without O_NONBLOCK, opening a pipe would wait for its other end.
-  constexpr int flags = O_RDONLY | O_NOCTTY | O_NONBLOCK;
-  file_ = base >= 0 ? openat(base, name_.c_str(), flags | O_CLOEXEC) : open_path(name_, flags);
-  if (file_ < 0) return error_of(errno);
-  // Files from a listing are known to be files.
-  if (base >= 0) return std::nullopt;
-  struct stat status;
-  int code = fstat(file_, &status) != 0 ? errno : 0;
-  if (code == 0 && S_ISDIR(status.st_mode)) code = EISDIR;
-  if (code == 0 && !S_ISREG(status.st_mode)) {
-    close();
-    return SystemError{EINVAL, "Not a file on a disk"};
-  }
-  if (code == 0) return std::nullopt;
-  close();
-  return error_of(code);
-}
-
-std::optional<SystemError> PosixFileSystem::read(unsigned char* into, std::size_t wanted,
-                                                 std::size_t& got) {
-  // A short read may end at a bad block or a server's packet: only the next one tells.
-  for (got = 0; got < wanted;) {
-    const ssize_t count = ::read(file_, into + got, wanted - got);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return error_of(errno);
-    if (count == 0) break;
-    got += static_cast<std::size_t>(count);
-  }
-  return std::nullopt;
-}
-
-std::optional<SystemError> PosixFileSystem::seek(std::int64_t position) {
-  if (lseek(file_, position, SEEK_SET) < 0) return error_of(errno);
-  return std::nullopt;
-}
-
-void PosixFileSystem::close() {
-  if (file_ >= 0) ::close(file_);
-  file_ = -1;
 }
 
 std::optional<SystemError> PosixFileSystem::facts(const std::string& folder, std::string_view name,
-                                                  FileFacts& facts) {
-  const int base = base_of(folder, name);
+                                                  FileFacts& facts) const {
+  const std::string path = folder + std::string(name);
   struct stat status;
-  int code = 0;
-  if (base >= 0 || name_.size() < PATH_MAX) {
-    if (fstatat(base >= 0 ? base : AT_FDCWD, name_.c_str(), &status, 0) != 0) code = errno;
+  if (path.size() < PATH_MAX) {
+    if (stat(path.c_str(), &status) != 0) return error_of(errno);
   } else {
-    const int handle = open_path(name_, O_PATH);
-    if (handle < 0 || fstat(handle, &status) != 0) code = errno;
-    if (handle >= 0) ::close(handle);
+    const Handle file(open_path(path, O_PATH));
+    if (!file || fstat(file.get(), &status) != 0) return error_of(errno);
   }
-  if (code != 0) return error_of(code);
   facts = facts_of(status);
   return std::nullopt;
+}
+
+std::unique_ptr<FileReader> PosixFileSystem::reader() const {
+  return std::make_unique<PosixFileReader>();
 }
 
 }  // namespace tallowmere

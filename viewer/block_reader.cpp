@@ -6,14 +6,14 @@ namespace tallowmere {
 
 std::optional<SystemError> BlockReader::open(const std::string& folder, std::string_view name) {
   close();
-  if (auto error = files_.open(folder, name)) return error;
-  open_ = true;
-  return std::nullopt;
+  file_ = files_.reader();
+  auto error = file_->open(folder, name);
+  if (error) close();
+  return error;
 }
 
 void BlockReader::close() {
-  if (open_) files_.close();
-  open_ = false;
+  file_.reset();
   used_ = false;
   block_size_ = 0;
   block_ends_file_ = false;
@@ -51,14 +51,14 @@ std::optional<SystemError> BlockReader::load(std::int64_t position, std::int64_t
   const std::int64_t wanted = used_ ? block_length : std::max(length, first_length);
   used_ = true;
   block_.resize(static_cast<std::size_t>(wanted));
-  if (auto error = files_.seek(block_start_ - 1)) return error;
+  if (auto error = file_->seek(block_start_ - 1)) return error;
   std::size_t got = 0;
-  if (auto error = files_.read(block_.data(), block_.size(), got)) {
+  if (auto error = file_->read(block_.data(), block_.size(), got)) {
     // A defect further on is no reason to withhold what lies before it.
     block_start_ = position;
     if (length >= wanted) return error;
-    if (auto again = files_.seek(position - 1)) return again;
-    if (auto again = files_.read(block_.data(), static_cast<std::size_t>(length), got))
+    if (auto again = file_->seek(position - 1)) return again;
+    if (auto again = file_->read(block_.data(), static_cast<std::size_t>(length), got))
       return again;
     block_size_ = static_cast<std::int64_t>(got);
     block_ends_file_ = block_size_ < length;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,17 +12,15 @@
 namespace tallowmere {
 
 /// Reads pieces of one file through a large block in memory, so that many overlapping pieces in
-/// either direction cost few calls of the system. The block is as old as the open file.
+/// either direction cost few calls of the system. The block is as old as the open file; nothing of
+/// the file or its folder stays open when it is closed.
 class BlockReader {
  public:
   static constexpr std::int64_t block_length = 1 << 20;
 
-  explicit BlockReader(FileSystem& files) : files_(files) {}
-  ~BlockReader() { close(); }
-  BlockReader(const BlockReader&) = delete;
-  BlockReader& operator=(const BlockReader&) = delete;
+  explicit BlockReader(const FileSystem& files) : files_(files) {}
 
-  bool is_open() const { return open_; }
+  bool is_open() const { return file_ != nullptr; }
   std::optional<SystemError> open(const std::string& folder, std::string_view name);
   void close();
 
@@ -36,8 +35,8 @@ class BlockReader {
   /// What a first read takes: about one chunk.
   static constexpr std::int64_t first_length = 1 << 15;
 
-  FileSystem& files_;
-  bool open_ = false;
+  const FileSystem& files_;
+  std::unique_ptr<FileReader> file_;  ///< null while none is open
   bool used_ = false;  ///< something has been read since the file was opened
   std::vector<unsigned char> block_;
   std::int64_t block_start_ = 1;

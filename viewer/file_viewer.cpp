@@ -11,7 +11,8 @@ constexpr std::ptrdiff_t failed_view = -2;  ///< the viewed index after a file c
 
 }  // namespace
 
-FileViewer::FileViewer(ResultList& results, FileSystem& files, TextFace& face, ViewerHost& host)
+FileViewer::FileViewer(ResultList& results, const FileSystem& files, TextFace& face,
+                       ViewerHost& host)
     : results_(results), files_(files), face_(face), host_(host), reader_(files) {}
 
 const FileRecord& FileViewer::record() const {
@@ -34,8 +35,8 @@ bool FileViewer::viewfile(std::size_t row) {
     fail_to_view("File contains zero bytes.", "Cannot View File");
     return false;
   }
-  const auto error = files_.open(folder, name);
-  files_.close();
+  const auto error = reader_.open(folder, name);
+  reader_.close();
   if (error) {
     fail_to_view(error->text + " - encountered while trying to OPEN " + folder + name + ".",
                  "Cannot Open File");

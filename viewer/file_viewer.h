@@ -33,7 +33,7 @@ struct ChunkPlace {
 /// others may write, rename or delete it.
 class FileViewer {
  public:
-  FileViewer(ResultList& results, FileSystem& files, TextFace& face, ViewerHost& host);
+  FileViewer(ResultList& results, const FileSystem& files, TextFace& face, ViewerHost& host);
 
   /// Opens the file of a row for viewing. The first chunk is then pending: the first step of the
   /// navigation reads and shows it. A row whose facts have changed is corrected. False, after a
@@ -111,7 +111,7 @@ class FileViewer {
   void set_scroll_value(std::int64_t character);
 
   ResultList& results_;
-  FileSystem& files_;
+  const FileSystem& files_;
   TextFace& face_;
   ViewerHost& host_;
   BlockReader reader_;

@@ -13,6 +13,7 @@ enum class BoxIcon : UINT {
 };
 enum class BoxButtons : UINT {
   ok = MB_OK,
+  ok_cancel = MB_OKCANCEL,
   retry_cancel = MB_RETRYCANCEL,
   yes_no = MB_YESNO,
   no_yes = MB_YESNO | MB_DEFBUTTON2  ///< Enter means no

@@ -1,10 +1,13 @@
 #include "win32/win_file_system.h"
 
+#include <windows.h>
+
 #include <memory>
 #include <string_view>
 #include <type_traits>
 
 #include "engine/unicode.h"
+#include "win32/file_redirection.h"
 #include "win32/long_path.h"
 #include "win32/system_error.h"
 
@@ -48,29 +51,110 @@ void add_entry(const WIN32_FIND_DATAW& entry, FolderListing& listing) {
   listing.add_file(to_utf8(name), is_link(entry) ? nullptr : &facts);
 }
 
-}  // namespace
-
-WinFileSystem::~WinFileSystem() {
-  close();
+std::u16string path_of(const std::string& folder, std::string_view name) {
+  return long_path(folder) + to_utf16(name);
 }
 
-const std::u16string& WinFileSystem::path_of(const std::string& folder, std::string_view name) {
-  if (folder_length_ == 0 || folder != folder_) {
-    folder_ = folder;
-    path_ = long_path(folder);
-    folder_length_ = path_.size();
+/// Opens what the path leads to, links included; others may do with it as they like meanwhile.
+HANDLE open_file(const std::u16string& path, DWORD access, DWORD flags) {
+  const FileRedirectionOff direct;
+  constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  return CreateFileW(wide(path), access, share, nullptr, OPEN_EXISTING, flags, nullptr);
+}
+
+class WinFileReader : public FileReader {
+ public:
+  WinFileReader() = default;
+  ~WinFileReader() override { close(); }
+  WinFileReader(const WinFileReader&) = delete;
+  WinFileReader& operator=(const WinFileReader&) = delete;
+
+  std::optional<SystemError> open(const std::string& folder, std::string_view name) override {
+    close();
+    file_ = open_file(path_in(folder, name), GENERIC_READ, FILE_FLAG_SEQUENTIAL_SCAN);
+    if (file_ == INVALID_HANDLE_VALUE) return last_system_error();
+    if (GetFileType(file_) == FILE_TYPE_DISK) return std::nullopt;
+    close();
+    return SystemError{ERROR_BAD_DEVICE, "Not a file on a disk"};
   }
-  path_.resize(folder_length_);
-  path_ += to_utf16(name);
-  return path_;
+
+  std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
+                                  std::size_t& got) override {
+    // A short read may end at a server's packet: only the next one tells.
+    for (got = 0; got < wanted;) {
+      DWORD count = 0;
+      const BOOL good =
+          ReadFile(file_, into + got, static_cast<DWORD>(wanted - got), &count, nullptr);
+      if (!good && GetLastError() != ERROR_HANDLE_EOF) return last_system_error();
+      if (!good || count == 0) break;
+      got += count;
+    }
+    return std::nullopt;
+  }
+
+  std::optional<SystemError> seek(std::int64_t position) override {
+    LARGE_INTEGER place;
+    place.QuadPart = position;
+    if (!SetFilePointerEx(file_, place, nullptr, FILE_BEGIN)) return last_system_error();
+    return std::nullopt;
+  }
+
+  void close() override {
+    if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
+    file_ = INVALID_HANDLE_VALUE;
+  }
+
+ private:
+  /// The path of a file for the system. The folder's part is worked out once per folder.
+  const std::u16string& path_in(const std::string& folder, std::string_view name) {
+    if (folder_length_ == 0 || folder != folder_) {
+      folder_ = folder;
+      path_ = long_path(folder);
+      folder_length_ = path_.size();
+    }
+    path_.resize(folder_length_);
+    path_ += to_utf16(name);
+    return path_;
+  }
+
+  std::string folder_;
+  std::u16string path_;
+  std::size_t folder_length_ = 0;  ///< how much of path_ is the folder
+  HANDLE file_ = INVALID_HANDLE_VALUE;
+};
+
+/// Those of a link itself.
+bool own_facts(const std::u16string& path, WIN32_FILE_ATTRIBUTE_DATA& data) {
+  const FileRedirectionOff direct;
+  return GetFileAttributesExW(wide(path), GetFileExInfoStandard, &data) != FALSE;
 }
+
+std::optional<SystemError> facts_of_target(const std::u16string& link, FileFacts& facts) {
+  // A link may lead to a folder, which opens with this flag only.
+  const HANDLE target = open_file(link, FILE_READ_ATTRIBUTES, FILE_FLAG_BACKUP_SEMANTICS);
+  if (target == INVALID_HANDLE_VALUE) return last_system_error();
+  BY_HANDLE_FILE_INFORMATION data;
+  std::optional<SystemError> error;
+  if (!GetFileInformationByHandle(target, &data)) error = last_system_error();
+  CloseHandle(target);
+  if (!error) facts = facts_of(data.ftLastWriteTime, data.nFileSizeHigh, data.nFileSizeLow);
+  return error;
+}
+
+/// Only the opening goes by the path; what follows goes by the folder's handle.
+HANDLE find_first(const std::u16string& pattern, WIN32_FIND_DATAW& entry) {
+  const FileRedirectionOff direct;
+  return FindFirstFileExW(wide(pattern), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr,
+                          FIND_FIRST_EX_LARGE_FETCH);
+}
+
+}  // namespace
 
 std::optional<SystemError> WinFileSystem::list_folder(const std::string& folder,
                                                       FolderListing& listing,
-                                                      const std::function<bool()>& go_on) {
+                                                      const std::function<bool()>& go_on) const {
   WIN32_FIND_DATAW entry;
-  const HANDLE first = FindFirstFileExW(wide(path_of(folder, "*")), FindExInfoBasic, &entry,
-                                        FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
+  const HANDLE first = find_first(path_of(folder, "*"), entry);
   if (first == INVALID_HANDLE_VALUE) {
     const DWORD code = GetLastError();
     // An empty drive has not even the entry "." in its root.
@@ -78,6 +162,7 @@ std::optional<SystemError> WinFileSystem::list_folder(const std::string& folder,
     return system_error(code);
   }
   const FindHandle search(first);
+  listing.set_begun();
   unsigned count = 0;
   do {
     add_entry(entry, listing);
@@ -88,46 +173,18 @@ std::optional<SystemError> WinFileSystem::list_folder(const std::string& folder,
   return std::nullopt;
 }
 
-std::optional<SystemError> WinFileSystem::open(const std::string& folder, std::string_view name) {
-  close();
-  constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  file_ = CreateFileW(wide(path_of(folder, name)), GENERIC_READ, share, nullptr, OPEN_EXISTING,
-                      FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
-  if (file_ == INVALID_HANDLE_VALUE) return last_system_error();
-  if (GetFileType(file_) == FILE_TYPE_DISK) return std::nullopt;
-  close();
-  return SystemError{ERROR_BAD_DEVICE, "Not a file on a disk"};
-}
-
-std::optional<SystemError> WinFileSystem::read(unsigned char* into, std::size_t wanted,
-                                               std::size_t& got) {
-  DWORD count = 0;
-  const BOOL good = ReadFile(file_, into, static_cast<DWORD>(wanted), &count, nullptr);
-  got = good ? count : 0;
-  if (good || GetLastError() == ERROR_HANDLE_EOF) return std::nullopt;
-  return last_system_error();
-}
-
-std::optional<SystemError> WinFileSystem::seek(std::int64_t position) {
-  LARGE_INTEGER place;
-  place.QuadPart = position;
-  if (!SetFilePointerEx(file_, place, nullptr, FILE_BEGIN)) return last_system_error();
-  return std::nullopt;
-}
-
-void WinFileSystem::close() {
-  if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
-  file_ = INVALID_HANDLE_VALUE;
-}
-
 std::optional<SystemError> WinFileSystem::facts(const std::string& folder, std::string_view name,
-                                                FileFacts& facts) {
+                                                FileFacts& facts) const {
+  const std::u16string path = path_of(folder, name);
   WIN32_FILE_ATTRIBUTE_DATA data;
-  if (!GetFileAttributesExW(wide(path_of(folder, name)), GetFileExInfoStandard, &data)) {
-    return last_system_error();
-  }
+  if (!own_facts(path, data)) return last_system_error();
+  if (data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) return facts_of_target(path, facts);
   facts = facts_of(data.ftLastWriteTime, data.nFileSizeHigh, data.nFileSizeLow);
   return std::nullopt;
+}
+
+std::unique_ptr<FileReader> WinFileSystem::reader() const {
+  return std::make_unique<WinFileReader>();
 }
 
 }  // namespace tallowmere::win32

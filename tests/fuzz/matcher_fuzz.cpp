@@ -104,11 +104,12 @@ void check_matcher(const SearchCriteria& search, const CodePage& page, const std
   for (const Kernel kernel : {Kernel::fastest, Kernel::scalar}) {
     MemoryFiles files;
     files.add("f", file);
-    require(!files.open("", "f"));
+    const auto opened = files.reader();
+    require(!opened->open("", "f"));
     SystemError error;
     TextMatcher matcher(search, page, kernel);
     const MatchOutcome outcome = matcher.match_open_file(
-        files, [] { return true; }, error);
+        *opened, [] { return true; }, error);
     require(outcome == (expected ? MatchOutcome::match : MatchOutcome::no_match));
   }
 }

@@ -5,6 +5,7 @@
 #include "engine/file_search.h"
 #include "engine/file_types.h"
 #include "tests/support/memory_files.h"
+#include "viewer/block_reader.h"
 
 namespace tallowmere {
 namespace {
@@ -14,15 +15,22 @@ class RecordingHost : public SearchHost {
   std::string matches;  ///< paths, a line each
   std::vector<std::string> failures;
   int retries = 0;
-  int stop_after = -1;  ///< questions until Stop; below 0: never
+  std::size_t most_failures = SIZE_MAX;  ///< the user stops at this one
+  int stop_after = -1;                   ///< questions until Stop; below 0: never
 
-  bool go_on() override { return stop_after < 0 || stop_after-- > 0; }
+  std::function<void()> meanwhile;
+
+  bool go_on() override {
+    if (meanwhile) meanwhile();
+    return stop_after < 0 || stop_after-- > 0;
+  }
   void file_matched(const FoundFile& file) override {
     matches += std::string(file.folder) + std::string(file.name) + "\n";
     last = file.facts;
   }
-  void read_failed(const std::string& path, const SystemError& error) override {
+  bool read_failed(const std::string& path, const SystemError& error) override {
     failures.push_back(path + " " + error.text);
+    return failures.size() < most_failures;
   }
   bool retry_folder(const SystemError&) override { return retries-- > 0; }
 
@@ -185,6 +193,53 @@ TEST_F(FileSearchTest, TroubleIsCountedAndNamed) {
   EXPECT_EQ(unread[1].path + ": " + unread[1].reason, "/top/torn.txt: Data error");
   EXPECT_EQ(unread[2].path + ": " + unread[2].reason, "/top/sub/: Access is denied");
   EXPECT_EQ(host.failures, std::vector<std::string>{"/top/torn.txt Data error"});
+}
+
+TEST_F(FileSearchTest, TheAnswerToAReadErrorStopsTheSearch) {
+  for (const char* name : {"a", "b", "c"}) {
+    files.add(std::string("/top/") + name, "cat").breaks_at = 0;
+  }
+  files.add("/top/d", "cat");
+  host.most_failures = 2;
+  EXPECT_EQ(found(), "");
+  EXPECT_EQ(host.failures.size(), 2u);
+  EXPECT_EQ(searched, 2);
+  EXPECT_EQ(unread.size(), 2u);
+  EXPECT_TRUE(stopped);
+}
+
+TEST_F(FileSearchTest, AListingThatBreaksOffIsSearchedAsFarAsItGoes) {
+  for (const char* name : {"a", "b", "c", "sub/1", "sub/2", "sub/deep/3", "sub/deep/4"}) {
+    files.add(std::string("/top/") + name, "cat");
+  }
+  files.folder_errors["/top/sub/"] = {59, "An unexpected network error occurred"};
+  files.listed_before_error["/top/sub/"] = 1;
+  EXPECT_EQ(found(), "/top/a\n/top/b\n/top/c\n/top/sub/1\n");
+  ASSERT_EQ(unread.size(), 1u);
+  EXPECT_EQ(unread[0].path, "/top/sub/");
+  // The same in the folder to search, which is not asked about once it has begun.
+  files.folder_errors = {{"/top/", {59, "An unexpected network error occurred"}}};
+  files.listed_before_error = {{"/top/", 2}};
+  EXPECT_EQ(found(), "/top/a\n/top/b\n");
+  ASSERT_EQ(unread.size(), 1u);
+  EXPECT_EQ(unread[0].path, "/top/");
+  EXPECT_EQ(host.retries, 0);
+  EXPECT_FALSE(stopped);
+}
+
+TEST_F(FileSearchTest, OthersReadMeanwhile) {
+  files.add("/top/a", std::string(5 * FileChunks::chunk_size, '.') + "cat");
+  files.add("/top/b", std::string(70'000, 'b'));
+  BlockReader viewer(files);
+  std::string piece;
+  host.meanwhile = [&] {
+    if (viewer.is_open()) return viewer.close();
+    EXPECT_FALSE(viewer.open("/top/", "b"));
+    EXPECT_FALSE(viewer.read(60'001, 9'999, piece));
+  };
+  EXPECT_TRUE(make().search_selected_file("/top/", "a"));
+  EXPECT_EQ(piece, std::string(9'999, 'b'));
+  EXPECT_EQ(host.failures.size(), 0u);
 }
 
 TEST_F(FileSearchTest, AFolderThatCannotBeListedIsTriedAgainOrStops) {

@@ -37,10 +37,11 @@ struct Case {
     load_search_criteria(search, input, page());
     MemoryFiles files;
     files.add("f", text);
-    EXPECT_FALSE(files.open("", "f").has_value());
+    const auto file = files.reader();
+    EXPECT_FALSE(file->open("", "f").has_value());
     SystemError error;
     const MatchOutcome result =
-        TextMatcher(search, page(), kernel).match_open_file(files, go_on, error);
+        TextMatcher(search, page(), kernel).match_open_file(*file, go_on, error);
     EXPECT_EQ(files.opened, files.closed);
     return result;
   }
@@ -183,16 +184,17 @@ TEST(Matcher, ReadsOnlyWhatItMust) {
   load_search_criteria(any.search, any.input, page());
   MemoryFiles files;
   files.add("f", std::string(5 * chunk, '.')).breaks_at = 3 * chunk;
+  const auto file = files.reader();
   SystemError error;
   TextMatcher matcher(any.search, page());
-  ASSERT_FALSE(files.open("", "f"));
-  EXPECT_EQ(matcher.match_open_file(files, go_on, error), MatchOutcome::failed);
+  ASSERT_FALSE(file->open("", "f"));
+  EXPECT_EQ(matcher.match_open_file(*file, go_on, error), MatchOutcome::failed);
   EXPECT_EQ(error.text, "Data error");
 
   int asked = 0;
-  ASSERT_FALSE(files.open("", "f"));
+  ASSERT_FALSE(file->open("", "f"));
   EXPECT_EQ(matcher.match_open_file(
-                files, [&] { return ++asked < 2; }, error),
+                *file, [&] { return ++asked < 2; }, error),
             MatchOutcome::stopped);
   EXPECT_EQ(asked, 2);
   EXPECT_EQ(files.opened, files.closed);
@@ -200,8 +202,8 @@ TEST(Matcher, ReadsOnlyWhatItMust) {
   int reads = 0;
   files.on_read = [&] { ++reads; };
   files.add("small", std::string(chunk, '.'));
-  ASSERT_FALSE(files.open("", "small"));
-  EXPECT_EQ(matcher.match_open_file(files, go_on, error), MatchOutcome::no_match);
+  ASSERT_FALSE(file->open("", "small"));
+  EXPECT_EQ(matcher.match_open_file(*file, go_on, error), MatchOutcome::no_match);
   EXPECT_EQ(reads, 1);
 }
 
@@ -221,10 +223,11 @@ TEST(Matcher, AsksWithinAChunkWhenThereAreManyTerms) {
     TextMatcher matcher(many.search, page());
     MemoryFiles files;
     files.add("f", "a b a");
+    const auto file = files.reader();
     SystemError error;
-    ASSERT_FALSE(files.open("", "f"));
+    ASSERT_FALSE(file->open("", "f"));
     EXPECT_EQ(matcher.match_open_file(
-                  files, [] { return false; }, error),
+                  *file, [] { return false; }, error),
               MatchOutcome::stopped)
         << type;
     EXPECT_EQ(files.opened, files.closed);
@@ -238,10 +241,11 @@ TEST(Matcher, CarriesNothingFromOneFileToTheNext) {
   MemoryFiles files;
   files.add("first", with(with(std::string(chunk, '.'), 5, "needle"), chunk - 3, "nee"));
   files.add("second", with(with(std::string(2 * chunk, '.'), chunk, "dle"), 9, "cat"));
+  const auto file = files.reader();
   SystemError error;
   for (const char* name : {"first", "second"}) {
-    ASSERT_FALSE(files.open("", name));
-    EXPECT_EQ(matcher.match_open_file(files, go_on, error), MatchOutcome::no_match) << name;
+    ASSERT_FALSE(file->open("", name));
+    EXPECT_EQ(matcher.match_open_file(*file, go_on, error), MatchOutcome::no_match) << name;
   }
 }
 
@@ -373,10 +377,11 @@ TEST(Matcher, AgreesWithTheLiteralOneAroundTheSeams) {
       ++(expected ? matched : missed)[search.search_type];
       MemoryFiles files;
       files.add("f", text);
+      const auto file = files.reader();
       for (TextMatcher* matcher : {&fastest, &scalar}) {
         SystemError error;
-        ASSERT_FALSE(files.open("", "f"));
-        const bool found = matcher->match_open_file(files, go_on, error) == MatchOutcome::match;
+        ASSERT_FALSE(file->open("", "f"));
+        const bool found = matcher->match_open_file(*file, go_on, error) == MatchOutcome::match;
         ASSERT_EQ(found, expected)
             << "round " << round << " criteria " << search.criteria << " type "
             << search.search_type << " size " << text.size() << " scalar " << (matcher == &scalar);

@@ -45,15 +45,15 @@ class PosixFilesTest : public ::testing::Test {
   }
 
   std::string read_all(const std::string& folder, const std::string& name) {
-    if (const auto error = files.open(folder, name)) return error->text;
+    if (const auto error = file->open(folder, name)) return error->text;
     unsigned char block[100];
     std::size_t got = 0;
-    const auto error = files.read(block, sizeof block, got);
-    files.close();
+    const auto error = file->read(block, sizeof block, got);
     return error ? error->text : std::string(block, block + got);
   }
 
   PosixFileSystem files;
+  std::unique_ptr<FileReader> file = files.reader();
   std::string top;
 };
 
@@ -81,6 +81,29 @@ TEST_F(PosixFilesTest, WhatIsNoFileFailsInsteadOfBlocking) {
   EXPECT_EQ(read_all("/dev/", "zero"), "Not a file on a disk");
   EXPECT_EQ(read_all("", top), "Is a directory");
   EXPECT_EQ(read_all(top, "gone"), "No such file or directory");
+}
+
+TEST_F(PosixFilesTest, EveryReaderHasItsOwnFileAndPlace) {
+  fs::create_directory(top + "sub");
+  write("a.txt", "aA");
+  write("sub/a.txt", "bB");
+  const auto other = files.reader();
+  unsigned char byte = 0;
+  std::size_t got = 0;
+  ASSERT_FALSE(file->open(top, "a.txt"));
+  ASSERT_FALSE(other->open(top + "sub/", "a.txt"));
+  std::string read;
+  for (FileReader* reader : {file.get(), other.get(), file.get(), other.get()}) {
+    EXPECT_EQ(listed(top + "sub/"), "a.txt|");
+    ASSERT_FALSE(reader->read(&byte, 1, got));
+    read.append(got, static_cast<char>(byte));
+  }
+  EXPECT_EQ(read, "abAB");
+  file->close();
+  ASSERT_FALSE(other->seek(1));
+  ASSERT_FALSE(other->read(&byte, 1, got));
+  EXPECT_EQ(byte, 'B');
+  EXPECT_EQ(read_all(top + "sub/", "a.txt"), "bB");
 }
 
 TEST_F(PosixFilesTest, PathsOfAnyLength) {

@@ -79,11 +79,12 @@ TEST(HelpPages, TellTheTruthAboutSearching) {
                          page);
     MemoryFiles files;
     files.add("f", statement.text);
-    files.open("", "f");
+    const auto file = files.reader();
+    file->open("", "f");
     SystemError error;
     const MatchOutcome outcome = TextMatcher(search, page, Kernel::fastest)
                                      .match_open_file(
-                                         files, [] { return true; }, error);
+                                         *file, [] { return true; }, error);
     EXPECT_EQ(outcome == MatchOutcome::match, statement.found)
         << statement.criteria << " in " << statement.text;
   }

@@ -176,19 +176,17 @@ TEST(FolderTree, Ancestry) {
 class OneFolder : public FileSystem {
  public:
   std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,
-                                         const std::function<bool()>&) override {
+                                         const std::function<bool()>&) const override {
     if (folder != with_separator("/top/in")) return SystemError{3, "Path not found"};
     for (const char* name : {"beta", "Alpha", "zeta", "Gamma"}) listing.add_folder(name);
     listing.add_file("file", nullptr);
     return std::nullopt;
   }
-  std::optional<SystemError> open(const std::string&, std::string_view) override { return {}; }
-  std::optional<SystemError> read(unsigned char*, std::size_t, std::size_t&) override { return {}; }
-  std::optional<SystemError> seek(std::int64_t) override { return {}; }
-  void close() override {}
-  std::optional<SystemError> facts(const std::string&, std::string_view, FileFacts&) override {
+  std::optional<SystemError> facts(const std::string&, std::string_view,
+                                   FileFacts&) const override {
     return {};
   }
+  std::unique_ptr<FileReader> reader() const override { return {}; }
 };
 
 TEST(FolderTree, OpensAFolderAndKeepsItOnFailure) {

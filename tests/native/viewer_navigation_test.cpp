@@ -21,7 +21,7 @@ class LosableFiles : public MemoryFiles {
   bool gone = false;
 
   std::optional<SystemError> facts(const std::string& folder, std::string_view name,
-                                   FileFacts& facts) override {
+                                   FileFacts& facts) const override {
     return MemoryFiles::facts(folder, gone ? "gone" : name, facts);
   }
 };

@@ -13,30 +13,14 @@
 namespace tallowmere {
 namespace {
 
-/// Files of numbered lines of 50 bytes, which take no memory, besides those in memory.
-class HugeFiles : public MemoryFiles {
- public:
-  std::int64_t huge = 0;  ///< the size of every file, when not 0
-
-  std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
-                                  std::size_t& got) override {
-    if (huge == 0) return MemoryFiles::read(into, wanted, got);
-    got = static_cast<std::size_t>(std::min(static_cast<std::int64_t>(wanted), huge - at_));
-    for (std::size_t i = 0; i < got; ++i, ++at_) {
-      const std::string line = std::to_string(at_ / 50);
-      const auto column = static_cast<std::size_t>(at_ % 50);
-      into[i] = column < line.size() ? line[column] : column < 48 ? ' ' : "\r\n"[column - 48];
-    }
-    return std::nullopt;
-  }
-  std::optional<SystemError> seek(std::int64_t position) override {
-    at_ = position;
-    return MemoryFiles::seek(position);
-  }
-
- private:
-  std::int64_t at_ = 0;
-};
+/// Numbered lines of 50 bytes, without end.
+unsigned char byte_of_lines(std::size_t at) {
+  const std::string line = std::to_string(at / 50);
+  const std::size_t column = at % 50;
+  return static_cast<unsigned char>(column < line.size() ? line[column]
+                                    : column < 48        ? ' '
+                                                         : "\r\n"[column - 48]);
+}
 
 using Lines = std::vector<std::string>;
 
@@ -46,7 +30,10 @@ class ViewScrollTest : public testing::Test {
   void view(std::string text) {
     results.setup_new_list();
     MemoryFiles::File& file = files.add("/f.txt", std::move(text));
-    if (files.huge != 0) file.facts.size = files.huge;
+    if (huge != 0) {
+      file.facts.size = huge;
+      file.byte_at = &byte_of_lines;
+    }
     results.add_file_row("/f.txt", file.facts);
     ASSERT_TRUE(viewer.viewfile(0));
     std::int64_t position = 1;
@@ -95,7 +82,8 @@ class ViewScrollTest : public testing::Test {
   std::mt19937 random{test_seed()};
   int jumps = 0;  ///< steps of walk that were not of whole lines without breaks
   ResultList results;
-  HugeFiles files;
+  MemoryFiles files;
+  std::int64_t huge = 0;  ///< the size of the file, when not 0
   FakeFace face;
   FakeHost host;
   FileViewer viewer{results, files, face, host};
@@ -188,7 +176,7 @@ TEST_F(ViewScrollTest, ThumbReachesEveryPlace) {
 
 TEST_F(ViewScrollTest, GoesThroughAFileOfTenGigabytes) {
   face.columns = 60;
-  files.huge = 10'000'000'000;
+  huge = 10'000'000'000;
   view("");
   const auto first_number = [&] { return std::stoll(face.lines_on_view().front()); };
   scroll.scroll_to(scroll_maximum / 2);
@@ -203,7 +191,7 @@ TEST_F(ViewScrollTest, GoesThroughAFileOfTenGigabytes) {
   EXPECT_EQ(face.scroll_value, scroll_maximum);
   scroll.scroll_lines(-3000);
   // The last line is empty.
-  EXPECT_EQ(first_number(), files.huge / 50 - face.page + 1 - 3000);
+  EXPECT_EQ(first_number(), huge / 50 - face.page + 1 - 3000);
 }
 
 TEST_F(ViewScrollTest, SelectionStaysOrLeavesWithItsChunk) {

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 
 #include "engine/file_system.h"
@@ -18,6 +19,8 @@ class MemoryFiles : public FileSystem {
     FileFacts facts;
     bool unreadable = false;           ///< cannot be opened
     std::size_t breaks_at = SIZE_MAX;  ///< reading fails from here on
+    /// Instead of `text`, for as many bytes as the facts say.
+    std::function<unsigned char(std::size_t)> byte_at;
   };
 
   /// Adds a file and the folders above it.
@@ -31,19 +34,25 @@ class MemoryFiles : public FileSystem {
   void remove(const std::string& path) { files_.erase(path); }
 
   std::map<std::string, SystemError> folder_errors;  ///< by path with final separator
-  std::function<void()> on_read;                     ///< runs before every read
+  /// The folders above are listed up to this many files before their error comes.
+  std::map<std::string, std::size_t> listed_before_error;
+  std::function<void()> on_read;  ///< runs before every read
   bool listing_knows_facts = true;
-  int opened = 0;
-  int closed = 0;
+  mutable int opened = 0;
+  mutable int closed = 0;
 
   std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,
-                                         const std::function<bool()>&) override {
-    if (const auto error = folder_errors.find(folder); error != folder_errors.end()) {
+                                         const std::function<bool()>&) const override {
+    const auto error = folder_errors.find(folder);
+    const auto before_error = listed_before_error.find(folder);
+    if (error != folder_errors.end() && before_error == listed_before_error.end()) {
       return error->second;
     }
+    listing.set_begun();
     std::string last_folder;
     for (const auto& [path, file] : files_) {
       if (!path.starts_with(folder)) continue;
+      if (error != folder_errors.end() && listing.file_count() == before_error->second) break;
       const std::string rest = path.substr(folder.size());
       const std::size_t separator = rest.find(path_separator);
       if (separator == std::string::npos) {
@@ -53,57 +62,79 @@ class MemoryFiles : public FileSystem {
         listing.add_folder(last_folder);
       }
     }
+    if (error != folder_errors.end()) return error->second;
     return std::nullopt;
-  }
-
-  std::optional<SystemError> open(const std::string& folder, std::string_view name) override {
-    current_ = find(folder, name);
-    position_ = 0;
-    if (!current_) return SystemError{2, "File not found"};
-    if (current_->unreadable) return SystemError{5, "Access is denied"};
-    ++opened;
-    return std::nullopt;
-  }
-
-  std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
-                                  std::size_t& got) override {
-    if (on_read) on_read();
-    got = 0;
-    if (position_ + wanted > current_->breaks_at) return SystemError{23, "Data error"};
-    if (position_ < current_->text.size())
-      got = std::min(wanted, current_->text.size() - position_);
-    if (got > 0) std::memcpy(into, current_->text.data() + position_, got);
-    position_ += got;
-    return std::nullopt;
-  }
-
-  std::optional<SystemError> seek(std::int64_t position) override {
-    position_ = static_cast<std::size_t>(position);
-    return std::nullopt;
-  }
-
-  void close() override {
-    if (current_) ++closed;
-    current_ = nullptr;
   }
 
   std::optional<SystemError> facts(const std::string& folder, std::string_view name,
-                                   FileFacts& facts) override {
+                                   FileFacts& facts) const override {
     const File* file = find(folder, name);
     if (!file) return SystemError{2, "File not found"};
     facts = file->facts;
     return std::nullopt;
   }
 
+  std::unique_ptr<FileReader> reader() const override { return std::make_unique<Reader>(*this); }
+
  private:
-  File* find(const std::string& folder, std::string_view name) {
+  class Reader : public FileReader {
+   public:
+    explicit Reader(const MemoryFiles& files) : files_(files) {}
+    ~Reader() override { close(); }
+    Reader(const Reader&) = delete;
+    Reader& operator=(const Reader&) = delete;
+
+    std::optional<SystemError> open(const std::string& folder, std::string_view name) override {
+      close();
+      const File* file = files_.find(folder, name);
+      if (!file) return SystemError{2, "File not found"};
+      if (file->unreadable) return SystemError{5, "Access is denied"};
+      file_ = file;
+      position_ = 0;
+      ++files_.opened;
+      return std::nullopt;
+    }
+
+    std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
+                                    std::size_t& got) override {
+      if (files_.on_read) files_.on_read();
+      got = 0;
+      if (!file_) return SystemError{6, "Invalid handle"};
+      if (position_ + wanted > file_->breaks_at) return SystemError{23, "Data error"};
+      const std::size_t size =
+          file_->byte_at ? static_cast<std::size_t>(file_->facts.size) : file_->text.size();
+      if (position_ < size) got = std::min(wanted, size - position_);
+      if (file_->byte_at) {
+        for (std::size_t i = 0; i < got; ++i) into[i] = file_->byte_at(position_ + i);
+      } else if (got > 0) {
+        std::memcpy(into, file_->text.data() + position_, got);
+      }
+      position_ += got;
+      return std::nullopt;
+    }
+
+    std::optional<SystemError> seek(std::int64_t position) override {
+      position_ = static_cast<std::size_t>(position);
+      return std::nullopt;
+    }
+
+    void close() override {
+      if (file_) ++files_.closed;
+      file_ = nullptr;
+    }
+
+   private:
+    const MemoryFiles& files_;
+    const File* file_ = nullptr;
+    std::size_t position_ = 0;
+  };
+
+  const File* find(const std::string& folder, std::string_view name) const {
     const auto file = files_.find(folder + std::string(name));
     return file == files_.end() ? nullptr : &file->second;
   }
 
   std::map<std::string, File> files_;
-  File* current_ = nullptr;
-  std::size_t position_ = 0;
 };
 
 /// A clock that stands still, in UTC.

@@ -26,7 +26,7 @@ class WinFilesTest : public ::testing::Test {
   }
 
   ~WinFilesTest() override {
-    files.close();  // a folder with an open file in it could not be removed
+    file->close();  // a folder with an open file in it could not be removed
     for (auto path = made_.rbegin(); path != made_.rend(); ++path) {
       if (!DeleteFileW(wide(*path))) RemoveDirectoryW(wide(*path));
     }
@@ -39,12 +39,12 @@ class WinFilesTest : public ::testing::Test {
 
   void write(const std::string& folder, const std::string& name, DWORD attributes = 0) {
     made_.push_back(long_path(folder + name));
-    const HANDLE file =
+    const HANDLE made =
         CreateFileW(wide(made_.back()), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr);
-    ASSERT_NE(file, INVALID_HANDLE_VALUE) << name;
+    ASSERT_NE(made, INVALID_HANDLE_VALUE) << name;
     DWORD written = 0;
-    WriteFile(file, "text", 4, &written, nullptr);
-    CloseHandle(file);
+    WriteFile(made, "text", 4, &written, nullptr);
+    CloseHandle(made);
   }
 
   std::string listed(const std::string& folder) {
@@ -60,15 +60,16 @@ class WinFilesTest : public ::testing::Test {
   }
 
   std::string read_all(const std::string& folder, const std::string& name) {
-    if (const auto error = files.open(folder, name)) return "error " + std::to_string(error->code);
+    if (const auto error = file->open(folder, name)) return "error " + std::to_string(error->code);
     unsigned char block[100];
     std::size_t got = 0;
-    const auto error = files.read(block, sizeof block, got);
-    files.close();
+    const auto error = file->read(block, sizeof block, got);
+    file->close();
     return error ? error->text : std::string(block, block + got);
   }
 
   WinFileSystem files;
+  std::unique_ptr<FileReader> file = files.reader();
   std::string top;
 
  private:
@@ -126,13 +127,13 @@ TEST_F(WinFilesTest, TroubleIsToldByTheSystemsCode) {
 
 TEST_F(WinFilesTest, WhatIsBeingReadCanBeRenamedAndDeleted) {
   write(top, "a.txt");
-  ASSERT_FALSE(files.open(top, "a.txt"));
+  ASSERT_FALSE(file->open(top, "a.txt"));
   const std::u16string other = long_path(top + "b.txt");
   EXPECT_TRUE(MoveFileW(wide(long_path(top + "a.txt")), wide(other)));
   EXPECT_TRUE(DeleteFileW(wide(other)));
   unsigned char block[10];
   std::size_t got = 0;
-  EXPECT_FALSE(files.read(block, sizeof block, got));
+  EXPECT_FALSE(file->read(block, sizeof block, got));
   EXPECT_EQ(got, 4u);
 }
 
