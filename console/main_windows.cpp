@@ -52,9 +52,10 @@ tallowmere::console::Written write_all(DWORD which, std::string_view text) {
 
 int wmain(int count, wchar_t** arguments) {
   using namespace tallowmere;
+  SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS);  // an empty drive asks for no disk
   SetConsoleCtrlHandler(ask_interrupt, TRUE);
   _setmode(_fileno(stdin), _O_BINARY);
-  win32::WinFileSystem files;
+  const win32::WinFileSystem files;
   const win32::WinClock clock;
   const CodePage page = win32::ansi_code_page();
   console::Surroundings around{

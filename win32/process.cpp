@@ -84,8 +84,8 @@ std::optional<SystemError> StartedProgram::start(const std::string& program,
   startup.dwFlags = STARTF_USESHOWWINDOW;
   startup.wShowWindow = SW_SHOWMAXIMIZED;
   PROCESS_INFORMATION information{};
-  if (!CreateProcessW(path.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                      &startup, &information)) {
+  if (!CreateProcessW(path.c_str(), line.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE,
+                      nullptr, nullptr, &startup, &information)) {
     return last_system_error();
   }
   CloseHandle(information.hThread);
