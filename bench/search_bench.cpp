@@ -8,6 +8,8 @@
 #include "engine/code_page.h"
 #include "engine/multi_search.h"
 #include "engine/text_matcher.h"
+#include "results/result_list.h"
+#include "results/result_sort.h"
 
 namespace tallowmere {
 namespace {
@@ -184,6 +186,26 @@ void BM_NearWithAnchorsEverywhere(benchmark::State& state) {
   match(state, std::string(text_size, 'a'), input);
 }
 BENCHMARK(BM_NearWithAnchorsEverywhere);
+
+/// The list of a large search, in no order, by each of its keys.
+void BM_SortRows(benchmark::State& state) {
+  std::mt19937 random(20240517);
+  ResultList rows;
+  for (int i = 0; i < 100'000; ++i) {
+    const std::string name = "file " + std::to_string(random()) + ".txt";
+    rows.add_file_row("C:\\folder " + std::to_string(random() % 1000) + "\\", name,
+                      {static_cast<Ticks>(random()), static_cast<std::int64_t>(random())});
+  }
+  for (auto _ : state) {
+    state.PauseTiming();
+    ResultList list = rows;
+    state.ResumeTiming();
+    sort_results(list, static_cast<SortKey>(state.range(0)));
+  }
+}
+BENCHMARK(BM_SortRows)
+    ->DenseRange(int(SortKey::name), int(SortKey::type))
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tallowmere

@@ -260,9 +260,9 @@ TEST_F(Actions, LaunchesEditorsAndFindsTheTextThere) {
     SCOPED_TRACE(row);
     launch(row);
     const auto editor = [&] { return Window(FindWindowW(nullptr, editors[row].caption)); };
-    ASSERT_TRUE(wait_until([&] { return static_cast<bool>(editor()); }, 10000));
+    ASSERT_TRUE(wait_until([&] { return static_cast<bool>(editor()); }));
     const Window box = editor().child_of_class(editors[row].box_class);
-    EXPECT_TRUE(wait_until([&] { return box.selected_text() == "needle"; }, 10000));
+    EXPECT_TRUE(wait_until([&] { return box.selected_text() == "needle"; }));
     EXPECT_TRUE(wait_until([] { return FindWindowW(L"#32770", L"Find") == nullptr; }));
     EXPECT_TRUE(program->timing_label().starts_with("in ")) << program->timing_label();
     editor().close();

@@ -19,7 +19,7 @@ class Sorting : public Journey {
 
   /// The names in the order of the list, once it differs from `before`.
   Names next_order(const MainWindow& program, const Names& before) const {
-    wait_until([&] { return program.list().column(0) != before; }, 2000);
+    wait_until([&] { return program.list().column(0) != before; });
     return program.list().column(0);
   }
 };
@@ -62,8 +62,8 @@ TEST_F(Sorting, HeadersAndMenuSortAndReverse) {
     }
     EXPECT_EQ(next_order(*program, before), step.names);
     const auto row = std::find(step.names.begin(), step.names.end(), "a.txt") - step.names.begin();
-    EXPECT_TRUE(wait_until(
-        [&] { return list.selected() == std::vector<int>{static_cast<int>(row)}; }, 1000));
+    EXPECT_TRUE(
+        wait_until([&] { return list.selected() == std::vector<int>{static_cast<int>(row)}; }));
   }
 }
 

@@ -46,7 +46,7 @@ def run(*command):
     """The status and the output. A pipe would stay open as long as what Wine starts besides."""
     with tempfile.TemporaryFile() as output:
         status = subprocess.run([wine, *command], stdin=subprocess.DEVNULL, stdout=output,
-                                stderr=subprocess.DEVNULL, timeout=30, check=False).returncode
+                                stderr=subprocess.DEVNULL, check=False).returncode
         output.seek(0)
         return status, output.read().decode(errors="replace")
 
@@ -66,7 +66,7 @@ def value(key, name=None):
 
 
 def wait_until(done):
-    deadline = time.monotonic() + 20
+    deadline = time.monotonic() + 120
     while not done():
         if time.monotonic() > deadline:
             return False

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
 #include <thread>
 
 #include "actions/clipboard_commands.h"
@@ -30,22 +29,27 @@ class ClipboardCommandsTest : public testing::Test {
   ClipboardCommands commands{host};
 };
 
-/// Another program, as good as: keeps the clipboard open for a time.
+/// Another program, as good as: keeps the clipboard open, for a moment or to the end.
 class Holder {
  public:
-  explicit Holder(int milliseconds)
-      : thread_([this, milliseconds] {
+  explicit Holder(bool only_a_moment)
+      : thread_([this, only_a_moment] {
           const win32::Clipboard held(nullptr);
           opened_ = static_cast<bool>(held);
           opened_.notify_one();
-          std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+          Sleep(50);
+          while (!over_ && !only_a_moment) Sleep(1);
         }) {
     opened_.wait(false);
   }
-  ~Holder() { thread_.join(); }
+  ~Holder() {
+    over_ = true;
+    thread_.join();
+  }
 
  private:
   std::atomic<bool> opened_ = false;
+  std::atomic<bool> over_ = false;
   std::thread thread_;
 };
 
@@ -93,13 +97,13 @@ TEST_F(ClipboardCommandsTest, FileNames) {
 TEST_F(ClipboardCommandsTest, AnotherProgramHoldsIt) {
   put("before");
   {
-    const Holder soon_done(300);
+    const Holder soon_done(true);
     commands.mnuAppendToClipboard_Click(" and after");
   }
   EXPECT_EQ(text(), "before and after");
   EXPECT_EQ(host.messages, Messages());
   {
-    const Holder stubborn(1500);
+    const Holder stubborn(false);
     commands.mnuCopyToClipboard_Click("lost");
   }
   EXPECT_EQ(text(), "before and after");

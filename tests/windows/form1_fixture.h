@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
@@ -20,12 +21,12 @@
 namespace tallowmere {
 
 /// Another thread that plays the user: waits for a window of this process to be visible and acts on
-/// it. The destructor waits for it to be done.
+/// it. When the destructor is reached, the window must have come.
 class User {
  public:
   User(std::string caption, std::function<void(HWND)> act)
       : thread_([this, caption = win32::wide(caption), act = std::move(act)] {
-          for (int tries = 0; tries < 500; ++tries, Sleep(10)) {
+          for (; !over_; Sleep(10)) {
             const HWND window = FindWindowW(nullptr, caption.c_str());
             if (window == nullptr || !IsWindowVisible(window)) continue;
             act(window);
@@ -34,11 +35,13 @@ class User {
           }
         }) {}
   ~User() {
+    over_ = true;
     thread_.join();
     EXPECT_TRUE(found_) << "the window has never come";
   }
 
  private:
+  std::atomic<bool> over_ = false;
   bool found_ = false;
   std::thread thread_;
 };

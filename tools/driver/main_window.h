@@ -36,7 +36,7 @@ class MainWindow {
   /// Fills in the criteria dialog and presses Begin. Returns when the dialog is gone.
   void begin(Window dialog, int search_type, std::string_view criteria) const;
   /// Waits for the end of the run that begin() started.
-  bool wait_for_end(int milliseconds = 20000) const;
+  bool wait_for_end(int milliseconds = hang_ms) const;
   /// A whole New Search on an empty list.
   bool search(int search_type, std::string_view criteria) const;
 

@@ -20,13 +20,13 @@ class Program {
   Program& operator=(const Program&) = delete;
 
   /// The visible top-level window with this caption, once it is there; null after the time.
-  Window wait_for_window(std::string_view caption, int milliseconds = 10000) const;
+  Window wait_for_window(std::string_view caption, int milliseconds = hang_ms) const;
   /// The same without waiting.
   Window find_window(std::string_view caption) const;
 
   bool is_running() const;
   /// Waits for the program's end; false when it does not come.
-  bool wait_for_exit(int milliseconds = 10000) const;
+  bool wait_for_exit(int milliseconds = hang_ms) const;
   DWORD exit_code() const;
 
  private:

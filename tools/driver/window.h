@@ -9,8 +9,11 @@
 
 namespace tallowmere::driver {
 
+/// What waits longer hangs, on the slowest machine.
+inline constexpr int hang_ms = 60'000;
+
 /// Looks every few milliseconds until `done` is true; false when that takes too long.
-bool wait_until(const std::function<bool()>& done, int milliseconds = 5000);
+bool wait_until(const std::function<bool()>& done, int milliseconds = hang_ms);
 
 /// Presses a key on the keyboard, together with a modifier key unless that is 0: the window in
 /// front gets it.
