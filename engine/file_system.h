@@ -124,7 +124,7 @@ class FileSystem {
   virtual std::optional<SystemError> facts(const std::string& folder, std::string_view name,
                                            FileFacts& facts) const = 0;
 
-  /// A reader without a file yet. It does not need this object to live on.
+  /// A reader without a file yet.
   virtual std::unique_ptr<FileReader> reader() const = 0;
 };
 

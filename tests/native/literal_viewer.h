@@ -74,7 +74,7 @@ class LiteralViewer {
       : file_(file), search_(search), page_(page), terms_(search.terms) {
     if (search.search_type == search_phrase) terms_ = {seen(search.phrase.bytes)};
     for (const std::string& term : terms_) {
-      if (term.size() <= 31000) max_term_len_ = std::max(max_term_len_, std::ssize(term));
+      if (term.size() <= 31000) max_term_len_ = std::max<Position>(max_term_len_, std::ssize(term));
     }
   }
 
