@@ -29,6 +29,7 @@ std::string first_argument() {
 // Everything that lives as long as the program is owned here and handed on by reference.
 int run_program(int show_command) {
   using namespace tallowmere;
+  win32::load_libraries_from_system();
   // An empty drive is told by the program's own messages.
   SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS);
   const CodePage page = win32::ansi_code_page();
