@@ -8,14 +8,19 @@
 ;
 ; For one user, without an administrator: everything goes below the user's own folders and keys.
 ; Besides the switches of every such installer (/S silent, /D=FOLDER) it knows /NOEXPLORER.
+; Its status is 2 when the program runs, 3 when the folder holds another program of its name.
 Target ${TARGET}
 SetCompressor /SOLID lzma
 !include MUI2.nsh
 !include FileFunc.nsh
 !include LogicLib.nsh
 !include Sections.nsh
+!include x64.nsh
 
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Tallowmere32"
+; Each file that was installed, with the MD5 sum of its content: one of such a name that has another
+; content is the user's. It is neither replaced nor deleted.
+!define FILES_KEY "${UNINSTALL_KEY}\Files"
 !define PROGRAM "$INSTDIR\Tallowmere32.exe"
 !define SHORTCUT "$SMPROGRAMS\Tallowmere 32.lnk"
 
@@ -42,6 +47,7 @@ VIAddVersionKey "LegalCopyright" ""
 !define MUI_COMPONENTSPAGE_SMALLDESC
 !define MUI_FINISHPAGE_RUN "${PROGRAM}"
 !insertmacro MUI_PAGE_COMPONENTS
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE LeaveDirectoryPage
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
@@ -66,6 +72,60 @@ VIAddVersionKey "LegalCopyright" ""
   ${Loop}
 !macroend
 
+; $0 becomes "absent", "ours" or "foreign", $1 the sum that was noted.
+!macro LookAt name
+  ReadRegStr $1 HKCU "${FILES_KEY}" "${name}"
+  StrCpy $0 "absent"
+  ${If} ${FileExists} "$INSTDIR\${name}"
+    StrCpy $0 "foreign"
+    VPatch::GetFileMD5 "$INSTDIR\${name}"
+    Pop $2  ; empty when it cannot be read
+    ${If} $2 != ""
+    ${AndIf} $2 == $1
+      StrCpy $0 "ours"
+    ${EndIf}
+  ${EndIf}
+!macroend
+
+!macro NoteSum name
+  VPatch::GetFileMD5 "$INSTDIR\${name}"
+  Pop $1
+  WriteRegStr HKCU "${FILES_KEY}" "${name}" $1
+!macroend
+
+Var Kept  ; names of the user's files, one a line
+
+!macro Keep name
+  DetailPrint "Kept: ${name}"
+  StrCpy $Kept "$Kept$\r$\n${name}"
+!macroend
+
+!macro TellKept text
+  ${If} $Kept != ""
+    MessageBox MB_OK|MB_ICONINFORMATION "${text}$\r$\n$Kept" /SD IDOK
+  ${EndIf}
+!macroend
+
+!macro Install name
+  !insertmacro LookAt "${name}"
+  ${If} $0 == "foreign"
+    !insertmacro Keep "${name}"
+  ${Else}
+    File "${FILES}/${name}"
+    !insertmacro NoteSum "${name}"
+  ${EndIf}
+!macroend
+
+!macro Uninstall name
+  !insertmacro LookAt "${name}"
+  ${If} $0 == "ours"
+    Delete "$INSTDIR\${name}"
+  ${ElseIf} $0 == "foreign"
+  ${AndIf} $1 != ""
+    !insertmacro Keep "${name}"
+  ${EndIf}
+!macroend
+
 ; Explorer's menu on the folders, or drives, of a class.
 !macro AddToExplorer class
   WriteRegStr HKCU "Software\Classes\${class}\shell\Tallowmere32" "" "Search with Tallowmere"
@@ -79,15 +139,60 @@ VIAddVersionKey "LegalCopyright" ""
   DeleteRegKey HKCU "Software\Classes\${class}\shell\Tallowmere32"
 !macroend
 
+; Setups of version 2.1 once noted no sums: what stands in their folder is taken for theirs.
+Function NoteOlderFiles
+  EnumRegValue $0 HKCU "${FILES_KEY}" 0
+  ReadRegStr $1 HKCU "${UNINSTALL_KEY}" "InstallLocation"
+  ${If} $0 == ""
+  ${AndIf} $1 == $INSTDIR
+    !insertmacro NoteSum "Tallowmere32.exe"
+    !insertmacro NoteSum "tallowmere-find.exe"
+    !insertmacro NoteSum "s_done.wav"
+    !insertmacro NoteSum "ReadMe.txt"
+    !insertmacro NoteSum "uninstall.exe"
+  ${EndIf}
+FunctionEnd
+
+; $5 becomes the name of a user's file without whose place nothing can be installed, or empty.
+Function FindObstacle
+  Call NoteOlderFiles
+  StrCpy $5 ""
+  !insertmacro LookAt "uninstall.exe"
+  ${If} $0 == "foreign"
+    StrCpy $5 "uninstall.exe"
+  ${EndIf}
+  !insertmacro LookAt "Tallowmere32.exe"
+  ${If} $0 == "foreign"
+    StrCpy $5 "Tallowmere32.exe"
+  ${EndIf}
+FunctionEnd
+
+Function LeaveDirectoryPage
+  Call FindObstacle
+  ${If} $5 != ""
+    MessageBox MB_OK|MB_ICONEXCLAMATION "$INSTDIR holds another $5, which this setup has not \
+      installed. It stays as it is: please choose another folder."
+    Abort
+  ${EndIf}
+FunctionEnd
+
 Section "Tallowmere 32" ProgramSection
   SectionIn RO
+  Call FindObstacle
+  ${If} $5 != ""
+    SetErrorLevel 3
+    Abort "The folder holds another $5."
+  ${EndIf}
   !insertmacro RequireClosedProgram
   SetOutPath "$INSTDIR"
-  File "${FILES}/Tallowmere32.exe"
-  File "${FILES}/tallowmere-find.exe"
-  File "${FILES}/s_done.wav"
-  File "${FILES}/ReadMe.txt"
+  !insertmacro Install "Tallowmere32.exe"
+  !insertmacro Install "tallowmere-find.exe"
+  !insertmacro Install "s_done.wav"
+  !insertmacro Install "ReadMe.txt"
   WriteUninstaller "$INSTDIR\uninstall.exe"
+  !insertmacro NoteSum "uninstall.exe"
+  !insertmacro TellKept "$INSTDIR holds files that this setup has not installed, or \
+    that have been changed since. They stay as they are:"
   CreateShortcut "${SHORTCUT}" "${PROGRAM}" "" "" "" "" "" \
     "Searches the contents of files"
   ; Chosen before, but not this time.
@@ -120,6 +225,16 @@ SectionEnd
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
 Function .onInit
+!if "${TARGET}" == "x86-unicode"
+  ; Nobody can be asked by /S: it installs what was started.
+  ${If} ${IsNativeAMD64}
+  ${AndIf} ${Cmd} `MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 \
+      "This setup is for 32-bit Windows. Your Windows has 64 bits: \
+      Tallowmere32-${VERSION}-setup.exe is meant for it.$\r$\n$\r$\nInstall the program for \
+      32 bits all the same?" /SD IDYES IDNO`
+    Abort
+  ${EndIf}
+!endif
   ${GetParameters} $0
   ClearErrors
   ${GetOptions} $0 "/NOEXPLORER" $1
@@ -132,11 +247,13 @@ FunctionEnd
 ; stay for the next time.
 Section "Uninstall"
   !insertmacro RequireClosedProgram
-  Delete "${PROGRAM}"
-  Delete "$INSTDIR\tallowmere-find.exe"
-  Delete "$INSTDIR\s_done.wav"
-  Delete "$INSTDIR\ReadMe.txt"
-  Delete "$INSTDIR\uninstall.exe"
+  !insertmacro Uninstall "Tallowmere32.exe"
+  !insertmacro Uninstall "tallowmere-find.exe"
+  !insertmacro Uninstall "s_done.wav"
+  !insertmacro Uninstall "ReadMe.txt"
+  !insertmacro Uninstall "uninstall.exe"
+  !insertmacro TellKept "These files have been changed since they were installed. They stay in \
+    $INSTDIR:"
   RMDir "$INSTDIR"
   Delete "${SHORTCUT}"
   !insertmacro RemoveFromExplorer "Directory"

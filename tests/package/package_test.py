@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Makes the packages and installs one under Wine: package_test.py PROJECT WINE
+"""Makes the packages and installs one under Wine: package_test.py PROJECT WINE PLANTED
 
-PROJECT is the project's folder, in which both Windows builds stand; WINE runs a Windows program.
+PROJECT is the project's folder, in which both Windows builds stand; WINE runs a Windows program;
+a program that loads the library PLANTED ends with status 99.
 """
 
 import hashlib
@@ -16,7 +17,7 @@ import time
 import unittest
 import zipfile
 
-project = wine = ""
+project = wine = planted = ""
 FILES = {"Tallowmere32.exe", "tallowmere-find.exe", "s_done.wav", "ReadMe.txt"}
 PACKAGES = {
     "Tallowmere32-2.1-setup.exe", "Tallowmere32-2.1.zip",
@@ -26,6 +27,7 @@ MACHINES = {"win64": 0x8664, "win32": 0x14C}
 UNINSTALL = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Tallowmere32"
 EXPLORER = r"HKCU\Software\Classes\Directory\shell\Tallowmere32"
 DRIVES = r"HKCU\Software\Classes\Drive\shell\Tallowmere32"
+OVERRIDES = r"HKCU\Software\Wine\AppDefaults\Tallowmere32.exe\DllOverrides"
 SETTINGS = r"HKCU\Software\Tallowmere\Startup"
 DEFAULT_FOLDER = r"%LOCALAPPDATA%\Programs\Tallowmere32"
 SHORTCUT = r"%APPDATA%\Microsoft\Windows\Start Menu\Programs\Tallowmere 32.lnk"
@@ -84,6 +86,12 @@ class PackageTest(unittest.TestCase):
                             os.path.join(cls.folder, output)],
                            env={**os.environ, "TZ": zone, "SOURCE_DATE_EPOCH": "1700000000"},
                            stdout=subprocess.DEVNULL, check=True)
+            # What is packed has other dates the second time.
+            for name in FILES - {"ReadMe.txt"}:
+                path = os.path.join(project, "build", "win64", name)
+                date = os.stat(path).st_mtime_ns
+                cls.addClassCleanup(os.utime, path, ns=(date, date))
+                os.utime(path)
 
     def package(self, name, output="one"):
         return os.path.join(self.folder, output, name)
@@ -119,11 +127,66 @@ class PackageTest(unittest.TestCase):
     def install(self, *switches):
         return run(self.package("Tallowmere32-2.1-setup.exe"), "/S", *switches)[0]
 
-    def test_installs_starts_and_uninstalls(self):
-        run("reg", "delete", r"HKCU\Software\Tallowmere", "/f")
+    def empty_home(self):
         home = unix_path(DEFAULT_FOLDER)
         shutil.rmtree(home, ignore_errors=True)  # of a run that was broken off
         self.addCleanup(shutil.rmtree, home, ignore_errors=True)
+        run("reg", "delete", UNINSTALL, "/f")
+        return home
+
+    def uninstall(self, home):
+        self.assertEqual(run(os.path.join(home, "uninstall.exe"), "/S")[0], 0)
+        # It goes on as a copy of itself, which can delete the file that was started.
+        self.assertTrue(wait_until(lambda: value(UNINSTALL, "DisplayName") is None))
+
+    def test_files_of_the_user_stay(self):
+        home = self.empty_home()
+        os.makedirs(home)
+
+        def put(name, text):
+            with open(os.path.join(home, name), "w", encoding="ascii") as file:
+                file.write(text)
+
+        def contents():
+            return {name: read(os.path.join(home, name)) for name in os.listdir(home)}
+
+        put("ReadMe.txt", "mine")
+        self.assertEqual(self.install(), 0)
+        put("s_done.wav", "a tune")
+        self.assertEqual(self.install(), 0)
+        self.assertEqual(set(os.listdir(home)), FILES | {"uninstall.exe"})
+        self.uninstall(home)
+        mine = {"ReadMe.txt": b"mine", "s_done.wav": b"a tune"}
+        self.assertEqual(contents(), mine)
+
+        put("Tallowmere32.exe", "another program")
+        self.assertEqual(self.install(), 3)
+        self.assertEqual(contents(), {**mine, "Tallowmere32.exe": b"another program"})
+        self.assertIsNone(value(UNINSTALL, "DisplayName"))
+
+        # A setup that has noted nothing has put all of it there.
+        run("reg", "add", UNINSTALL, "/v", "InstallLocation", "/d",
+            run("cmd", "/c", "echo", DEFAULT_FOLDER)[1].strip(), "/f")
+        self.assertEqual(self.install(), 0)
+        self.assertGreater(min(len(content) for content in contents().values()), 100)
+        self.uninstall(home)
+        self.assertFalse(os.path.exists(home))
+
+    def test_runs_no_library_of_its_folder(self):
+        with zipfile.ZipFile(self.package("Tallowmere32-2.1.zip")) as archive:
+            archive.extractall(self.folder)
+        folder = os.path.join(self.folder, "Tallowmere32-2.1")
+        self.addCleanup(run, "reg", "delete", OVERRIDES, "/f")
+        for library in ("comctl32", "dwmapi", "uxtheme", "winmm"):
+            shutil.copy(planted, os.path.join(folder, library + ".dll"))
+            # Wine takes its own ones otherwise, wherever the others stand.
+            run("reg", "add", OVERRIDES, "/v", library, "/d", "native,builtin", "/f")
+        running = self.start(os.path.join(folder, "Tallowmere32.exe"))
+        self.assertEqual(self.close(running), 0)
+
+    def test_installs_starts_and_uninstalls(self):
+        run("reg", "delete", r"HKCU\Software\Tallowmere", "/f")
+        home = self.empty_home()
         self.assertEqual(self.install(), 0)
         self.assertEqual(set(os.listdir(home)), FILES | {"uninstall.exe"})
         self.assertEqual(value(UNINSTALL, "DisplayVersion"), "2.1")
@@ -141,18 +204,26 @@ class PackageTest(unittest.TestCase):
         self.assertIsNotNone(value(EXPLORER))
         self.check_uninstalled(home)
 
-    def check_running_program(self, program, home):
-        """The installed program starts, is not replaced while it runs, and closes."""
+    def start(self, program):
         running = subprocess.Popen([wine, program], stdin=subprocess.DEVNULL,
                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.addCleanup(running.kill)
+        return running
+
+    def close(self, running):
+        """Asks the window to close, once there is one; the status of the program."""
+        wait_until(lambda: running.poll() is not None or
+                   run("taskkill", "/im", "Tallowmere32.exe")[0] == 0)
+        return running.wait(20)
+
+    def check_running_program(self, program, home):
+        """The installed program starts, is not replaced while it runs, and closes."""
+        running = self.start(program)
         self.assertTrue(wait_until(lambda: self.install("/NOEXPLORER") != 0))
         self.assertNotEqual(run(os.path.join(home, "uninstall.exe"), "/S",
                                 f"_?={program[:program.rindex(chr(92))]}")[0], 0)
         self.assertEqual(set(os.listdir(home)), FILES | {"uninstall.exe"})
-        # Asks the window to close, once there is one.
-        wait_until(lambda: run("taskkill", "/im", "Tallowmere32.exe")[0] == 0)
-        self.assertEqual(running.wait(20), 0)
+        self.assertEqual(self.close(running), 0)
         self.assertIsNotNone(value(SETTINGS, "checked"))
 
     def check_uninstalled(self, home):
@@ -160,10 +231,7 @@ class PackageTest(unittest.TestCase):
         notes = os.path.join(home, "notes.txt")
         with open(notes, "w", encoding="ascii") as file:
             file.write("mine")
-        uninstaller = os.path.join(home, "uninstall.exe")
-        self.assertEqual(run(uninstaller, "/S")[0], 0)
-        # It goes on as a copy of itself, which can delete the file that was started.
-        self.assertTrue(wait_until(lambda: value(UNINSTALL, "DisplayName") is None))
+        self.uninstall(home)
         self.assertEqual(os.listdir(home), ["notes.txt"])
         shutil.rmtree(home)
         self.assertFalse(os.path.exists(unix_path(SHORTCUT)))
@@ -173,5 +241,5 @@ class PackageTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    project, wine = sys.argv[1:3]
+    project, wine, planted = sys.argv[1:4]
     unittest.main(argv=sys.argv[:1])
