@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <future>
 #include <thread>
 
 #include "actions/clipboard_commands.h"
@@ -35,12 +36,11 @@ class Holder {
   explicit Holder(bool only_a_moment)
       : thread_([this, only_a_moment] {
           const win32::Clipboard held(nullptr);
-          opened_ = static_cast<bool>(held);
-          opened_.notify_one();
+          opened_.set_value(static_cast<bool>(held));
           Sleep(50);
           while (!over_ && !only_a_moment) Sleep(1);
         }) {
-    opened_.wait(false);
+    EXPECT_TRUE(opened_.get_future().get());
   }
   ~Holder() {
     over_ = true;
@@ -48,7 +48,7 @@ class Holder {
   }
 
  private:
-  std::atomic<bool> opened_ = false;
+  std::promise<bool> opened_;
   std::atomic<bool> over_ = false;
   std::thread thread_;
 };
