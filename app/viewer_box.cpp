@@ -14,7 +14,6 @@ constexpr UINT_PTR subclass_id = 1;
 /// The thumb's length: a fiftieth of the bar, which stays easy to grasp.
 constexpr int thumb_page = scroll_maximum / 50;
 
-// What a text box makes of these characters harms nothing.
 constexpr WPARAM select_all_character = 1;  ///< Ctrl+A
 constexpr WPARAM copy_character = 3;        ///< Ctrl+C
 
@@ -50,7 +49,7 @@ int wheel_lines(int visible) {
 bool edits(UINT message, WPARAM wparam) {
   switch (message) {
     case WM_CHAR:
-      return wparam != select_all_character && wparam != copy_character;
+      return wparam != copy_character;  // what a text box makes of it harms nothing
     case WM_IME_CHAR:
     case WM_UNICHAR:
     case WM_PASTE:
@@ -200,6 +199,12 @@ LRESULT CALLBACK ViewerBox::subclass_proc(HWND window, UINT message, WPARAM wpar
 }
 
 LRESULT ViewerBox::handle_message(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_CHAR && wparam == select_all_character) {
+    // Not every system's text box knows it.
+    select(0, GetWindowTextLengthW(handle()));
+    if (selection_changed) selection_changed();
+    return 0;
+  }
   if (!filling_ && edits(message, wparam)) return 0;
   switch (message) {
     case WM_GETDLGCODE:
@@ -231,8 +236,7 @@ LRESULT ViewerBox::pass_on(UINT message, WPARAM wparam, LPARAM lparam) {
   const int top = may_scroll ? first_visible_line() : 0;
   const LRESULT result = DefSubclassProc(handle(), message, wparam, lparam);
   if (may_scroll && first_visible_line() != top && view_moved) view_moved();
-  const bool selects = message == WM_LBUTTONUP || (message == WM_KEYUP && moves_caret(wparam)) ||
-                       (message == WM_CHAR && wparam == select_all_character);
+  const bool selects = message == WM_LBUTTONUP || (message == WM_KEYUP && moves_caret(wparam));
   if (selects && selection_changed) selection_changed();
   return result;
 }

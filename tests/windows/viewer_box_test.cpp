@@ -143,6 +143,11 @@ TEST_F(ViewerBoxTest, KeysMoveTheCaretAfterTheHandlers) {
   for (const WPARAM key : {VK_DOWN, VK_RIGHT, VK_UP}) type(key);
   EXPECT_EQ(calls, "down0 changed down8 changed up9 changed ");
   EXPECT_EQ(box->selection(), (TextSelection{1, 0}));
+  send(WM_CHAR, 'A' - '@');  // Ctrl+A
+  EXPECT_EQ(box->selection(), (TextSelection{0, GetWindowTextLengthW(edit)}));
+  EXPECT_EQ(box->first_visible_line(), 0);
+  EXPECT_EQ(calls, "down0 changed down8 changed up9 changed changed ");
+  box->select(1, 0);
   int moved = 0;
   box->view_moved = [&] { ++moved; };
   for (int i = 0; i < 2; ++i) type(VK_NEXT);
