@@ -1,6 +1,6 @@
 #include "app/window_placement.h"
 
-#include <algorithm>
+#include <vector>
 
 #include "shell/layout.h"
 #include "win32/dpi.h"
@@ -9,54 +9,58 @@ namespace tallowmere {
 
 namespace {
 
-/// Stored numbers can be anything; pixels beyond this are off every screen.
-constexpr Twips farthest = 1'000'000'000;
-
-int pixels(Twips twips, int dpi) {
-  return static_cast<int>(to_pixels(std::clamp(twips, -farthest, farthest), dpi));
+PixelRect rect_of(const RECT& rect) {
+  return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
 }
 
-TwipRect in_twips(const RECT& rect, int dpi) {
-  return {to_twips(rect.left, dpi), to_twips(rect.top, dpi), to_twips(rect.right - rect.left, dpi),
-          to_twips(rect.bottom - rect.top, dpi)};
+PixelRect pixel_rect(HWND window) {
+  RECT rect;
+  GetWindowRect(window, &rect);
+  return rect_of(rect);
 }
 
-/// The part of a screen that windows may cover. The main screen when `rect` is on none.
-RECT screen_area(const RECT& rect) {
-  HMONITOR monitor = MonitorFromRect(&rect, MONITOR_DEFAULTTONULL);
-  if (monitor == nullptr) monitor = MonitorFromPoint({0, 0}, MONITOR_DEFAULTTOPRIMARY);
+BOOL CALLBACK add_screen(HMONITOR monitor, HDC, LPRECT, LPARAM screens) {
   MONITORINFO info{};
   info.cbSize = sizeof info;
-  GetMonitorInfoW(monitor, &info);
-  return info.rcWork;
+  if (!GetMonitorInfoW(monitor, &info)) return TRUE;
+  const int dpi = win32::monitor_dpi(monitor);
+  const Screen screen{rect_of(info.rcWork), dpi, win32::hidden_frame(dpi)};
+  auto& all = *reinterpret_cast<std::vector<Screen>*>(screens);
+  const bool primary = (info.dwFlags & MONITORINFOF_PRIMARY) != 0;
+  all.insert(primary ? all.begin() : all.end(), screen);
+  return TRUE;
+}
+
+/// The desktop's screens, the main one first.
+std::vector<Screen> desktop_screens() {
+  std::vector<Screen> screens;
+  EnumDisplayMonitors(nullptr, nullptr, &add_screen, reinterpret_cast<LPARAM>(&screens));
+  return screens;
 }
 
 }  // namespace
 
 TwipRect window_rect(HWND window) {
-  RECT rect;
-  GetWindowRect(window, &rect);
-  return in_twips(rect, win32::window_dpi(window));
+  const int dpi = win32::window_dpi(window);
+  return stored_placement(pixel_rect(window), dpi, dpi);
 }
 
 void apply_placement(HWND window, const TwipRect& stored) {
-  const int dpi = win32::window_dpi(window);
-  const int left = pixels(stored.left, dpi);
-  const int top = pixels(stored.top, dpi);
-  const RECT wanted{left, top, left + pixels(stored.width, dpi), top + pixels(stored.height, dpi)};
-  const TwipRect screen = in_twips(screen_area(wanted), dpi);
-  TwipRect relative = stored;
-  relative.left -= screen.left;
-  relative.top -= screen.top;
-  const TwipRect place = place_window(relative, {screen.width, screen.height}, main_window_design);
-  SetWindowPos(window, nullptr, pixels(screen.left + place.left, dpi),
-               pixels(screen.top + place.top, dpi), pixels(place.width, dpi),
-               pixels(place.height, dpi), SWP_NOZORDER | SWP_NOACTIVATE);
+  const std::vector<Screen> screens = desktop_screens();
+  if (screens.empty()) return;
+  const PixelRect place =
+      place_on_desktop(stored, screens, win32::system_dpi(), main_window_design);
+  // The system gives a window that comes to a screen of another DPI another size on the way.
+  for (int i = 0; i < 2; ++i) {
+    SetWindowPos(window, nullptr, static_cast<int>(place.left), static_cast<int>(place.top),
+                 static_cast<int>(place.width), static_cast<int>(place.height),
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+  }
 }
 
 std::optional<TwipRect> placement_to_store(HWND window) {
   if (IsIconic(window) || IsZoomed(window)) return std::nullopt;
-  return window_rect(window);
+  return stored_placement(pixel_rect(window), win32::window_dpi(window), win32::system_dpi());
 }
 
 }  // namespace tallowmere

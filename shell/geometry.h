@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 namespace tallowmere {
 
@@ -23,13 +24,35 @@ struct TwipRect {
   bool operator==(const TwipRect&) const = default;
 };
 
+/// The same in pixels.
+using PixelRect = TwipRect;
+
+/// What windows may cover of one of the desktop's screens.
+struct Screen {
+  PixelRect area;
+  int dpi = 0;
+  int hidden_frame = 0;  ///< pixels of a window's frame that nobody sees: left, right and below
+};
+
 /// Rounded to the nearest pixel or twip, halves away from zero; `dpi` is the window's.
 std::int64_t to_pixels(Twips twips, int dpi);
 Twips to_twips(std::int64_t pixels, int dpi);
 
 /// Where the main window opens: the stored placement, with sizes that are too small or larger than
 /// the screen replaced by the design's and a corner at 0, below 0 or too far off centred again.
-TwipRect place_window(const TwipRect& stored, const TwipSize& screen, const TwipSize& design);
+/// Where the system has snapped a window to an edge of the screen, it may reach beyond it by its
+/// hidden frame.
+TwipRect place_window(const TwipRect& stored, const TwipSize& screen, const TwipSize& design,
+                      Twips hidden_frame);
+
+/// A window on a screen of `dpi` as it is stored: its size as it looks there, its corner in the
+/// measure of the whole desktop, which `system_dpi` gives.
+TwipRect stored_placement(const PixelRect& window, int dpi, int system_dpi);
+
+/// place_window on the screen that most of the stored window is on; on the first one when it is on
+/// none.
+PixelRect place_on_desktop(const TwipRect& stored, std::span<const Screen> screens, int system_dpi,
+                           const TwipSize& design);
 
 /// A dialog's place: the middle of the main window, kept on the screen. Any unit.
 TwipRect center_form(const TwipRect& main, const TwipSize& dialog, const TwipSize& screen);

@@ -5,9 +5,11 @@
 #include <map>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "shell/file_type_rule.h"
+#include "shell/layout.h"
 #include "shell/settings.h"
 
 namespace tallowmere {
@@ -182,7 +184,7 @@ TEST(Settings, StoredValuesAreTakenAsFarAsTheyCan) {
   EXPECT_EQ(shell.font_size, 10);
   EXPECT_EQ(shell.placement.left, 12);
   EXPECT_EQ(shell.placement.width, 0);
-  const TwipRect placed = place_window(shell.placement, {15360, 11520}, {10200, 7800});
+  const TwipRect placed = place_window(shell.placement, {15360, 11520}, {10200, 7800}, 0);
   EXPECT_EQ(placed, (TwipRect{12, 1860, 10200, 7800}));
   for (const auto& [stored, expected] : std::vector<std::pair<std::string, int>>{
            {"0", 0}, {"3", 3}, {"7", 2}, {"-1", 2}, {"", 2}, {"x", 0}, {"3.5", 2}, {megabyte, 2}}) {
@@ -281,11 +283,59 @@ TEST(Settings, TextsThatNobodyCanUseDoNotComeIn) {
 TEST(Geometry, PlaceWindow) {
   const TwipSize screen{15000, 11000};
   const TwipSize design{10000, 8000};
-  EXPECT_EQ(place_window({}, screen, design), (TwipRect{2500, 1500, 10000, 8000}));
+  const auto place = [&](const TwipRect& stored) {
+    return place_window(stored, screen, design, 105);
+  };
+  const TwipRect centred{2500, 1500, 10000, 8000};
+  EXPECT_EQ(place({}), centred);
   const TwipRect good{1, 3000, 14999, 600};
-  EXPECT_EQ(place_window(good, screen, design), good);
-  EXPECT_EQ(place_window({2, 10401, 14999, 600}, screen, design), (TwipRect{0, 5200, 14999, 600}));
-  EXPECT_EQ(place_window({-5, 0, 599, 11001}, screen, design), (TwipRect{2500, 1500, 10000, 8000}));
+  EXPECT_EQ(place(good), good);
+  EXPECT_EQ(place({2, 10401, 14999, 600}), (TwipRect{0, 5200, 14999, 600}));
+  EXPECT_EQ(place({-5, 0, 599, 11001}), centred);
+  EXPECT_EQ(place({-200, -105, 15300, 11200}), centred);
+  EXPECT_EQ(place_window({-105, 0, 5000, 11105}, screen, design, 0),
+            (TwipRect{5000, 1500, 5000, 8000}));
+}
+
+// Their frames reach beyond the screen.
+TEST(Geometry, SnappedWindowsComeBack) {
+  constexpr PixelRect snapped[] = {{-7, 0, 974, 1047},
+                                   {953, 0, 974, 1047},
+                                   {953, 520, 974, 527},
+                                   {-7, 520, 1934, 527},
+                                   {300, 0, 800, 1047}};
+  for (const int dpi : {96, 120, 144, 168, 192}) {
+    const Screen screen{{0, 40, 1920, 1040}, dpi, 7};
+    for (PixelRect window : snapped) {
+      window.top += screen.area.top;
+      const TwipRect stored = stored_placement(window, dpi, dpi);
+      EXPECT_EQ(place_on_desktop(stored, {&screen, 1}, dpi, main_window_design), window)
+          << window.left << ' ' << window.top << " at " << dpi;
+    }
+  }
+}
+
+TEST(Geometry, ScreensOfSeveralResolutions) {
+  const Screen screens[] = {{{0, 0, 1920, 1040}, 96, 7},
+                            {{1920, -200, 2560, 1400}, 144, 11},
+                            {{-1280, 300, 1280, 984}, 120, 9}};
+  const auto place = [&](const TwipRect& stored, std::size_t count) {
+    return place_on_desktop(stored, {screens, count}, 96, main_window_design);
+  };
+  const std::pair<PixelRect, int> windows[] = {{{1300, 600, 600, 420}, 96},
+                                               {{1909, -200, 1302, 1411}, 144},
+                                               {{3600, 800, 800, 400}, 144},
+                                               {{-1200, 310, 800, 600}, 120},
+                                               {{-700, 700, 690, 500}, 120}};
+  for (const auto& [window, dpi] : windows) {
+    EXPECT_EQ(place(stored_placement(window, dpi, 96), 3), window) << window.left;
+  }
+  // Most of it is on the second one, in whose middle it comes back.
+  EXPECT_EQ(place(stored_placement({1500, 100, 900, 600}, 144, 96), 3),
+            (PixelRect{2750, 100, 900, 600}));
+  // That screen is gone: the same size as users saw it, in the middle of the first one.
+  const TwipRect stored = stored_placement({3600, 800, 900, 600}, 144, 96);
+  EXPECT_EQ(place(stored, 1), (PixelRect{660, 320, 600, 400}));
 }
 
 }  // namespace

@@ -79,6 +79,20 @@ TEST_F(Form1SettingsTest, AMaximisedWindowKeepsTheOldPlacement) {
   EXPECT_EQ(store.get_setting("width"), width);
 }
 
+TEST_F(Form1SettingsTest, ASnappedWindowComesBack) {
+  start();
+  RECT work;
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  const int frame = win32::hidden_frame(win32::window_dpi(form->handle()));
+  place(work.left - frame, work.top, 700, work.bottom - work.top + frame);
+  const RECT snapped = rect();
+  choose(ID_MNUEXIT);
+  start();
+  const RECT restored = rect();
+  EXPECT_TRUE(EqualRect(&restored, &snapped)) << restored.left << ' ' << restored.bottom;
+  EXPECT_GT(frame, 0);
+}
+
 TEST_F(Form1SettingsTest, APlacementOffEveryScreenIsCorrected) {
   const int screen_width = GetSystemMetrics(SM_CXSCREEN);
   for (const char* corner : {"-999999", "1e300"}) {
