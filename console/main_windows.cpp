@@ -3,7 +3,9 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <algorithm>
 #include <atomic>
+#include <string_view>
 
 #include "console/console_search.h"
 #include "engine/unicode.h"
@@ -27,6 +29,20 @@ bool is_closed_pipe(DWORD error) {
   return error == ERROR_BROKEN_PIPE || error == ERROR_NO_DATA || error == ERROR_PIPE_NOT_CONNECTED;
 }
 
+/// In pieces: Windows 7 refuses more than some 64 KB at once.
+bool write_console(HANDLE console, std::u16string_view text) {
+  constexpr std::size_t longest_piece = 8000;
+  while (!text.empty()) {
+    std::size_t length = std::min(text.size(), longest_piece);
+    if (length < text.size() && IS_HIGH_SURROGATE(text[length - 1])) --length;
+    DWORD count = 0;
+    const auto units = static_cast<DWORD>(length);
+    if (!WriteConsoleW(console, text.data(), units, &count, nullptr) || count == 0) return false;
+    text.remove_prefix(count);
+  }
+  return true;
+}
+
 /// A console takes UTF-16, a file or a pipe gets UTF-8.
 tallowmere::console::Written write_all(DWORD which, std::string_view text) {
   using tallowmere::console::Written;
@@ -34,10 +50,7 @@ tallowmere::console::Written write_all(DWORD which, std::string_view text) {
   DWORD mode = 0;
   DWORD count = 0;
   if (GetConsoleMode(handle, &mode)) {
-    const std::u16string wide = tallowmere::to_utf16(text);
-    const BOOL good =
-        WriteConsoleW(handle, wide.data(), static_cast<DWORD>(wide.size()), &count, nullptr);
-    return good ? Written::good : Written::failed;
+    return write_console(handle, tallowmere::to_utf16(text)) ? Written::good : Written::failed;
   }
   while (!text.empty()) {
     if (!WriteFile(handle, text.data(), static_cast<DWORD>(text.size()), &count, nullptr)) {
