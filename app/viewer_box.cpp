@@ -17,6 +17,9 @@ constexpr int thumb_page = scroll_maximum / 50;
 constexpr WPARAM select_all_character = 1;  ///< Ctrl+A
 constexpr WPARAM copy_character = 3;        ///< Ctrl+C
 
+/// WM_SYSTIMER: a text box of Windows scrolls by it while the mouse is dragged out of it.
+constexpr UINT system_timer_message = 0x0118;
+
 /// Where a text has longer lines than this, it is put into the box in pieces of this length. Wine
 /// measures all of the rest of a line for each row that it takes: seconds for a chunk in one go.
 constexpr std::size_t quick_line = 800;
@@ -229,8 +232,9 @@ LRESULT ViewerBox::handle_message(UINT message, WPARAM wparam, LPARAM lparam) {
 
 /// Lets the text box do its work and reports what came of it.
 LRESULT ViewerBox::pass_on(UINT message, WPARAM wparam, LPARAM lparam) {
-  const bool dragging = (message == WM_MOUSEMOVE && (wparam & MK_LBUTTON) != 0) ||
-                        (message == WM_TIMER && GetCapture() == handle());
+  const bool dragging =
+      GetCapture() == handle() &&
+      (message == WM_MOUSEMOVE || message == WM_TIMER || message == system_timer_message);
   const bool may_scroll =
       dragging || message == WM_LBUTTONUP || (message == WM_KEYDOWN && moves_caret(wparam));
   const int top = may_scroll ? first_visible_line() : 0;
