@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "shell/file_operations.h"
+#include "files/file_operations.h"
 
 namespace tallowmere {
 

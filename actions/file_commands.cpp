@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "actions/background_operations.h"
-#include "shell/file_command_texts.h"
-#include "shell/file_names.h"
+#include "files/file_command_texts.h"
+#include "files/file_names.h"
 #include "win32/hourglass.h"
 #include "win32/message_box.h"
 #include "win32/message_loop.h"

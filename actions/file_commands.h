@@ -15,7 +15,7 @@
 #include "dialogs/frmRename.h"
 #include "dialogs/frmReplace.h"
 #include "results/result_list.h"
-#include "shell/file_batch.h"
+#include "files/file_batch.h"
 #include "win32/file_operations.h"
 
 namespace tallowmere {

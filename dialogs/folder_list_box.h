@@ -6,7 +6,7 @@
 #include <string>
 
 #include "engine/file_system.h"
-#include "shell/folder_tree.h"
+#include "files/folder_tree.h"
 #include "win32/controls.h"
 
 namespace tallowmere {

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "dialogs/resource.h"
-#include "shell/file_names.h"
+#include "files/file_names.h"
 #include "win32/text.h"
 
 namespace tallowmere {

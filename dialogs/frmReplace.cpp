@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "dialogs/resource.h"
-#include "shell/file_command_texts.h"
+#include "files/file_command_texts.h"
 
 namespace tallowmere {
 

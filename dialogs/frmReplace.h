@@ -1,7 +1,7 @@
 #pragma once
 
+#include "files/file_batch.h"
 #include "results/row_text.h"
-#include "shell/file_batch.h"
 #include "win32/controls.h"
 #include "win32/form.h"
 

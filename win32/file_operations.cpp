@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "engine/unicode.h"
-#include "shell/folder_tree.h"
+#include "files/folder_tree.h"
 #include "win32/file_redirection.h"
 #include "win32/long_path.h"
 #include "win32/system_error.h"

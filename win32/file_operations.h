@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "shell/file_operations.h"
+#include "files/file_operations.h"
 #include "win32/recycle_bin.h"
 
 namespace tallowmere::win32 {

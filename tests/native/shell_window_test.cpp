@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "files/folder_tree.h"
 #include "shell/command_rules.h"
-#include "shell/folder_tree.h"
 #include "shell/layout.h"
 #include "shell/run_texts.h"
 

@@ -1,4 +1,4 @@
-#include "shell/file_batch.h"
+#include "files/file_batch.h"
 
 #include <gtest/gtest.h>
 

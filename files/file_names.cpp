@@ -1,10 +1,10 @@
-#include "shell/file_names.h"
+#include "files/file_names.h"
 
 #include <algorithm>
 #include <cstddef>
 
 #include "engine/unicode.h"
-#include "shell/folder_tree.h"
+#include "files/folder_tree.h"
 
 namespace tallowmere {
 namespace {

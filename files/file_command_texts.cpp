@@ -1,4 +1,4 @@
-#include "shell/file_command_texts.h"
+#include "files/file_command_texts.h"
 
 #include <algorithm>
 

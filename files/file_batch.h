@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "results/result_list.h"
-#include "shell/file_operations.h"
+#include "files/file_operations.h"
 
 namespace tallowmere {
 

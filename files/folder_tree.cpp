@@ -1,4 +1,4 @@
-#include "shell/folder_tree.h"
+#include "files/folder_tree.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "shell/file_names.h"
+#include "files/file_names.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <tuple>
 #include <utility>
 
-#include "shell/file_command_texts.h"
+#include "files/file_command_texts.h"
 
 namespace tallowmere {
 namespace {

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "results/row_text.h"
-#include "shell/file_batch.h"
+#include "files/file_batch.h"
 
 namespace tallowmere {
 
