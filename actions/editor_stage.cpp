@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "shell/window_title.h"
+#include "launch/window_title.h"
 #include "win32/keystrokes.h"
 
 namespace tallowmere {

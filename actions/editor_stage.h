@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "shell/script_player.h"
-#include "shell/window_title.h"
+#include "launch/script_player.h"
+#include "launch/window_title.h"
 #include "win32/other_windows.h"
 #include "win32/process.h"
 

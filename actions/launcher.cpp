@@ -5,8 +5,8 @@
 
 #include "actions/editor_stage.h"
 #include "dialogs/frmCannotLaunch.h"
-#include "shell/launch_command.h"
-#include "shell/script_player.h"
+#include "launch/launch_command.h"
+#include "launch/script_player.h"
 #include "win32/association.h"
 #include "win32/process.h"
 

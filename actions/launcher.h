@@ -6,7 +6,7 @@
 #include "actions/action_host.h"
 #include "engine/code_page.h"
 #include "engine/search_criteria.h"
-#include "shell/key_script.h"
+#include "launch/key_script.h"
 #include "win32/process.h"
 
 namespace tallowmere {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "results/result_list.h"
 #include "files/file_operations.h"
+#include "results/result_list.h"
 
 namespace tallowmere {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "results/row_text.h"
 #include "files/file_batch.h"
+#include "results/row_text.h"
 
 namespace tallowmere {
 

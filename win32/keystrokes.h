@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/key_events.h"
+#include "launch/key_events.h"
 
 namespace tallowmere::win32 {
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "shell/script_player.h"
+#include "launch/script_player.h"
 
 namespace tallowmere::win32 {
 

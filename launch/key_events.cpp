@@ -1,4 +1,4 @@
-#include "shell/key_events.h"
+#include "launch/key_events.h"
 
 #include <algorithm>
 #include <cassert>

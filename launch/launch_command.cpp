@@ -1,4 +1,4 @@
-#include "shell/launch_command.h"
+#include "launch/launch_command.h"
 
 #include <algorithm>
 

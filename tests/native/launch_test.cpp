@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "engine/unicode.h"
+#include "launch/key_script.h"
+#include "launch/launch_command.h"
+#include "launch/script_player.h"
+#include "launch/window_title.h"
 #include "shell/clipboard_text.h"
-#include "shell/key_script.h"
-#include "shell/launch_command.h"
-#include "shell/script_player.h"
-#include "shell/window_title.h"
 
 namespace tallowmere {
 namespace {

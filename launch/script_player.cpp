@@ -1,4 +1,4 @@
-#include "shell/script_player.h"
+#include "launch/script_player.h"
 
 namespace tallowmere {
 namespace {

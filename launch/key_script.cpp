@@ -1,4 +1,4 @@
-#include "shell/key_script.h"
+#include "launch/key_script.h"
 
 #include <algorithm>
 #include <cstddef>

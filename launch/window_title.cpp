@@ -1,4 +1,4 @@
-#include "shell/window_title.h"
+#include "launch/window_title.h"
 
 #include <string>
 #include <string_view>

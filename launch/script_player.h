@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "shell/key_events.h"
-#include "shell/key_script.h"
+#include "launch/key_events.h"
+#include "launch/key_script.h"
 
 namespace tallowmere {
 
