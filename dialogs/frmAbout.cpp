@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "dialogs/resource.h"
-#include "shell/help_pages.h"
+#include "help/help_pages.h"
 
 namespace tallowmere {
 

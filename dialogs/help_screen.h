@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "dialogs/help_drawing.h"
-#include "shell/help_pages.h"
+#include "help/help_pages.h"
 #include "win32/controls.h"
 #include "win32/form.h"
 

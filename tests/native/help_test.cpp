@@ -1,4 +1,4 @@
-#include "shell/help_pages.h"
+#include "help/help_pages.h"
 
 #include <gtest/gtest.h>
 
