@@ -5,8 +5,8 @@
 #include <optional>
 #include <string_view>
 
+#include "engine/file_type_rule.h"
 #include "engine/unicode.h"
-#include "shell/file_type_rule.h"
 #include "shell/proximity_choice.h"
 
 namespace tallowmere::console {

@@ -6,7 +6,7 @@
 
 #include "dialogs/focus_check_box.h"
 #include "dialogs/resource.h"
-#include "shell/file_type_rule.h"
+#include "engine/file_type_rule.h"
 #include "win32/message_box.h"
 
 namespace tallowmere {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "engine/file_type_rule.h"
 #include "engine/unicode.h"
 #include "shell/date_choice.h"
-#include "shell/file_type_rule.h"
 
 namespace tallowmere {
 namespace {

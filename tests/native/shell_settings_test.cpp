@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "shell/file_type_rule.h"
+#include "engine/file_type_rule.h"
 #include "shell/layout.h"
 #include "shell/settings.h"
 

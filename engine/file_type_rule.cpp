@@ -1,4 +1,4 @@
-#include "shell/file_type_rule.h"
+#include "engine/file_type_rule.h"
 
 #include "engine/unicode.h"
 
