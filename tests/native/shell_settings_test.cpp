@@ -11,6 +11,7 @@
 #include "engine/file_type_rule.h"
 #include "shell/layout.h"
 #include "shell/settings.h"
+#include "tests/support/memory_settings.h"
 
 namespace tallowmere {
 namespace {

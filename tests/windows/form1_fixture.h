@@ -13,8 +13,8 @@
 
 #include "app/Form1.h"
 #include "app/resource.h"
-#include "shell/settings_store.h"
 #include "tests/support/memory_files.h"
+#include "tests/support/memory_settings.h"
 #include "win32/message_loop.h"
 #include "win32/text.h"
 
