@@ -5,6 +5,9 @@
 
 namespace tallowmere {
 
+/// The order in which the user's short date form names day, month and year.
+enum class DateOrder { month_day_year, day_month_year, year_month_day };
+
 /// A day of the Gregorian calendar. Default-constructed it is no day at all (all zero).
 struct Date {
   int year = 0;

@@ -9,9 +9,6 @@
 
 namespace tallowmere {
 
-/// The order in which the user's short date form names day, month and year.
-enum class DateOrder { month_day_year, day_month_year, year_month_day };
-
 /// The number at the start of `text` after leading blanks, 0 when there is none. What is too large
 /// for a double becomes the largest one.
 double lenient_number(std::string_view text);

@@ -3,7 +3,6 @@
 #include <string>
 
 #include "engine/date_time.h"
-#include "shell/lenient_values.h"
 
 namespace tallowmere::win32 {
 
