@@ -52,7 +52,7 @@ bool frmProgress::update(const std::string& text, double part) {
 }
 
 void frmProgress::show_window() {
-  center_over(owner_);
+  center_form(owner_);
   ShowWindow(handle(), SW_SHOW);
   cmdCancel.focus();
 }

@@ -69,13 +69,6 @@ const Screen& screen_of(const TwipRect& stored, std::span<const Screen> screens,
   return *best;
 }
 
-Twips centred_corner(Twips main_corner, Twips main_size, Twips size, Twips screen) {
-  Twips corner = main_corner + (main_size - size) / 2;
-  if (corner < 0) corner = 0;
-  if (corner + size > screen) corner = screen - size;
-  return corner;
-}
-
 }  // namespace
 
 std::int64_t to_pixels(Twips twips, int dpi) {
@@ -119,12 +112,6 @@ PixelRect place_on_desktop(const TwipRect& stored, std::span<const Screen> scree
                    to_twips(screen.hidden_frame, dpi));
   return {area.left + to_pixels(place.left, dpi), area.top + to_pixels(place.top, dpi),
           to_pixels(place.width, dpi), to_pixels(place.height, dpi)};
-}
-
-TwipRect center_form(const TwipRect& main, const TwipSize& dialog, const TwipSize& screen) {
-  return {centred_corner(main.left, main.width, dialog.width, screen.width),
-          centred_corner(main.top, main.height, dialog.height, screen.height), dialog.width,
-          dialog.height};
 }
 
 }  // namespace tallowmere

@@ -54,7 +54,4 @@ TwipRect stored_placement(const PixelRect& window, int dpi, int system_dpi);
 PixelRect place_on_desktop(const TwipRect& stored, std::span<const Screen> screens, int system_dpi,
                            const TwipSize& design);
 
-/// A dialog's place: the middle of the main window, kept on the screen. Any unit.
-TwipRect center_form(const TwipRect& main, const TwipSize& dialog, const TwipSize& screen);
-
 }  // namespace tallowmere

@@ -1,9 +1,9 @@
 #include "win32/form.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <vector>
 
-#include "shell/geometry.h"
 #include "win32/dialog_template.h"
 #include "win32/dpi.h"
 #include "win32/guarded.h"
@@ -37,14 +37,17 @@ void share_icons(HWND owner, HWND window) {
   SendMessageW(window, WM_SETICON, ICON_SMALL, icon_of(owner, ICON_SMALL, GCLP_HICONSM));
 }
 
-TwipRect rect_of(const RECT& rect) {
-  return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
-}
-
 BOOL CALLBACK pass_on(HWND control, LPARAM message) {
   const MSG& passed = *reinterpret_cast<const MSG*>(message);
   SendMessageW(control, passed.message, passed.wParam, passed.lParam);
   return TRUE;
+}
+
+/// Where something of this length begins that stands in the middle of what goes from `begin` to
+/// `end`, kept on a screen.
+int centred(LONG begin, LONG end, LONG length, LONG screen_begin, LONG screen_end) {
+  const LONG middle = begin + (end - begin - length) / 2;
+  return static_cast<int>(std::min(std::max(middle, screen_begin), screen_end - length));
 }
 
 /// Messages whose answer a dialog procedure returns itself instead of storing it.
@@ -103,10 +106,10 @@ void Form::show_modal(HWND owner, HWND center_on) {
   } const end{*this};
   focus_before_ = GetFocus();
   if (center_on == nullptr) center_on = owner;
-  center_over(center_on);
+  center_form(center_on);
   EnableWindow(owner, FALSE);
   ShowWindow(window_, SW_SHOW);
-  if (follow_dpi()) center_over(center_on);  // told of its screen only now
+  if (follow_dpi()) center_form(center_on);  // told of its screen only now
   if (!IsChild(window_, GetFocus())) SetFocus(GetNextDlgTabItem(window_, nullptr, FALSE));
   on_shown();
   while (modal_owner_ != nullptr) {
@@ -133,7 +136,7 @@ void Form::hide() {
   focus_before_ = nullptr;
 }
 
-void Form::center_over(HWND main_window) {
+void Form::center_form(HWND main_window) {
   move_over(main_window);
   if (follow_dpi()) move_over(main_window);  // in another size
 }
@@ -155,14 +158,12 @@ void Form::move_over(HWND main_window) {
   GetWindowRect(window_, &window);
   GetWindowRect(main_window, &main);
   if (IsIconic(main_window)) main = monitor.rcWork;
-  OffsetRect(&main, -monitor.rcWork.left, -monitor.rcWork.top);
-  const TwipRect screen = rect_of(monitor.rcWork);
-  const TwipRect size = rect_of(window);
-  const TwipRect place =
-      center_form(rect_of(main), {size.width, size.height}, {screen.width, screen.height});
-  SetWindowPos(window_, nullptr, static_cast<int>(place.left + screen.left),
-               static_cast<int>(place.top + screen.top), 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  SetWindowPos(window_, nullptr,
+               centred(main.left, main.right, window.right - window.left, monitor.rcWork.left,
+                       monitor.rcWork.right),
+               centred(main.top, main.bottom, window.bottom - window.top, monitor.rcWork.top,
+                       monitor.rcWork.bottom),
+               0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 bool Form::pre_translate(MSG&) {

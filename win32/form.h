@@ -74,7 +74,7 @@ class Form {
   /// before it is shown.
   virtual void on_dpi_changed(int /*before*/, int /*now*/) {}
   /// Places the window over the middle of another one, on its screen and in its size there.
-  void center_over(HWND main_window);
+  void center_form(HWND main_window);
 
  private:
   static INT_PTR CALLBACK dialog_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam);

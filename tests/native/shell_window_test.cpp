@@ -28,13 +28,6 @@ TEST(Geometry, PixelsAndTwips) {
   }
 }
 
-TEST(Geometry, CenterFormKeepsADialogOnTheScreen) {
-  const TwipSize screen{1000, 800};
-  EXPECT_EQ(center_form({100, 100, 600, 400}, {200, 100}, screen), (TwipRect{300, 250, 200, 100}));
-  EXPECT_EQ(center_form({-500, 700, 600, 400}, {200, 300}, screen), (TwipRect{0, 500, 200, 300}));
-  EXPECT_EQ(center_form({900, -300, 90, 100}, {200, 300}, screen), (TwipRect{800, 0, 200, 300}));
-}
-
 /// The controls from top to bottom; neighbours must not overlap.
 std::vector<TwipRect> column(const MainLayout& l) {
   return {l.cmdSearch, l.Line1, l.ListView2, l.Label1, l.Label2, l.Line2, l.Text1, l.lblFileInfo};
