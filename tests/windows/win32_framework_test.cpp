@@ -2,6 +2,7 @@
 
 #include "app/resource.h"
 #include "dialogs/resource.h"
+#include "shell/lenient_values.h"
 #include "win32/controls.h"
 #include "win32/dialog_template.h"
 #include "win32/dpi.h"
