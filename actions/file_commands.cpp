@@ -20,13 +20,6 @@ bool is_input(UINT message) {
          (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST);
 }
 
-/// Makes a dialog when it is first needed.
-template <typename Dialog, typename... Arguments>
-Dialog& made(std::unique_ptr<Dialog>& dialog, Arguments&&... arguments) {
-  if (!dialog) dialog = std::make_unique<Dialog>(std::forward<Arguments>(arguments)...);
-  return *dialog;
-}
-
 /// `paths` are not empty.
 SelectedFiles selected_files(std::span<const std::string> paths) {
   const std::string& first = paths.front();
@@ -78,7 +71,7 @@ FileCommands::FileCommands(HWND window, ResultList& list, const DialogContext& c
 void FileCommands::move_copy_dialog(FileCommand command, std::vector<std::string> paths) {
   if (paths.empty()) return;
   win32::WinFileOperations operations(window_);
-  frmCopyMove& dialog = made(frmCopyMove_, window_, context_);
+  frmCopyMove& dialog = win32::made(frmCopyMove_, window_, context_);
   const auto request = dialog.ask(command, selected_files(paths), operations);
   if (!request) return;
   const BatchOutcome outcome = work(command, [&](FileOperations& background, BatchUser& user) {
@@ -88,7 +81,7 @@ void FileCommands::move_copy_dialog(FileCommand command, std::vector<std::string
 }
 
 void FileCommands::rename_dialog(const std::string& path) {
-  frmRename& dialog = made(frmRename_, window_);
+  frmRename& dialog = win32::made(frmRename_, window_);
   dialog.show(selected_files({&path, 1}).name, [this, &dialog, path](const std::string& name) {
     return rename(dialog.handle(), path, name);
   });
@@ -147,7 +140,7 @@ bool FileCommands::confirm(const std::string& question, std::string_view title,
 BatchOutcome FileCommands::work(
     FileCommand command, const std::function<BatchOutcome(FileOperations&, BatchUser&)>& batch) {
   const win32::Hourglass hourglass;
-  frmProgress& progress = made(frmProgress_, window_);
+  frmProgress& progress = win32::made(frmProgress_, window_);
   win32::WinFileOperations operations(window_);
   BackgroundOperations background(operations, [this] { serve_events(); });
   User user(progress, [this](const ReplaceQuestion& question) { return ask_replace(question); });
@@ -158,7 +151,7 @@ BatchOutcome FileCommands::work(
 ReplaceAnswer FileCommands::ask_replace(const ReplaceQuestion& question) {
   if (!IsWindow(window_)) return ReplaceAnswer::cancel;
   const DateFormat format{context_.clock, context_.short_date};
-  return made(frmReplace_, window_, format).ask(question);
+  return win32::made(frmReplace_, window_, format).ask(question);
 }
 
 /// Leaves no input to the disabled main window, which may still have the focus.

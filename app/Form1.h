@@ -244,9 +244,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   SearchRun::Window run_window();
   SearchRun::Services run_services();
   void play_end_sound() const;
-  frmNarrow& narrow_prompt();
-  frmSearchFor& search_dialog();
-  frmFonts& font_dialog();
 
   Services services_;
   SearchCriteria& search_;

@@ -142,18 +142,15 @@ void Form1::mnuCopyFilename_Click() {
 }
 
 void Form1::mnuQTips_Click() {
-  if (!frmQTips_) frmQTips_ = std::make_unique<frmQTips>(handle());
-  frmQTips_->show(handle(), handle());
+  win32::made(frmQTips_, handle()).show(handle(), handle());
 }
 
 void Form1::mnuHints_Click() {
-  if (!frmHints_) frmHints_ = std::make_unique<frmHints>(handle());
-  frmHints_->show(handle(), handle());
+  win32::made(frmHints_, handle()).show(handle(), handle());
 }
 
 void Form1::show_about_form() {
-  if (!frmAbout_) frmAbout_ = std::make_unique<frmAbout>(handle());
-  frmAbout_->show(handle());
+  win32::made(frmAbout_, handle()).show(handle());
 }
 
 }  // namespace tallowmere

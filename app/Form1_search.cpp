@@ -5,12 +5,6 @@
 
 namespace tallowmere {
 
-namespace {
-
-constexpr char end_sound[] = "s_done.wav";  // in the program's folder
-
-}  // namespace
-
 void Form1::cmdSearch_Click() {
   if (viewer_.finding()) {
     viewer_.stop();
@@ -43,16 +37,18 @@ void Form1::mnuSearchFile_Click() {
 
 bool Form1::choose_kind(SearchKind& kind) {
   const int selected = ListView2.selected();
-  if (!narrow_prompt().ask(search_kind_, selected, selected >= 0)) return false;
+  frmNarrow& prompt = win32::made(frmNarrow_, handle(), dialog_cancelled_);
+  if (!prompt.ask(search_kind_, selected, selected >= 0)) return false;
   kind = search_kind_;
   return true;
 }
 
 void Form1::start_run(SearchKind kind) {
   if (kind == SearchKind::file_search) set_list2_index();
-  if (!search_dialog().ask(kind)) return;
+  frmSearchFor& dialog = win32::made(frmSearchFor_, handle(), dialog_context_);
+  if (!dialog.ask(kind)) return;
   hyper_.user_searched();
-  run_search(kind, search_dialog().input());
+  run_search(kind, dialog.input());
 }
 
 void Form1::run_search(SearchKind kind, const CriteriaInput& input) {
@@ -90,22 +86,10 @@ SearchRun::Services Form1::run_services() {
 void Form1::play_end_sound() const {
   if (!shell_.sound_on) return;
   if (has_wave_output_) {
-    win32::play_sound(services_.program_folder + end_sound);
+    win32::play_sound(services_.program_folder + "s_done.wav");
   } else {
     win32::beep();
   }
-}
-
-// The dialogs are made when they are first needed and kept with their values.
-
-frmNarrow& Form1::narrow_prompt() {
-  if (!frmNarrow_) frmNarrow_ = std::make_unique<frmNarrow>(handle(), dialog_cancelled_);
-  return *frmNarrow_;
-}
-
-frmSearchFor& Form1::search_dialog() {
-  if (!frmSearchFor_) frmSearchFor_ = std::make_unique<frmSearchFor>(handle(), dialog_context_);
-  return *frmSearchFor_;
 }
 
 }  // namespace tallowmere

@@ -117,7 +117,7 @@ void Form1::show_hyper_captions() {
 }
 
 void Form1::mnuFontStyle_Click() {
-  if (font_dialog().ask(shell_.font_name, shell_.font_size)) set_viewer_font();
+  if (win32::made(frmFonts_, handle()).ask(shell_.font_name, shell_.font_size)) set_viewer_font();
 }
 
 void Form1::mnuLargerFont_Click() {
@@ -136,11 +136,6 @@ void Form1::use_font_size(double points) {
 
 void Form1::set_viewer_font() {
   viewer_.keep_view([this] { apply_viewer_font(); });
-}
-
-frmFonts& Form1::font_dialog() {
-  if (!frmFonts_) frmFonts_ = std::make_unique<frmFonts>(handle());
-  return *frmFonts_;
 }
 
 }  // namespace tallowmere

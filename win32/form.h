@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <utility>
 
 namespace tallowmere::win32 {
@@ -92,5 +93,12 @@ class Form {
   std::map<std::pair<int, int>, Handler> commands_;
   std::map<std::pair<int, UINT>, NotifyHandler> notifications_;
 };
+
+/// Makes a form when it is first needed; it is kept with its values.
+template <typename Made, typename... Arguments>
+Made& made(std::unique_ptr<Made>& form, Arguments&&... arguments) {
+  if (!form) form = std::make_unique<Made>(std::forward<Arguments>(arguments)...);
+  return *form;
+}
 
 }  // namespace tallowmere::win32
