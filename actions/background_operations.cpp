@@ -5,12 +5,12 @@
 #include <atomic>
 #include <cerrno>
 #include <exception>
-#include <memory>
 #include <new>
 #include <system_error>
 #include <thread>
-#include <type_traits>
 #include <utility>
+
+#include "win32/handle.h"
 
 namespace tallowmere {
 namespace {
@@ -19,11 +19,6 @@ using Result = BackgroundOperations::Result;
 using Progress = FileOperations::Progress;
 
 constexpr DWORD look_pause = 50;  ///< milliseconds between two looks at the progress
-
-struct HandleCloser {
-  void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
-using Event = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
 
 /// No exception leaves it: on a thread of its own that would end the program.
 Result guarded(const std::function<Result(const Progress&)>& work, const Progress& progress) {
@@ -70,7 +65,7 @@ class Worker {
   }
 
  private:
-  Event ended_;
+  win32::Handle ended_;
   Result result_;
   std::jthread thread_;  ///< last: joined while the others are there
 };

@@ -1,14 +1,13 @@
 #include "win32/file_operations.h"
 
 #include <exception>
-#include <memory>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "engine/unicode.h"
 #include "files/folder_tree.h"
 #include "win32/file_redirection.h"
+#include "win32/handle.h"
 #include "win32/long_path.h"
 #include "win32/system_error.h"
 #include "win32/win_file_system.h"
@@ -21,17 +20,11 @@ using Progress = FileOperations::Progress;
 
 constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-struct HandleCloser {
-  void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
-using FileHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
-
 /// Null when the file cannot be opened; GetLastError tells why. `flags` decide whether a link
 /// stands for itself or for what it leads to.
-FileHandle open_file(const std::u16string& path, DWORD access, DWORD flags = 0) {
-  const HANDLE file =
-      CreateFileW(wide(path), access, share_all, nullptr, OPEN_EXISTING, flags, nullptr);
-  return FileHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+Handle open_file(const std::u16string& path, DWORD access, DWORD flags = 0) {
+  return file_handle(
+      CreateFileW(wide(path), access, share_all, nullptr, OPEN_EXISTING, flags, nullptr));
 }
 
 Result result_of(BOOL success) {
@@ -52,7 +45,7 @@ Result check_source(const std::u16string& path) {
 }
 
 Result information(const std::u16string& path, BY_HANDLE_FILE_INFORMATION& facts) {
-  const FileHandle file = open_file(path, FILE_READ_ATTRIBUTES);
+  const Handle file = open_file(path, FILE_READ_ATTRIBUTES);
   return result_of(file && GetFileInformationByHandle(file.get(), &facts));
 }
 
@@ -131,7 +124,7 @@ Result patiently(Operation operation) {
 }
 
 template <typename Information>
-bool set(const FileHandle& file, FILE_INFO_BY_HANDLE_CLASS kind, Information information) {
+bool set(const Handle& file, FILE_INFO_BY_HANDLE_CLASS kind, Information information) {
   return SetFileInformationByHandle(file.get(), kind, &information, sizeof information) != FALSE;
 }
 
@@ -163,7 +156,7 @@ class DoomedFile {
   }
 
  private:
-  FileHandle file_;
+  Handle file_;
   Result error_;
 };
 
@@ -278,7 +271,7 @@ Result check_copy(const std::u16string& source, const SizeAndTime& before,
   }
   // What is read-only was copied as such and cannot be opened for writing; the system writes it
   // out in its own time.
-  if (const FileHandle file = open_file(copy, GENERIC_WRITE)) FlushFileBuffers(file.get());
+  if (const Handle file = open_file(copy, GENERIC_WRITE)) FlushFileBuffers(file.get());
   return std::nullopt;
 }
 

@@ -3,7 +3,6 @@
 #include <shellapi.h>
 
 #include <cstddef>
-#include <memory>
 
 #include "win32/com_apartment.h"
 #include "win32/system_error.h"
@@ -57,7 +56,7 @@ DWORD integrity_level(HANDLE process) {
   const auto failure = [] { return GetLastError() == ERROR_ACCESS_DENIED ? MAXDWORD : 0; };
   HANDLE opened = nullptr;
   if (!OpenProcessToken(process, TOKEN_QUERY, &opened)) return failure();
-  const std::unique_ptr<void, decltype(&CloseHandle)> token(opened, CloseHandle);
+  const Handle token(opened);
   alignas(TOKEN_MANDATORY_LABEL)
       std::byte label[sizeof(TOKEN_MANDATORY_LABEL) + SECURITY_MAX_SID_SIZE];
   DWORD size = 0;
@@ -69,10 +68,6 @@ DWORD integrity_level(HANDLE process) {
 }
 
 }  // namespace
-
-StartedProgram::~StartedProgram() {
-  if (process_ != nullptr) CloseHandle(process_);
-}
 
 std::optional<SystemError> StartedProgram::start(const std::string& program,
                                                  const std::string& command_line) {
@@ -109,22 +104,21 @@ std::optional<SystemError> StartedProgram::open(const std::string& path, HWND ow
 
 /// Takes the handle, which is null when the system has started nothing.
 void StartedProgram::keep(HANDLE process) {
-  if (process_ != nullptr) CloseHandle(process_);
-  process_ = process;
+  process_.reset(process);
   id_ = process != nullptr ? GetProcessId(process) : 0;
   if (id_ != 0) AllowSetForegroundWindow(id_);
 }
 
 bool StartedProgram::is_running() const {
-  return process_ != nullptr && WaitForSingleObject(process_, 0) == WAIT_TIMEOUT;
+  return process_ != nullptr && WaitForSingleObject(process_.get(), 0) == WAIT_TIMEOUT;
 }
 
 bool StartedProgram::is_ready() const {
-  return process_ != nullptr && WaitForInputIdle(process_, 0) == 0;
+  return process_ != nullptr && WaitForInputIdle(process_.get(), 0) == 0;
 }
 
 OtherProcess::OtherProcess(DWORD id)
-    : process_(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id), CloseHandle),
+    : process_(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id)),
       protected_(process_ == nullptr && GetLastError() == ERROR_ACCESS_DENIED) {}
 
 bool OtherProcess::runs(const std::string& name) const {

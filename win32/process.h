@@ -2,22 +2,17 @@
 
 #include <windows.h>
 
-#include <memory>
 #include <optional>
 #include <string>
 
 #include "engine/file_system.h"
+#include "win32/handle.h"
 
 namespace tallowmere::win32 {
 
 /// A program that was started; runs on when the object goes.
 class StartedProgram {
  public:
-  StartedProgram() = default;
-  ~StartedProgram();
-  StartedProgram(const StartedProgram&) = delete;
-  StartedProgram& operator=(const StartedProgram&) = delete;
-
   /// Starts `program`, a file with its extension, with its window maximized and in front. A mere
   /// name is looked for in the system's folders and on the path. No command interpreter sees the
   /// command line.
@@ -36,7 +31,7 @@ class StartedProgram {
  private:
   void keep(HANDLE process);
 
-  HANDLE process_ = nullptr;
+  Handle process_;
   DWORD id_ = 0;
 };
 
@@ -52,7 +47,7 @@ class OtherProcess {
   bool outranks_us() const;
 
  private:
-  std::unique_ptr<void, decltype(&CloseHandle)> process_;
+  Handle process_;
   bool protected_ = false;
 };
 

@@ -8,6 +8,7 @@
 
 #include "engine/unicode.h"
 #include "win32/file_redirection.h"
+#include "win32/handle.h"
 #include "win32/long_path.h"
 #include "win32/system_error.h"
 
@@ -56,24 +57,20 @@ std::u16string path_of(const std::string& folder, std::string_view name) {
 }
 
 /// Opens what the path leads to, links included; others may do with it as they like meanwhile.
-HANDLE open_file(const std::u16string& path, DWORD access, DWORD flags) {
+Handle open_file(const std::u16string& path, DWORD access, DWORD flags) {
   const FileRedirectionOff direct;
   constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  return CreateFileW(wide(path), access, share, nullptr, OPEN_EXISTING, flags, nullptr);
+  return file_handle(
+      CreateFileW(wide(path), access, share, nullptr, OPEN_EXISTING, flags, nullptr));
 }
 
 class WinFileReader : public FileReader {
  public:
-  WinFileReader() = default;
-  ~WinFileReader() override { close(); }
-  WinFileReader(const WinFileReader&) = delete;
-  WinFileReader& operator=(const WinFileReader&) = delete;
-
   std::optional<SystemError> open(const std::string& folder, std::string_view name) override {
     close();
     file_ = open_file(path_in(folder, name), GENERIC_READ, FILE_FLAG_SEQUENTIAL_SCAN);
-    if (file_ == INVALID_HANDLE_VALUE) return last_system_error();
-    if (GetFileType(file_) == FILE_TYPE_DISK) return std::nullopt;
+    if (!file_) return last_system_error();
+    if (GetFileType(file_.get()) == FILE_TYPE_DISK) return std::nullopt;
     close();
     return SystemError{ERROR_BAD_DEVICE, "Not a file on a disk"};
   }
@@ -84,7 +81,7 @@ class WinFileReader : public FileReader {
     for (got = 0; got < wanted;) {
       DWORD count = 0;
       const BOOL good =
-          ReadFile(file_, into + got, static_cast<DWORD>(wanted - got), &count, nullptr);
+          ReadFile(file_.get(), into + got, static_cast<DWORD>(wanted - got), &count, nullptr);
       if (!good && GetLastError() != ERROR_HANDLE_EOF) return last_system_error();
       if (!good || count == 0) break;
       got += count;
@@ -95,14 +92,11 @@ class WinFileReader : public FileReader {
   std::optional<SystemError> seek(std::int64_t position) override {
     LARGE_INTEGER place;
     place.QuadPart = position;
-    if (!SetFilePointerEx(file_, place, nullptr, FILE_BEGIN)) return last_system_error();
+    if (!SetFilePointerEx(file_.get(), place, nullptr, FILE_BEGIN)) return last_system_error();
     return std::nullopt;
   }
 
-  void close() override {
-    if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
-    file_ = INVALID_HANDLE_VALUE;
-  }
+  void close() override { file_.reset(); }
 
  private:
   /// The path of a file for the system. The folder's part is worked out once per folder.
@@ -120,7 +114,7 @@ class WinFileReader : public FileReader {
   std::string folder_;
   std::u16string path_;
   std::size_t folder_length_ = 0;  ///< how much of path_ is the folder
-  HANDLE file_ = INVALID_HANDLE_VALUE;
+  Handle file_;
 };
 
 /// Those of a link itself.
@@ -131,14 +125,12 @@ bool own_facts(const std::u16string& path, WIN32_FILE_ATTRIBUTE_DATA& data) {
 
 std::optional<SystemError> facts_of_target(const std::u16string& link, FileFacts& facts) {
   // A link may lead to a folder, which opens with this flag only.
-  const HANDLE target = open_file(link, FILE_READ_ATTRIBUTES, FILE_FLAG_BACKUP_SEMANTICS);
-  if (target == INVALID_HANDLE_VALUE) return last_system_error();
+  const Handle target = open_file(link, FILE_READ_ATTRIBUTES, FILE_FLAG_BACKUP_SEMANTICS);
+  if (!target) return last_system_error();
   BY_HANDLE_FILE_INFORMATION data;
-  std::optional<SystemError> error;
-  if (!GetFileInformationByHandle(target, &data)) error = last_system_error();
-  CloseHandle(target);
-  if (!error) facts = facts_of(data.ftLastWriteTime, data.nFileSizeHigh, data.nFileSizeLow);
-  return error;
+  if (!GetFileInformationByHandle(target.get(), &data)) return last_system_error();
+  facts = facts_of(data.ftLastWriteTime, data.nFileSizeHigh, data.nFileSizeLow);
+  return std::nullopt;
 }
 
 /// Only the opening goes by the path; what follows goes by the folder's handle.
