@@ -1,11 +1,11 @@
 #include "win32/file_operations.h"
 
 #include <exception>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "engine/unicode.h"
-#include "files/folder_tree.h"
 #include "win32/file_redirection.h"
 #include "win32/handle.h"
 #include "win32/long_path.h"
@@ -302,6 +302,14 @@ bool is_folder(const std::u16string& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+/// Of \\?\C:\ or \\?\UNC\server\share\ at the start of a long path.
+std::size_t root_length(const std::u16string& path) {
+  constexpr std::u16string_view network = u"\\\\?\\UNC\\";
+  if (!path.starts_with(network)) return path.find(u':') + 2;
+  const std::size_t share = path.find(u'\\', path.find(u'\\', network.size()) + 1);
+  return share == path.npos ? share : share + 1;
+}
+
 /// Makes one folder unless it is there, and notes that.
 Result make_folder(const std::u16string& path, std::vector<std::u16string>& made) {
   if (is_folder(path)) return std::nullopt;
@@ -376,15 +384,13 @@ Result WinFileOperations::remove(const std::string& path, bool recycle) {
 /// user's own on a server is: then nothing can be learned of it, but what is below can be used.
 Result WinFileOperations::create_folder(const std::string& folder) {
   const FileRedirectionOff direct;
-  const std::vector<FolderRow> rows = folder_ancestry(with_separator(folder), path_separator);
-  const auto file_of = [&](std::size_t row) {
-    return long_path(rows[row].path.substr(0, rows[row].path.size() - 1));
-  };
-  if (is_folder(file_of(rows.size() - 1))) return std::nullopt;
+  const std::u16string path = long_path(with_separator(folder));
+  if (is_folder(path)) return std::nullopt;
   std::vector<std::u16string> made;
   Result error;  // the first since a folder was found or made
-  for (std::size_t i = 1; i < rows.size(); ++i) {
-    const Result failure = make_folder(file_of(i), made);
+  for (std::size_t end = root_length(path); (end = path.find(u'\\', end)) != std::u16string::npos;
+       ++end) {
+    const Result failure = make_folder(path.substr(0, end), made);
     if (!failure || !error) error = failure;
   }
   if (!error) return std::nullopt;
