@@ -56,7 +56,9 @@ class Worker {
   /// True when it has ended or nothing more can be learned of it; false when events may wait.
   bool wait() const {
     const HANDLE event = ended_.get();
-    const DWORD woken = MsgWaitForMultipleObjects(1, &event, FALSE, look_pause, QS_ALLINPUT);
+    // Also for input that was looked at, but not taken, before.
+    const DWORD woken =
+        MsgWaitForMultipleObjectsEx(1, &event, look_pause, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
     return woken == WAIT_OBJECT_0 || woken == WAIT_FAILED;
   }
   Result result() {

@@ -101,7 +101,7 @@ double EditorStage::seconds() const {
 }
 
 bool EditorStage::pause() {
-  MsgWaitForMultipleObjects(0, nullptr, FALSE, pause_ms, QS_ALLINPUT);
+  MsgWaitForMultipleObjectsEx(0, nullptr, pause_ms, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
   return serve_events_();
 }
 
