@@ -4,51 +4,22 @@
 
 #include <shlwapi.h>
 
+#include "win32/registry.h"
 #include "win32/text.h"
 
 namespace tallowmere::win32 {
 namespace {
 
-constexpr DWORD buffer_length = 1024;  // characters; a longer value counts as none
+/// Of what an association says; a longer value counts as none.
+constexpr DWORD most_bytes = 1024 * sizeof(wchar_t);
 
-/// Reading control and every right that a key has.
+/// Reading control and every right that a key has. Users who may only read the classes of all users
+/// are refused the other rights.
 constexpr REGSAM all_rights = 0x2003F;
 
-class ClassesKey {
- public:
-  /// Users who may only read the classes of all users are refused the other rights.
-  explicit ClassesKey(const std::wstring& path) {
-    if (open(path, all_rights) == ERROR_ACCESS_DENIED) open(path, KEY_QUERY_VALUE);
-  }
-  ~ClassesKey() {
-    if (key_ != nullptr) RegCloseKey(key_);
-  }
-  ClassesKey(const ClassesKey&) = delete;
-  ClassesKey& operator=(const ClassesKey&) = delete;
-
-  /// The default value as text, and its type. Values need not end with a zero, nor hold whole
-  /// characters.
-  std::optional<std::wstring> default_value(DWORD& type) const {
-    if (key_ == nullptr) return std::nullopt;
-    wchar_t buffer[buffer_length];
-    DWORD bytes = sizeof buffer;
-    if (RegQueryValueExW(key_, L"", nullptr, &type, reinterpret_cast<BYTE*>(buffer), &bytes) !=
-        ERROR_SUCCESS) {
-      return std::nullopt;
-    }
-    const std::wstring_view text(buffer, bytes / sizeof(wchar_t));
-    return std::wstring(text.substr(0, text.find(L'\0')));
-  }
-
- private:
-  LSTATUS open(const std::wstring& path, REGSAM rights) {
-    const LSTATUS status = RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, rights, &key_);
-    if (status != ERROR_SUCCESS) key_ = nullptr;
-    return status;
-  }
-
-  HKEY key_ = nullptr;
-};
+std::optional<RegistryKey::Value> class_value(const std::wstring& path) {
+  return RegistryKey(HKEY_CLASSES_ROOT, path, all_rights).value(L"", most_bytes);
+}
 
 /// What the system tells of an extension (with its dot); empty when it tells nothing.
 std::wstring ask_system(const std::wstring& ext, ASSOCSTR what) {
@@ -72,14 +43,13 @@ std::wstring expanded(const std::wstring& text) {
 }  // namespace
 
 std::string association_command(std::string_view ext, bool want_command) {
-  DWORD type = REG_NONE;
-  const auto file_class = ClassesKey(L"." + wide(ext)).default_value(type);
-  const bool is_text = type == REG_SZ || type == REG_EXPAND_SZ;
-  if (!file_class || file_class->empty() || !is_text) return {};
-  if (!want_command) return narrow(*file_class);
+  const auto file_class = class_value(L"." + wide(ext));
+  if (!file_class || file_class->text.empty()) return {};
+  if (file_class->type != REG_SZ && file_class->type != REG_EXPAND_SZ) return {};
+  if (!want_command) return narrow(file_class->text);
 
-  const auto command = ClassesKey(*file_class + L"\\shell\\open\\command").default_value(type);
-  return command && type == REG_SZ ? narrow(*command) : std::string();
+  const auto command = class_value(file_class->text + L"\\shell\\open\\command");
+  return command && command->type == REG_SZ ? narrow(command->text) : std::string();
 }
 
 std::optional<std::string> system_association(std::string_view ext) {

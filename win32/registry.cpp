@@ -1,38 +1,47 @@
 #include "win32/registry.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "win32/text.h"
 
 namespace tallowmere::win32 {
 
-RegistryKey::RegistryKey(HKEY root, const std::wstring& path) {
-  if (RegOpenKeyExW(root, path.c_str(), 0, KEY_QUERY_VALUE, &key_) != ERROR_SUCCESS) {
-    key_ = nullptr;
+RegistryKey::RegistryKey(HKEY root, const std::wstring& path, REGSAM rights) {
+  LSTATUS status = RegOpenKeyExW(root, path.c_str(), 0, rights, &key_);
+  if (status == ERROR_ACCESS_DENIED && rights != KEY_QUERY_VALUE) {
+    status = RegOpenKeyExW(root, path.c_str(), 0, KEY_QUERY_VALUE, &key_);
   }
+  if (status != ERROR_SUCCESS) key_ = nullptr;
 }
 
 RegistryKey::~RegistryKey() {
   if (key_ != nullptr) RegCloseKey(key_);
 }
 
-std::optional<std::string> RegistryKey::string_value(const std::wstring& name) const {
+std::optional<RegistryKey::Value> RegistryKey::value(const std::wstring& name,
+                                                     DWORD most_bytes) const {
   if (key_ == nullptr) return std::nullopt;
-  std::wstring text;
+  Value value;
+  std::wstring& text = value.text;
   // Another program may lengthen the value between asking for its size and reading it.
   for (DWORD bytes = 0;;) {
     text.resize((bytes + 1) / sizeof(wchar_t));
-    DWORD type = REG_NONE;
-    const LSTATUS status = RegQueryValueExW(key_, name.c_str(), nullptr, &type,
+    const LSTATUS status = RegQueryValueExW(key_, name.c_str(), nullptr, &value.type,
                                             reinterpret_cast<BYTE*>(text.data()), &bytes);
     if (status != ERROR_SUCCESS && status != ERROR_MORE_DATA) return std::nullopt;
-    if (type != REG_SZ) return std::nullopt;
+    if (bytes > most_bytes) return std::nullopt;
     if (status == ERROR_SUCCESS && bytes <= text.size() * sizeof(wchar_t)) {
-      text.resize(bytes / sizeof(wchar_t));
-      break;
+      text.resize(std::min<std::size_t>(bytes / sizeof(wchar_t), text.find(L'\0')));
+      return value;
     }
   }
-  return narrow(std::wstring_view(text).substr(0, text.find(L'\0')));
+}
+
+std::optional<std::string> RegistryKey::string_value(const std::wstring& name) const {
+  const std::optional<Value> found = value(name);
+  if (!found || found->type != REG_SZ) return std::nullopt;
+  return narrow(found->text);
 }
 
 RegistrySettings::RegistrySettings(std::wstring path) : path_(std::move(path)) {}

@@ -13,14 +13,21 @@ namespace tallowmere::win32 {
 /// An open key of the registry.
 class RegistryKey {
  public:
-  /// Opens for reading; a key that cannot be opened has no values.
-  RegistryKey(HKEY root, const std::wstring& path);
+  /// A key that cannot be opened has no values. Where the system refuses some of the `rights`, the
+  /// key is opened for reading.
+  RegistryKey(HKEY root, const std::wstring& path, REGSAM rights = KEY_QUERY_VALUE);
   ~RegistryKey();
   RegistryKey(const RegistryKey&) = delete;
   RegistryKey& operator=(const RegistryKey&) = delete;
 
-  /// The string of `name` (the default value when empty), up to its first NUL. Nothing when it is
-  /// missing or of another type.
+  struct Value {
+    DWORD type = REG_NONE;
+    std::wstring text;  ///< up to its first NUL, whatever the type
+  };
+  /// The value `name` (the default one when empty). Nothing when it is missing or takes more than
+  /// `most_bytes`.
+  std::optional<Value> value(const std::wstring& name, DWORD most_bytes = MAXDWORD) const;
+  /// Nothing when the value is missing or no string.
   std::optional<std::string> string_value(const std::wstring& name) const;
 
  private:
