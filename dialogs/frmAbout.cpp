@@ -22,8 +22,8 @@ frmAbout::frmAbout(HWND owner)
 }
 
 void frmAbout::set_title_font() {
-  OwnedFont font = bold_font(handle());
-  Label1.set_font(font.get());
+  win32::Font font = bold_font(handle());
+  Label1.set_font(font.handle());
   title_font_ = std::move(font);
 }
 

@@ -27,7 +27,7 @@ class frmAbout : public win32::Form {
   void show_icon();
   void Command1_Click();
 
-  OwnedFont title_font_;
+  win32::Font title_font_;
 };
 
 }  // namespace tallowmere

@@ -137,16 +137,16 @@ SIZE MeasuringCanvas::link_size(std::string_view text, int width) const {
   return size;
 }
 
-OwnedFont underlined_font(HWND window) {
+win32::Font underlined_font(HWND window) {
   LOGFONTW font = description(window_font(window));
   font.lfUnderline = TRUE;
-  return OwnedFont(CreateFontIndirectW(&font));
+  return win32::Font(font);
 }
 
-OwnedFont bold_font(HWND window) {
+win32::Font bold_font(HWND window) {
   LOGFONTW font = description(window_font(window));
   font.lfWeight = FW_BOLD;
-  return OwnedFont(CreateFontIndirectW(&font));
+  return win32::Font(font);
 }
 
 void draw_link(const DRAWITEMSTRUCT& draw, HFONT font, bool visited, int margin) {

@@ -2,16 +2,11 @@
 
 #include <windows.h>
 
-#include <memory>
 #include <string_view>
-#include <type_traits>
+
+#include "win32/fonts.h"
 
 namespace tallowmere {
-
-struct FontDeleter {
-  void operator()(HFONT font) const { DeleteObject(font); }
-};
-using OwnedFont = std::unique_ptr<std::remove_pointer_t<HFONT>, FontDeleter>;
 
 /// A window's canvas with its font, for measuring.
 class MeasuringCanvas {
@@ -33,8 +28,8 @@ class MeasuringCanvas {
 };
 
 /// The font of a window, underlined or bold.
-OwnedFont underlined_font(HWND window);
-OwnedFont bold_font(HWND window);
+win32::Font underlined_font(HWND window);
+win32::Font bold_font(HWND window);
 
 /// Answers WM_DRAWITEM of a button that looks like a link, with its text `margin` pixels from its
 /// edges.

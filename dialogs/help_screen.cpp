@@ -202,7 +202,7 @@ bool HelpScreen::draw_item(const DRAWITEMSTRUCT& draw) const {
   }
   const std::size_t topic = topic_of(draw.hwndItem);
   if (topic == topics_.size()) return false;
-  draw_link(draw, link_font_.get(), visited_[topic], link_margin);
+  draw_link(draw, link_font_.handle(), visited_[topic], link_margin);
   return true;
 }
 

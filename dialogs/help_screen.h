@@ -58,7 +58,7 @@ class HelpScreen : public win32::Form {
   void Escape_KeyDown();
 
   HelpPage page_;
-  OwnedFont link_font_;
+  win32::Font link_font_;
   std::vector<HWND> controls_;  ///< one for each item of the page
   std::vector<const HelpItem*> topic_items_;
   std::vector<win32::Button> topics_;

@@ -15,6 +15,7 @@ class Font {
   /// A face at a size in points for a screen of `dpi`; one of fixed pitch in place of a face that
   /// is not installed. Holds no font when the size is absurd or the system refuses.
   Font(std::string_view face, double points, int dpi);
+  explicit Font(const LOGFONTW& font) : font_(CreateFontIndirectW(&font)) {}
   ~Font() { reset(); }
   Font(Font&& other) noexcept : font_(std::exchange(other.font_, nullptr)) {}
   Font& operator=(Font&& other) noexcept {
