@@ -4,15 +4,22 @@
 
 #include "dialogs/folder_list_box.h"
 #include "win32/controls.h"
+#include "win32/form.h"
 
 namespace tallowmere {
 
-/// The drive list and the folder list of a form, which go together: the folder list stands on the
+/// A form with a drive list and a folder list, which go together: the folder list stands on the
 /// drive chosen. A drive or folder that cannot be opened is told, and both stay where they were.
-class FolderChooser {
+class FolderChooser : public win32::Form {
  public:
-  /// The form owns both and finds them before it calls anything here.
-  FolderChooser(win32::ComboBox& drives, FolderListBox& folders) : Drive1(drives), Dir1(folders) {}
+  win32::ComboBox Drive1;
+  FolderListBox Dir1;
+
+ protected:
+  FolderChooser(int template_id, HWND owner, FileSystem& files, int drive_list, int folder_list);
+
+  /// Draws the folder list; forms that take other messages hand on the rest to it.
+  bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
 
   /// Fills the drive list afresh; open() comes next.
   void load_drives() const;
@@ -21,17 +28,19 @@ class FolderChooser {
   /// Of the drive chosen, with its separator.
   std::string drive() const;
 
-  /// Another drive was chosen: opens `path` when it lies there, else the drive's current folder.
-  /// An empty `path` stands for the folder shown.
-  void Drive1_Change(std::string path);
+  /// Another drive was chosen: opens start_path() when it lies there, else the drive's current
+  /// folder.
+  void Drive1_Change();
   void Dir1_DblClick();
 
  private:
+  /// Empty for the folder shown.
+  virtual std::string start_path() const { return {}; }
+  virtual void folder_changed() {}
+
   bool select_drive(const std::string& drive) const;
   void drive_not_ready(const SystemError& error) const;
 
-  win32::ComboBox& Drive1;
-  FolderListBox& Dir1;
   std::string drive_shown_;  ///< the drive that Dir1 stands on
 };
 

@@ -5,10 +5,11 @@
 #include "win32/message_box.h"
 
 namespace tallowmere {
-namespace {}  // namespace
 
 frmCopyMove::frmCopyMove(HWND owner, const DialogContext& context)
-    : Form(IDD_COPY_MOVE, owner), owner_(owner), context_(context) {
+    : FolderChooser(IDD_COPY_MOVE, owner, context.files, IDC_COPY_DRIVE1, IDC_COPY_DIR1),
+      owner_(owner),
+      context_(context) {
   find_controls();
   wire();
   chkConfirm.set_checked(true);
@@ -16,8 +17,6 @@ frmCopyMove::frmCopyMove(HWND owner, const DialogContext& context)
 
 void frmCopyMove::find_controls() {
   Label1 = win32::Label(item(IDC_COPY_LABEL1));
-  Drive1 = win32::ComboBox(item(IDC_COPY_DRIVE1));
-  Dir1.attach(item(IDC_COPY_DIR1), context_.files);
   txtNewFolder = win32::TextBox(item(IDC_COPY_FOLDER));
   txtNewName = win32::TextBox(item(IDC_COPY_NAME));
   chkConfirm = win32::CheckBox(item(IDC_COPY_CONFIRM));
@@ -27,10 +26,6 @@ void frmCopyMove::find_controls() {
 }
 
 void frmCopyMove::wire() {
-  // While the list is open, the choice is made when it closes.
-  command(IDC_COPY_DRIVE1, CBN_SELCHANGE, [this] { Drive1_Change(); });
-  command(IDC_COPY_DRIVE1, CBN_CLOSEUP, [this] { Drive1_Change(); });
-  command(IDC_COPY_DIR1, LBN_DBLCLK, [this] { Dir1_DblClick(); });
   command(IDC_COPY_FOLDER, EN_CHANGE, [this] { show_target(); });
   command(IDC_COPY_NAME, EN_CHANGE, [this] { show_target(); });
   clicked(IDOK, [this] { cmdOK_Click(); });
@@ -57,28 +52,11 @@ std::optional<TransferRequest> frmCopyMove::ask(FileCommand command, const Selec
 }
 
 void frmCopyMove::open_start_folder(const std::string& files_folder) {
-  chooser_.load_drives();
+  load_drives();
   const std::string program_drive = context_.program_folder.substr(0, 3);
   for (const std::string& folder : {last_folder_, files_folder, program_drive}) {
-    if (chooser_.open(folder.substr(0, 3), folder)) return;
+    if (open(folder.substr(0, 3), folder)) return;
   }
-}
-
-bool frmCopyMove::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) {
-  if (message != WM_DRAWITEM || wparam != IDC_COPY_DIR1) return false;
-  Dir1.draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
-  result = TRUE;
-  return true;
-}
-
-void frmCopyMove::Drive1_Change() {
-  chooser_.Drive1_Change({});
-  show_target();
-}
-
-void frmCopyMove::Dir1_DblClick() {
-  chooser_.Dir1_DblClick();
-  show_target();
 }
 
 TypedFolder frmCopyMove::target_folder() const {

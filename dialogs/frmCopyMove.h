@@ -5,19 +5,17 @@
 
 #include "dialogs/dialog_context.h"
 #include "dialogs/folder_chooser.h"
-#include "dialogs/folder_list_box.h"
 #include "files/file_batch.h"
 #include "files/file_command_texts.h"
 #include "files/file_names.h"
 #include "files/file_operations.h"
 #include "win32/controls.h"
-#include "win32/form.h"
 
 namespace tallowmere {
 
 /// Where the selected files are to be copied or moved. The folder used last and the check box are
 /// kept between showings.
-class frmCopyMove : public win32::Form {
+class frmCopyMove : public FolderChooser {
  public:
   frmCopyMove(HWND owner, const DialogContext& context);
 
@@ -26,8 +24,6 @@ class frmCopyMove : public win32::Form {
                                      FileOperations& operations);
 
   win32::Label Label1;  ///< what is copied or moved
-  win32::ComboBox Drive1;
-  FolderListBox Dir1;
   win32::TextBox txtNewFolder, txtNewName;
   win32::CheckBox chkConfirm;
   win32::Label lblTarget;
@@ -35,7 +31,6 @@ class frmCopyMove : public win32::Form {
 
  protected:
   void on_shown() override { Dir1.focus(); }
-  bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
 
  private:
   void find_controls();
@@ -46,14 +41,12 @@ class frmCopyMove : public win32::Form {
   /// Says why not and leads back to the control.
   void refuse(const std::string& prompt, const win32::Control& control);
 
-  void Drive1_Change();
-  void Dir1_DblClick();
+  void folder_changed() override { show_target(); }
   void cmdOK_Click();
   void cmdCancel_Click();
 
   HWND owner_;
   DialogContext context_;
-  FolderChooser chooser_{Drive1, Dir1};
   FileCommand command_ = FileCommand::copy;
   FileOperations* operations_ = nullptr;  ///< while the dialog is shown
   std::string last_folder_;               ///< the folder used last; empty at first

@@ -47,14 +47,14 @@ win32::Check check_of(Tick tick) {
 }  // namespace
 
 frmPath::frmPath(HWND owner, const DialogContext& context, Handler display_panel_date)
-    : Form(IDD_PATH, owner), context_(context), display_panel_date_(std::move(display_panel_date)) {
+    : FolderChooser(IDD_PATH, owner, context.files, IDC_PATH_DRIVE1, IDC_PATH_DIR1),
+      context_(context),
+      display_panel_date_(std::move(display_panel_date)) {
   find_controls();
   wire();
 }
 
 void frmPath::find_controls() {
-  Drive1 = win32::ComboBox(item(IDC_PATH_DRIVE1));
-  Dir1.attach(item(IDC_PATH_DIR1), context_.files);
   chkSearchSub = win32::CheckBox(item(IDC_PATH_SUBFOLDERS));
   Label1 = win32::Label(item(IDC_PATH_LABEL1));
   chkFileType = win32::CheckBox(item(IDC_PATH_ALL_FILES));
@@ -77,10 +77,6 @@ frmPath::~frmPath() {
 }
 
 void frmPath::wire() {
-  // While the list is open, the choice is made when it closes.
-  command(IDC_PATH_DRIVE1, CBN_SELCHANGE, [this] { Drive1_Change(); });
-  command(IDC_PATH_DRIVE1, CBN_CLOSEUP, [this] { Drive1_Change(); });
-  command(IDC_PATH_DIR1, LBN_DBLCLK, [this] { Dir1_DblClick(); });
   clicked(IDC_PATH_ALL_FILES, [this] { chkFileType_Click(); });
   wire_check_box(IDC_PATH_SUBFOLDERS);
   wire_check_box(IDC_PATH_ALL_FILES);
@@ -110,11 +106,6 @@ void frmPath::show(HWND owner, HWND main_window) {
 
 bool frmPath::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) {
   switch (message) {
-    case WM_DRAWITEM:
-      if (wparam != IDC_PATH_DIR1) return false;
-      Dir1.draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
-      result = TRUE;
-      return true;
     case WM_CTLCOLORSTATIC: {
       const HWND control = reinterpret_cast<HWND>(lparam);
       if (control != GetFocus()) return false;
@@ -129,7 +120,7 @@ bool frmPath::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& re
       if (to_refuse_ && GetActiveWindow() == handle()) refuse(*to_refuse_);
       return true;
     default:
-      return false;
+      return FolderChooser::on_message(message, wparam, lparam, result);
   }
 }
 
@@ -137,10 +128,10 @@ bool frmPath::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& re
 
 void frmPath::Form_Load() {
   const SearchCriteria& search = context_.search;
-  chooser_.load_drives();
-  if (!chooser_.open(search.drive, search.path)) {
+  load_drives();
+  if (!open(search.drive, search.path)) {
     const std::string program_drive = context_.program_folder.substr(0, 3);
-    chooser_.open(program_drive, program_drive);
+    open(program_drive, program_drive);
   }
   chkSearchSub.set_checked(search.search_subfolders);
   choice_.load(search);
@@ -170,16 +161,6 @@ void frmPath::Form_Activate() {
   context_.cancelled = false;
   to_refuse_.reset();
   Dir1.focus();
-}
-
-// Drive and folder.
-
-void frmPath::Drive1_Change() {
-  chooser_.Drive1_Change(context_.search.path);
-}
-
-void frmPath::Dir1_DblClick() {
-  chooser_.Dir1_DblClick();
 }
 
 // File types.
@@ -280,7 +261,7 @@ void frmPath::Command1_Click() {
   context_.cancelled = false;
   hide_from(Command1.handle());
   SearchCriteria& search = context_.search;
-  search.drive = chooser_.drive();
+  search.drive = drive();
   if (!Dir1.path().empty()) search.path = Dir1.path();
   choice_.accept(search);
   search.search_subfolders = chkSearchSub.checked();

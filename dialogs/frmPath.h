@@ -6,16 +6,14 @@
 
 #include "dialogs/dialog_context.h"
 #include "dialogs/folder_chooser.h"
-#include "dialogs/folder_list_box.h"
 #include "shell/file_type_choice.h"
 #include "win32/accessible_names.h"
 #include "win32/controls.h"
-#include "win32/form.h"
 
 namespace tallowmere {
 
 /// Which folder and which types of files the search goes through.
-class frmPath : public win32::Form {
+class frmPath : public FolderChooser {
  public:
   /// Calls `display_panel_date` after OK, to rebuild the criteria dialog's summary.
   frmPath(HWND owner, const DialogContext& context, Handler display_panel_date);
@@ -25,8 +23,6 @@ class frmPath : public win32::Form {
   void show(HWND owner, HWND main_window);
   bool pre_translate(MSG& message) override;
 
-  win32::ComboBox Drive1;
-  FolderListBox Dir1;
   win32::CheckBox chkSearchSub;
   win32::Label Label1;
   win32::CheckBox chkFileType;
@@ -48,8 +44,7 @@ class frmPath : public win32::Form {
   void wire_check_box(int id);
   void Form_Load();
   void Form_Activate();
-  void Drive1_Change();
-  void Dir1_DblClick();
+  std::string start_path() const override { return context_.search.path; }
   void chkFileType_Click();
   void chkUserFileType_Click(int index);
   void txtUserFileType_Change(int index);
@@ -67,7 +62,6 @@ class frmPath : public win32::Form {
   int type_box_at(HWND window) const;
 
   DialogContext context_;
-  FolderChooser chooser_{Drive1, Dir1};
   Handler display_panel_date_;
   FileTypeChoice choice_;
   win32::AccessibleNames names_;
