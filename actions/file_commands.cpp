@@ -156,16 +156,11 @@ ReplaceAnswer FileCommands::ask_replace(const ReplaceQuestion& question) {
 
 /// Leaves no input to the disabled main window, which may still have the focus.
 void FileCommands::serve_events() {
-  MSG message;
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-    if (message.message == WM_QUIT) {
-      PostQuitMessage(static_cast<int>(message.wParam));
-      frmProgress_->cancel();
-      return;
-    }
+  const bool running = win32::pump_pending([this](const MSG& message) {
     const bool to_main = message.hwnd == window_ || IsChild(window_, message.hwnd);
-    if (!to_main || !is_input(message.message)) win32::dispatch_message(message);
-  }
+    return !to_main || !is_input(message.message);
+  });
+  if (!running) frmProgress_->cancel();
 }
 
 /// Any step may serve events, in which the window can go.

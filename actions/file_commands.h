@@ -14,8 +14,8 @@
 #include "dialogs/frmProgress.h"
 #include "dialogs/frmRename.h"
 #include "dialogs/frmReplace.h"
-#include "results/result_list.h"
 #include "files/file_batch.h"
+#include "results/result_list.h"
 #include "win32/file_operations.h"
 
 namespace tallowmere {

@@ -12,8 +12,6 @@ namespace tallowmere {
 
 namespace {
 
-constexpr std::uint64_t sort_event_interval_ms = 20;
-
 FoundFile found_file(const FileRecord& record) {
   return {record.filepath, record.filename, {record.filedate, record.filesize}};
 }
@@ -153,10 +151,8 @@ void SearchRun::show_found_files(const FileSearch& search) {
     window_.Label1.set_text(sorting_found_text);
     window_.Label1.repaint();
   }
-  TickGate events(sort_event_interval_ms);
-  sort_after_search(services_.sort_menu, results_, [&events] {
-    if (events.due(GetTickCount64())) win32::pump_pending();
-  });
+  EventGate events;
+  sort_after_search(services_.sort_menu, results_, [&events] { events.serve(); });
   window_.ListView2.show_all();
   window_.show_sort_order();
   files_searched_ = search.files_searched();

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <windows.h>
+
 #include <cstdint>
+
+#include "win32/message_loop.h"
 
 namespace tallowmere {
 
@@ -21,6 +25,24 @@ class TickGate {
   std::uint64_t interval_;
   std::uint64_t last_ = 0;
   bool opened_ = false;
+};
+
+/// Serves the events that wait, at most once in 10 ms: even an empty look at the queue costs more
+/// than testing a small file.
+class EventGate {
+ public:
+  /// Whether the time has come; the events have then been served.
+  bool serve() {
+    if (!gate_.due(GetTickCount64())) return false;
+    quitting_ = !win32::pump_pending() || quitting_;
+    return true;
+  }
+  /// The program is to end.
+  bool quitting() const { return quitting_; }
+
+ private:
+  TickGate gate_{10};
+  bool quitting_ = false;
 };
 
 }  // namespace tallowmere

@@ -5,14 +5,12 @@
 
 #include "win32/hourglass.h"
 #include "win32/message_box.h"
-#include "win32/message_loop.h"
 #include "win32/sound.h"
 
 namespace tallowmere {
 
 namespace {
 
-constexpr std::uint64_t event_interval_ms = 10;
 constexpr std::uint64_t quick_step_ms =
     200;  ///< a step that takes longer shows that it can be stopped
 
@@ -29,8 +27,7 @@ ViewerPane::ViewerPane(ViewerBox& box, ResultList& results, FileSystem& files,
       viewer_(results, files, box, *this),
       navigation_(viewer_, box, *this),
       scroll_(viewer_, box),
-      finder_(make_finder()),
-      events_(event_interval_ms) {
+      finder_(make_finder()) {
   wire();
 }
 
@@ -185,13 +182,11 @@ void ViewerPane::keep_view(const std::function<void()>& change) {
 }
 
 bool ViewerPane::go_on() {
-  const std::uint64_t now = GetTickCount64();
-  if (!events_.due(now)) return !stop_;
-  if (!busy_shown_ && now - started_ >= quick_step_ms) {
+  if (!busy_shown_ && GetTickCount64() - started_ >= quick_step_ms) {
     busy_shown_ = true;
     window_.state_changed();
   }
-  if (!win32::pump_pending()) stop_ = true;
+  if (events_.serve() && events_.quitting()) stop_ = true;
   return !stop_;
 }
 

@@ -111,7 +111,7 @@ class ViewerPane : private ViewerHost {
   bool stop_ = false;
   bool busy_shown_ = false;    ///< this step has taken so long that the window shows it
   std::uint64_t started_ = 0;  ///< of the step, in milliseconds
-  TickGate events_;
+  EventGate events_;
 };
 
 }  // namespace tallowmere

@@ -3,13 +3,11 @@
 #include <utility>
 
 #include "win32/message_box.h"
-#include "win32/message_loop.h"
 
 namespace tallowmere {
 
 namespace {
 
-constexpr std::uint64_t event_interval_ms = 10;
 constexpr std::uint64_t progress_interval_ms = 250;
 
 }  // namespace
@@ -20,16 +18,11 @@ WindowSearchHost::WindowSearchHost(HWND window, ResultList& results, const bool&
       results_(results),
       stop_(stop),
       many_files_(many_files),
-      events_(event_interval_ms),
       progress_gate_(progress_interval_ms) {}
 
 bool WindowSearchHost::go_on() {
-  const std::uint64_t now = GetTickCount64();
-  if (events_.due(now)) {
-    if (!win32::pump_pending()) quitting_ = true;
-    if (progress_ && progress_gate_.due(now)) progress_();
-  }
-  return !stop_ && !quitting_;
+  if (events_.serve() && progress_ && progress_gate_.due(GetTickCount64())) progress_();
+  return !stop_ && !events_.quitting();
 }
 
 void WindowSearchHost::file_matched(const FoundFile& file) {

@@ -31,9 +31,8 @@ class WindowSearchHost : public SearchHost {
   const bool& stop_;
   const bool many_files_;
   std::function<void()> progress_;
-  TickGate events_;  ///< even an empty look at the queue costs more than testing a small file
+  EventGate events_;
   TickGate progress_gate_;
-  bool quitting_ = false;
 };
 
 }  // namespace tallowmere

@@ -19,13 +19,17 @@ void dispatch_message(MSG& message) {
 }
 
 bool pump_pending() {
+  return pump_pending([](const MSG&) { return true; });
+}
+
+bool pump_pending(const std::function<bool(const MSG&)>& wanted) {
   MSG message;
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) {
       PostQuitMessage(static_cast<int>(message.wParam));
       return false;
     }
-    dispatch_message(message);
+    if (wanted(message)) dispatch_message(message);
   }
   return true;
 }

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <functional>
+
 namespace tallowmere::win32 {
 
 /// Hands a message of the queue to its window: first to the Form it belongs to (which sees keys
@@ -11,6 +13,8 @@ void dispatch_message(MSG& message);
 /// Serves every message that waits now. Returns false when the program is to end; the quit message
 /// is then back in the queue for the outer loop.
 bool pump_pending();
+/// The same, without those messages that are not `wanted`: nobody gets them.
+bool pump_pending(const std::function<bool(const MSG&)>& wanted);
 
 /// Serves messages until the program is to end; returns its exit code.
 int run_message_loop();
