@@ -126,10 +126,10 @@ void ResultView::LVN_GetDispInfo(NMLVDISPINFOW& request) const {
   const auto row = static_cast<std::size_t>(request.item.iItem);
   const int column = request.item.iSubItem;
   // The view may still ask for rows that a new search has just dropped.
-  if (row >= results_.file_count() || column < 0 || column > last_column) return;
-  const std::string text =
-      row_cell(results_.record(row), static_cast<ResultColumn>(column), format_);
-  win32::answer_text(request, text);
+  const bool known = row < results_.file_count() && column >= 0 && column <= last_column;
+  win32::answer_text(
+      request, known ? row_cell(results_.record(row), static_cast<ResultColumn>(column), format_)
+                     : std::string());
 }
 
 int ResultView::LVN_ODFindItem(const NMLVFINDITEMW& request) const {
