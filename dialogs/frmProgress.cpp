@@ -38,6 +38,7 @@ void frmProgress::go_on() {
   started_ = GetTickCount64();
   updated_ = 0;
   working_ = true;
+  in_front_ = GetForegroundWindow() == owner_;
   EnableWindow(owner_, FALSE);
 }
 
@@ -60,6 +61,7 @@ void frmProgress::show_window() {
 void frmProgress::pause() {
   if (!working_) return;
   working_ = false;
+  if (IsWindowVisible(handle())) in_front_ = GetForegroundWindow() == handle();
   // In this order: hiding the active window activates an enabled one, which is to be the owner.
   EnableWindow(owner_, TRUE);
   ShowWindow(handle(), SW_HIDE);
@@ -67,8 +69,9 @@ void frmProgress::pause() {
 
 void frmProgress::end() {
   pause();
-  // A window manager takes the front from a disabled window.
-  if (focus_before_ != nullptr && IsWindowVisible(owner_)) SetForegroundWindow(owner_);
+  // A window manager takes the front from a disabled window. Who works elsewhere meanwhile stays
+  // there.
+  if (focus_before_ != nullptr && in_front_ && IsWindowVisible(owner_)) SetForegroundWindow(owner_);
   if (focus_before_ != nullptr && IsChild(owner_, focus_before_)) SetFocus(focus_before_);
   focus_before_ = nullptr;
 }

@@ -53,6 +53,7 @@ class frmProgress : public win32::Form {
   HWND owner_;
   HWND focus_before_ = nullptr;
   bool working_ = false;
+  bool in_front_ = false;  ///< the owner was, then this window
   bool cancelled_ = false;
   std::uint64_t started_ = 0;  ///< in milliseconds; when the wait for the window began
   std::uint64_t updated_ = 0;
