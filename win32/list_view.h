@@ -43,9 +43,6 @@ class ListView : public Control {
   /// Lets the user change the focused row's first column in place (LVS_EDITLABELS).
   void edit_label() const;
   bool editing_label() const { return ListView_GetEditControl(handle()) != nullptr; }
-  bool is_selected(int row) const {
-    return ListView_GetItemState(handle(), row, LVIS_SELECTED) != 0;
-  }
   /// Selects and focuses this row alone and scrolls it into view; -1 selects none.
   void select_only(int row) const;
 

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <string>
 #include <string_view>
 
 namespace tallowmere::win32 {
@@ -30,10 +29,7 @@ void pop_up(HMENU menu, HWND owner, POINT at);
 int choose_from(HMENU menu, HWND owner, POINT at);
 
 void enable_entry(HMENU menu, int id, bool on);
-bool entry_enabled(HMENU menu, int id);
 void check_entry(HMENU menu, int id, bool on);
-bool entry_checked(HMENU menu, int id);
 void set_entry_text(HMENU menu, int id, std::string_view text);
-std::string entry_text(HMENU menu, int id);
 
 }  // namespace tallowmere::win32

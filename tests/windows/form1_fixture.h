@@ -119,8 +119,11 @@ class Form1Test : public testing::Test {
     return all;
   }
 
-  bool entry_enabled(int id) const { return win32::entry_enabled(GetMenu(form->handle()), id); }
-  bool entry_checked(int id) const { return win32::entry_checked(GetMenu(form->handle()), id); }
+  UINT entry_state(int id) const {
+    return GetMenuState(GetMenu(form->handle()), static_cast<UINT>(id), MF_BYCOMMAND);
+  }
+  bool entry_enabled(int id) const { return (entry_state(id) & (MF_GRAYED | MF_DISABLED)) == 0; }
+  bool entry_checked(int id) const { return (entry_state(id) & MF_CHECKED) != 0; }
 
   MemoryFiles files;
   TickingClock clock;
