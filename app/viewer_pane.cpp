@@ -100,7 +100,7 @@ void ViewerPane::show_first_hit(std::size_t row) {
 
 void ViewerPane::show_if_pending() {
   const bool made = make_step(Step::opening, [this] {
-    if (viewing() && viewer_.chunk_pending) navigation_.show_first_chunk();
+    if (viewer_.chunk_pending()) navigation_.show_first_chunk();
   });
   if (made) forget_selection();
 }
@@ -137,7 +137,7 @@ void ViewerPane::forget_selection() {
 
 /// Who has scrolled away from the selection goes on from what is on view.
 void ViewerPane::continue_from_view(bool forward) {
-  if (viewer_.chunk_pending) return;
+  if (viewer_.chunk_pending()) return;
   const int line = face_.line_from_char(face_.selection().start);
   const int top = face_.first_visible_line();
   if (line >= top && line <= top + face_.visible_lines()) return;
@@ -146,14 +146,14 @@ void ViewerPane::continue_from_view(bool forward) {
 }
 
 void ViewerPane::scroll(const std::function<void(ViewScroll&)>& move) {
-  if (!viewing() || viewer_.chunk_pending) return;
+  if (!viewer_.shows_chunk()) return;
   if (make_step(Step::scrolling, [&] { move(scroll_); })) check_selection();
 }
 
 std::string ViewerPane::selected_text() const {
   const TextSelection selection = face_.selection();
-  const std::string& text = viewer_.chunk_text();
-  if (!viewing() || viewer_.chunk_pending || selection.start > std::ssize(text)) return {};
+  const std::string& text = viewer_.shown_chunk().chunk_text;
+  if (selection.start > std::ssize(text)) return {};
   return text.substr(static_cast<std::size_t>(selection.start),
                      static_cast<std::size_t>(selection.length));
 }

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "viewer/display_filter.h"
+
 namespace tallowmere {
 
 namespace {
@@ -13,6 +15,8 @@ namespace {
 constexpr int alignment_tries = 1;
 /// Line breaks looked at before those of the present chunk, however long the view is.
 constexpr int further_breaks = 100;
+
+constexpr std::string_view line_break = "\r\n";
 
 bool is_printable_ascii(char byte) {
   return byte >= 32 && byte <= 126;
@@ -28,15 +32,16 @@ bool begins_line(std::string_view raw, std::size_t at) {
 }
 
 /// The earliest beginning of a line in `raw` that lies before `limit` and is followed by fewer
-/// than `breaks` line breaks; 0, the beginning of `raw`, when there is none.
-std::size_t earliest_line(std::string_view raw, int breaks, std::size_t limit) {
+/// than `breaks` line breaks; 0 when there is none. When `raw` begins the file, its beginning is
+/// the earliest, unless too many line breaks follow.
+std::size_t earliest_line(std::string_view raw, int breaks, std::size_t limit, bool begins_file) {
   std::size_t earliest = 0;
   for (std::size_t at = raw.size(); breaks > 0 && at-- > 1;) {
     if (!begins_line(raw, at)) continue;
     --breaks;
     if (at < limit) earliest = at;
   }
-  return earliest;
+  return begins_file && breaks > 0 ? 0 : earliest;
 }
 
 }  // namespace
@@ -53,52 +58,52 @@ ChunkShift::~ChunkShift() {
 }
 
 bool ChunkShift::is_break(int character) const {
-  const std::string& text = viewer_.chunk_text();
+  const std::string_view text = chunk().chunk_text;
   const auto at = static_cast<std::size_t>(character);
-  return character >= 0 && at < text.size() && text.compare(at, 2, "\r\n") == 0;
+  return character >= 0 && at < text.size() && text.substr(at).starts_with(line_break);
 }
 
 // A line break that was completed has two characters for one byte, and only one of them finds it
 // again. So the position before a line break is that of its LF.
 std::int64_t ChunkShift::position_at(int character) const {
-  return viewer_.file_position(is_break(character) ? character + 1 : character);
+  return chunk().file_position(is_break(character) ? character + 1 : character);
 }
 
 int ChunkShift::character_at(std::int64_t position) const {
-  const int character = viewer_.character_at(position);
+  const int character = chunk().character_at(position);
   return is_break(character - 1) ? character - 1 : character;
 }
 
 ChunkShift::Extent ChunkShift::whole_lines() const {
   Extent extent;
-  extent.from_start = viewer_.place().chunk_start == 1;
-  extent.to_end = viewer_.place().last_chunk;
+  extent.from_start = chunk().chunk_start == 1;
+  extent.to_end = chunk().last_chunk;
   const int lines = face_.line_count();
-  extent.end = extent.to_end ? lines : line_at(viewer_.crowded_from());
+  extent.end = extent.to_end ? lines : line_at(chunk().crowded_from);
   if (extent.from_start) return extent;
   // The first line break puts right whatever the seam has done, unless it is far away.
-  const std::size_t line_break = viewer_.chunk_text().find("\r\n");
+  const std::size_t first_break = chunk().chunk_text.find(line_break);
   extent.first = 1;
-  if (line_break != std::string::npos) {
-    const int first = face_.line_from_char(static_cast<int>(line_break)) + 1;
+  if (first_break != std::string::npos) {
+    const int first = face_.line_from_char(static_cast<int>(first_break)) + 1;
     if (first <= lines / 4) extent.first = first;
   }
   return extent;
 }
 
 bool ChunkShift::load_below(int& line) {
-  const std::int64_t old_start = viewer_.place().chunk_start;
+  const std::int64_t old_start = chunk().chunk_start;
   const std::int64_t position = line_position(line);
   // Of an empty line the byte before it will do as well.
-  const auto start_at = [&](int at) { return viewer_.file_position(face_.line_index(at)); };
+  const auto start_at = [&](int at) { return chunk().file_position(face_.line_index(at)); };
   std::int64_t start = start_at(start_line_above(line));
   if (start <= old_start) start = start_at(line);
-  if (start <= old_start || viewer_.place().last_chunk) return false;
+  if (start <= old_start || chunk().last_chunk) return false;
   return load(start, position, line);
 }
 
 bool ChunkShift::load_above(int& line) {
-  const std::int64_t old_start = viewer_.place().chunk_start;
+  const std::int64_t old_start = chunk().chunk_start;
   if (old_start == 1) return false;
   const std::int64_t position = line_position(line);
   // However long the view is, the chunk has to go on before the present one.
@@ -124,23 +129,23 @@ bool ChunkShift::load_around(std::int64_t position, int& line) {
 }
 
 bool ChunkShift::load_start() {
-  return viewer_.place().chunk_start == 1 || load_chunk(1, 1);
+  return chunk().chunk_start == 1 || load_chunk(1, 1);
 }
 
 bool ChunkShift::load_end() {
   const std::int64_t start = std::max<std::int64_t>(viewer_.file_length() - chunk_length + 1, 1);
-  return viewer_.place().last_chunk || load_chunk(start, start);
+  return chunk().last_chunk || load_chunk(start, start);
 }
 
 // A text without line breaks wraps as before only when the chunk begins at a line's beginning. In
 // the file's last chunk, which has its fixed place, the view may be off by part of a line.
 bool ChunkShift::load(std::int64_t start, std::int64_t position, int& line) {
-  const std::int64_t old_start = viewer_.place().chunk_start;
+  const std::int64_t old_start = chunk().chunk_start;
   for (int tries = 0;; ++tries) {
     if (!load_chunk(start, position)) return false;
     line = line_at(position);
     const std::int64_t off = position - line_position(line);
-    if (off == 0 || tries == alignment_tries || start == 1 || viewer_.place().last_chunk) break;
+    if (off == 0 || tries == alignment_tries || start == 1 || chunk().last_chunk) break;
     if (start < old_start && start + off >= old_start) break;
     start += off;
   }
@@ -165,7 +170,7 @@ int ChunkShift::nearest_line(std::int64_t position) const {
 std::int64_t ChunkShift::bytes_on_view(int line) const {
   const int end = line + face_.visible_lines();
   const std::int64_t end_position =
-      end < face_.line_count() ? line_position(end) : viewer_.place().file_location + 1;
+      end < face_.line_count() ? line_position(end) : chunk().file_location + 1;
   return end_position - line_position(line);
 }
 
@@ -194,13 +199,9 @@ std::int64_t ChunkShift::start_above(std::int64_t position, std::int64_t room, i
   const std::int64_t earliest = std::max<std::int64_t>(position - room, 1);
   const std::string raw = viewer_.read_window(earliest, position - earliest);
   const auto limit = static_cast<std::size_t>(std::max<std::int64_t>(before - earliest, 0));
-  const auto start = static_cast<std::int64_t>(earliest_line(raw, breaks, limit));
-  if (earliest > 1) return start == 0 ? 0 : earliest + start;
-  // From the file's beginning, unless too many line breaks lie between.
-  const auto ends = std::count(raw.begin(), raw.end(), '\n') +
-                    std::count(raw.begin(), raw.end(), '\r') +
-                    std::count(raw.begin(), raw.end(), '\0');
-  return ends < breaks || start == 0 ? 1 : earliest + start;
+  const bool from_start = earliest == 1;
+  const std::size_t start = earliest_line(raw, breaks, limit, from_start);
+  return start > 0 || from_start ? earliest + static_cast<std::int64_t>(start) : 0;
 }
 
 void ChunkShift::finish(int top) {
@@ -211,8 +212,8 @@ void ChunkShift::finish(int top) {
 }
 
 void ChunkShift::restore_selection(int top) {
-  const std::int64_t first = std::max(selection_start_, viewer_.place().chunk_start);
-  const std::int64_t last = std::min(selection_end_, viewer_.place().file_location + 1);
+  const std::int64_t first = std::max(selection_start_, chunk().chunk_start);
+  const std::int64_t last = std::min(selection_end_, chunk().file_location + 1);
   const bool selected = selection_start_ < selection_end_;
   if (last < first || (selected && last == first)) {
     face_.select(face_.line_index(top), 0);

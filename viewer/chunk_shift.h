@@ -51,6 +51,7 @@ class ChunkShift {
   void finish(int top);
 
  private:
+  const Chunk& chunk() const { return viewer_.shown_chunk(); }
   bool is_break(int character) const;
   std::int64_t position_at(int character) const;
   int character_at(std::int64_t position) const;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "viewer/display_filter.h"
+
 namespace tallowmere {
 
 namespace {
@@ -22,8 +24,8 @@ const FileRecord& FileViewer::record() const {
 bool FileViewer::viewfile(std::size_t row) {
   reader_.close();
   results_.viewed_index = static_cast<std::ptrdiff_t>(row);
-  place_.file_location = 0;
-  shown_ = false;
+  loaded_.file_location = 0;
+  shown_ = {};
   facts_ = {};
   // Facts that cannot be read leave the row without a date, and opening tells why.
   const bool known = !files_.facts(record().filepath, record().filename, facts_);
@@ -43,8 +45,7 @@ bool FileViewer::viewfile(std::size_t row) {
     return false;
   }
   host_.file_opened(static_cast<std::size_t>(results_.viewed_index));
-  place_ = {1, 1, true};
-  chunk_pending = true;
+  loaded_ = {1, 1, true};
   return true;
 }
 
@@ -56,18 +57,15 @@ void FileViewer::fail_to_view(const std::string& prompt, std::string_view title)
 
 void FileViewer::clear_textbox() {
   reader_.close();
-  place_.file_location = 0;
-  chunk_pending = false;
-  shown_ = false;
-  chunk_text_.clear();
-  filtered_ = {};
+  loaded_ = {};
+  shown_ = {};
   face_.set_text("");
   face_.set_scroll_value(0);
   face_.enable(false);
   host_.viewer_cleared();
 }
 
-ChunkResult FileViewer::get_file_chunk(std::int64_t& position) {
+ChunkResult FileViewer::get_file_chunk(std::int64_t chunk_start, std::int64_t& position) {
   if (!loaded()) return ChunkResult::no_file;
   const Step step(*this);
   const Change change = changed_on_disk();
@@ -78,8 +76,9 @@ ChunkResult FileViewer::get_file_chunk(std::int64_t& position) {
     const auto row = static_cast<std::size_t>(results_.viewed_index);
     host_.select_row(row);
     if (!viewfile(row)) return ChunkResult::no_file;
-    position = 1;
+    chunk_start = position = 1;
   }
+  loaded_.chunk_start = chunk_start;
   if (const auto error = read_chunk(place_chunk(position))) {
     clear_textbox();
     results_.viewed_index = failed_view;
@@ -97,19 +96,19 @@ FileViewer::Change FileViewer::changed_on_disk() const {
 }
 
 bool FileViewer::shows_current() const {
-  return shown_ && changed_on_disk() == Change::none;
+  return shows_chunk() && changed_on_disk() == Change::none;
 }
 
 // The first move adds the old start itself, not the old start less one: going back from a place
 // near the beginning of a file, one more character is looked at.
 std::int64_t FileViewer::place_chunk(std::int64_t& position) {
-  std::int64_t& start = place_.chunk_start;
+  std::int64_t& start = loaded_.chunk_start;
   if (start < 1) {
     position += start;
     start = 1;
   }
-  place_.last_chunk = start + chunk_length > file_length_;
-  if (!place_.last_chunk) return chunk_length;
+  loaded_.last_chunk = start + chunk_length > file_length_;
+  if (!loaded_.last_chunk) return chunk_length;
   const std::int64_t old_start = start;
   start = std::max<std::int64_t>(file_length_ - chunk_length + 1, 1);
   position += old_start - start;
@@ -120,32 +119,24 @@ std::optional<SystemError> FileViewer::read_chunk(std::int64_t length) {
   if (!reader_.is_open()) {
     if (auto error = reader_.open(record().filepath, record().filename)) return error;
   }
-  if (auto error = reader_.read(place_.chunk_start, length, chunk_text_)) return error;
-  place_.file_location =
-      std::max<std::int64_t>(place_.chunk_start + std::ssize(chunk_text_) - 1, 1);
+  std::string& text = loaded_.chunk_text;
+  if (auto error = reader_.read(loaded_.chunk_start, length, text)) return error;
+  loaded_.file_location = std::max<std::int64_t>(loaded_.chunk_start + std::ssize(text) - 1, 1);
   return std::nullopt;
 }
 
 void FileViewer::fill_textbox(std::int64_t& position) {
   const auto row = static_cast<std::size_t>(results_.viewed_index);
-  filtered_ = filter_chunk(chunk_text_, write_header_end(chunk_text_, results_.list2_extension(row),
-                                                         place_.chunk_start));
-  shown_start_ = place_.chunk_start;
-  shown_length_ = std::ssize(chunk_text_);
-  shown_ = true;
-  position = filtered_.position_of(position - 1) + 1;
-  chunk_text_ = filtered_.text;
-  face_.set_text(chunk_text_);
+  shown_ = filter_chunk(loaded_, results_.list2_extension(row));
+  position = shown_.character_at(shown_.chunk_start + position - 1) + 1;
+  face_.set_text(shown_.chunk_text);
 }
 
 ChunkResult FileViewer::load_text_chunk(std::int64_t chunk_start, std::int64_t& position,
                                         int& line) {
-  if (!loaded()) return ChunkResult::no_file;
-  place_.chunk_start = chunk_start;
-  const ChunkResult result = get_file_chunk(position);
+  const ChunkResult result = get_file_chunk(chunk_start, position);
   if (result != ChunkResult::ok && result != ChunkResult::reopened) return result;
   fill_textbox(position);
-  chunk_pending = false;
   face_.enable(true);
   const auto caret = static_cast<int>(position - 1);
   face_.select(caret, 0);
@@ -165,14 +156,9 @@ void FileViewer::update_scroll_value() {
 void FileViewer::set_scroll_value(std::int64_t character) {
   if (!loaded()) return;
   const double fraction =
-      static_cast<double>(place_.chunk_start + character) / static_cast<double>(file_length_);
+      static_cast<double>(shown_.chunk_start + character) / static_cast<double>(file_length_);
   face_.set_scroll_value(
       static_cast<int>(std::nearbyint(std::min(fraction, 1.0) * scroll_maximum)));
-}
-
-void FileViewer::take_shown(const ChunkPlace& place) {
-  place_ = place;
-  chunk_text_ = filtered_.text;
 }
 
 std::string FileViewer::read_window(std::int64_t position, std::int64_t length) {
@@ -182,19 +168,6 @@ std::string FileViewer::read_window(std::int64_t position, std::int64_t length) 
   if (!reader_.is_open() && reader_.open(record().filepath, record().filename)) return window;
   if (reader_.read(position, length, window)) window.clear();
   return window;
-}
-
-std::int64_t FileViewer::file_position(int character) const {
-  if (character >= std::ssize(filtered_.origin)) return shown_start_ + shown_length_;
-  return shown_start_ + filtered_.origin[static_cast<std::size_t>(std::max(character, 0))];
-}
-
-int FileViewer::character_at(std::int64_t file_position) const {
-  return static_cast<int>(filtered_.position_of(file_position - shown_start_));
-}
-
-std::int64_t FileViewer::crowded_from() const {
-  return shown_start_ + filtered_.crowded_from;
 }
 
 }  // namespace tallowmere

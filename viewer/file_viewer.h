@@ -9,7 +9,7 @@
 #include "engine/file_system.h"
 #include "results/result_list.h"
 #include "viewer/block_reader.h"
-#include "viewer/display_filter.h"
+#include "viewer/chunk.h"
 #include "viewer/viewer_host.h"
 
 namespace tallowmere {
@@ -19,13 +19,6 @@ enum class ChunkResult {
   reopened,  ///< as ok, but the file has changed: it is viewed afresh, from its beginning
   no_file,   ///< none is loaded, or none any more; the user has been told why
   failed     ///< reading broke off; the user has been told, and the viewer is empty
-};
-
-/// Where the loaded chunk lies. Positions in the file count from 1.
-struct ChunkPlace {
-  std::int64_t chunk_start = 1;
-  std::int64_t file_location = 0;  ///< of the last byte read, 1 before any; 0: no file is loaded
-  bool last_chunk = false;         ///< the chunk reaches the end of the file
 };
 
 /// The file in the viewer, of which one chunk at a time is loaded and shown. Owns the viewer's
@@ -40,16 +33,20 @@ class FileViewer {
   /// message, when the file is empty or cannot be opened; the viewer is then empty.
   bool viewfile(std::size_t row);
   void clear_textbox();
-  bool loaded() const { return place_.file_location != 0; }
+  bool loaded() const { return loaded_.file_location != 0; }
+  /// True while a chunk of the file loaded shows.
+  bool shows_chunk() const { return shown_.file_location != 0; }
+  /// True while none does: the next step of the navigation must first load one.
+  bool chunk_pending() const { return loaded() && !shows_chunk(); }
 
-  /// Reads the chunk at chunk_start, which is moved into the file, and moves `position` (1-based in
-  /// the chunk) along. A file that has changed on disk is announced and viewed afresh; `position`
-  /// is then 1.
-  ChunkResult get_file_chunk(std::int64_t& position);
-  /// Filters the chunk just read, shows it and moves `position` along with the inserted characters.
+  /// Reads the chunk at `chunk_start`, which is moved into the file, and moves `position` (1-based
+  /// in the chunk) along. A file that has changed on disk is announced and viewed afresh, from its
+  /// beginning; `position` is then 1.
+  ChunkResult get_file_chunk(std::int64_t chunk_start, std::int64_t& position);
+  /// Filters the loaded chunk, shows it and moves `position` along with the inserted characters.
   void fill_textbox(std::int64_t& position);
   /// Reads and shows the chunk at `chunk_start` with the caret at `position`; `line` receives the
-  /// caret's line. The chunk may come to lie further ahead, so ask place() where it is.
+  /// caret's line. The chunk may come to lie further ahead, so ask shown_chunk() where it is.
   ChunkResult load_text_chunk(std::int64_t chunk_start, std::int64_t& position, int& line);
 
   /// The thumb of the scroll bar from the end of the selection, or from the caret. The latter only
@@ -57,31 +54,13 @@ class FileViewer {
   void backward_scroll_value();
   void update_scroll_value();
 
-  /// The file position of a 0-based character shown; of the text's end that behind its last byte.
-  std::int64_t file_position(int character) const;
-  /// The 0-based character shown for a file position, fitted into the chunk.
-  int character_at(std::int64_t file_position) const;
-  /// The first file position from which on lone line breaks of the chunk shown were dropped; the
-  /// one behind the chunk when none was.
-  std::int64_t crowded_from() const;
-
-  const ChunkPlace& place() const { return place_; }
-  std::int64_t file_length() const { return file_length_; }
-  /// The chunk: raw when just read, what the text box shows when filled.
-  const std::string& chunk_text() const { return chunk_text_; }
-
-  /// True while the next step of the navigation must first load a chunk.
-  bool chunk_pending = false;
-
-  /// Moves the place, before get_file_chunk reads there.
-  void set_chunk_start(std::int64_t chunk_start) { place_.chunk_start = chunk_start; }
-  /// Goes back to what the text box shows, which is the chunk at `place`.
-  void take_shown(const ChunkPlace& place);
-  /// True while the text box shows a chunk of this file, and the file is still the same on the
-  /// disk.
+  /// The chunk read last, with the bytes as read; what shows may be another one.
+  const Chunk& loaded_chunk() const { return loaded_; }
+  /// The chunk in the text box, with the text there; empty while none of the file shows.
+  const Chunk& shown_chunk() const { return shown_; }
+  /// True while a chunk shows, and the file is still the same on the disk.
   bool shows_current() const;
-  /// True while the text box shows a chunk of this file.
-  bool shown() const { return shown_; }
+  std::int64_t file_length() const { return file_length_; }
 
   /// `length` bytes of the file from a position, fewer at its end; none when they cannot be read.
   std::string read_window(std::int64_t position, std::int64_t length);
@@ -117,14 +96,10 @@ class FileViewer {
   BlockReader reader_;
   int steps_ = 0;
 
-  ChunkPlace place_;
   std::int64_t file_length_ = 0;
   FileFacts facts_;  ///< when the file was opened for viewing
-  std::string chunk_text_;
-  FilteredChunk filtered_;         ///< what the text box shows
-  std::int64_t shown_start_ = 1;   ///< where that begins in the file
-  std::int64_t shown_length_ = 0;  ///< and how many bytes of it that are
-  bool shown_ = false;
+  Chunk loaded_;     ///< of file_location 0 while no file is loaded
+  Chunk shown_;
 };
 
 }  // namespace tallowmere

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "engine/word_bytes.h"
-#include "viewer/display_filter.h"
+#include "viewer/chunk.h"
 
 namespace tallowmere {
 

@@ -14,33 +14,32 @@ constexpr int patient_chunks = 64;
 }  // namespace
 
 /// The walk of one step from chunk to chunk until a hit is found or the file has been walked once
-/// round.
+/// round. It begins in the chunk that shows, and in a file just opened with its first chunk.
 class HitNavigation::Walk {
  public:
   enum class Outcome { found, none, stopped, no_file };
 
-  Walk(FileViewer& viewer, ViewerHost& host, const HitFinder& finder, bool forward,
-       std::int64_t start)
-      : viewer_(viewer),
-        host_(host),
+  Walk(HitNavigation& navigation, const HitFinder& finder, bool forward, std::int64_t start)
+      : navigation_(navigation),
+        viewer_(navigation.viewer_),
         finder_(finder),
         forward_(forward),
         start_(start),
-        fresh_(viewer.chunk_pending),
-        origin_(viewer.place()) {}
+        fresh_(viewer_.chunk_pending()),
+        in_shown_chunk_(!fresh_) {}
 
   Outcome run() {
-    while (true) {
-      if (viewer_.chunk_pending) {
-        const auto end = load();
-        if (end) return *end;
-      }
-      if (find_in_chunk()) return Outcome::found;
-      const bool at_end = forward_ ? viewer_.place().last_chunk : viewer_.place().chunk_start == 1;
+    if (fresh_) {
+      if (const auto end = load()) return *end;
+    }
+    while (!find_in_chunk()) {
+      const bool at_end = forward_ ? chunk().last_chunk : chunk().chunk_start == 1;
       if (at_end && wrapped_) return Outcome::none;
       wrapped_ = wrapped_ || at_end;
-      viewer_.chunk_pending = true;
+      next_start_ = next_chunk_start();
+      if (const auto end = load()) return *end;
     }
+    return Outcome::found;
   }
 
   Hit hit() const { return hit_; }
@@ -49,42 +48,41 @@ class HitNavigation::Walk {
   bool in_shown_chunk() const { return in_shown_chunk_; }
   /// The file has just been opened, or opened afresh: no chunk of it was on view before.
   bool fresh() const { return fresh_; }
-  const ChunkPlace& origin() const { return origin_; }
 
  private:
+  /// The chunk that is looked through.
+  const Chunk& chunk() const {
+    return in_shown_chunk_ ? viewer_.shown_chunk() : viewer_.loaded_chunk();
+  }
+
   std::int64_t next_chunk_start() const {
-    const ChunkPlace& place = viewer_.place();
     const std::int64_t shared = finder_.max_term_len() - 1;
     if (!forward_) {
-      return place.chunk_start == 1 ? viewer_.file_length() - chunk_length + 1
-                                    : place.chunk_start + shared - chunk_length;
+      return chunk().chunk_start == 1 ? viewer_.file_length() - chunk_length + 1
+                                      : chunk().chunk_start + shared - chunk_length;
     }
-    const std::int64_t next = place.last_chunk ? 1 : place.file_location + 1;
+    const std::int64_t next = chunk().last_chunk ? 1 : chunk().file_location + 1;
     return next > shared ? next - shared : next;
   }
 
-  /// Makes the next chunk the one to look through; an outcome ends the walk.
+  /// Makes the chunk at next_start_ the one to look through; an outcome ends the walk.
   std::optional<Outcome> load() {
-    // Not fitted into the file: going back, it tells how far the chunk is looked through.
-    const std::int64_t chunk_start = next_chunk_start();
-    if (wrapped_ && chunk_start == first_loaded_)
+    if (wrapped_ && next_start_ == first_loaded_)
       return Outcome::none;  // from here on all is known
-    if (loads_ > 0 && !host_.go_on()) return Outcome::stopped;
+    if (loads_ > 0 && !navigation_.host_.go_on()) return Outcome::stopped;
     if (fresh_ && loads_ == patient_chunks && !show_beginning()) return Outcome::no_file;
     ++loads_;
-    in_shown_chunk_ =
-        wrapped_ && chunk_start <= 1 && origin_.chunk_start == 1 && viewer_.shows_current();
+    in_shown_chunk_ = wrapped_ && next_start_ <= 1 && viewer_.shown_chunk().chunk_start == 1 &&
+                      viewer_.shows_current();
     if (in_shown_chunk_) {
-      viewer_.take_shown(origin_);
-      start_ = forward_ ? 1 : std::ssize(viewer_.chunk_text());
+      start_ = forward_ ? 1 : std::ssize(chunk().chunk_text);
       return std::nullopt;
     }
-    viewer_.set_chunk_start(next_chunk_start());
     start_ = forward_ ? 1 : chunk_length;
-    const ChunkResult result = viewer_.get_file_chunk(start_);
+    const ChunkResult result = viewer_.get_file_chunk(next_start_, start_);
     if (result == ChunkResult::no_file || result == ChunkResult::failed) return Outcome::no_file;
     if (result == ChunkResult::reopened) begin_afresh();
-    if (!first_loaded_) first_loaded_ = chunk_start;
+    if (!first_loaded_) first_loaded_ = next_start_;
     return std::nullopt;
   }
 
@@ -93,41 +91,39 @@ class HitNavigation::Walk {
     start_ = 1;
     wrapped_ = false;
     fresh_ = true;
-    origin_ = viewer_.place();
+    next_start_ = 1;
     first_loaded_ = 1;
   }
 
   /// Something to look at while a long search for the first hit goes on; false when it is over.
   bool show_beginning() {
-    const ChunkPlace place = viewer_.place();
     std::int64_t position = 1;
     int line = 0;
     const ChunkResult result = viewer_.load_text_chunk(1, position, line);
-    if (result != ChunkResult::ok && result != ChunkResult::reopened) return false;
     // A file that has changed meanwhile is searched from its beginning.
-    viewer_.take_shown(result == ChunkResult::ok ? place : ChunkPlace{1, 1, true});
     if (result == ChunkResult::reopened) begin_afresh();
-    viewer_.chunk_pending = true;
-    return true;
+    return result == ChunkResult::ok || result == ChunkResult::reopened;
   }
 
   bool find_in_chunk() {
-    const HitText in{viewer_.chunk_text(), viewer_.place().file_location, viewer_.file_length()};
     if (start_ < 1) return false;
+    const HitText in{chunk().chunk_text, chunk().file_location, viewer_.file_length()};
     hit_ = forward_ ? finder_.get_highlight_position(in, start_)
                     : finder_.get_prev_highlight(in, start_);
     return hit_.position != 0;
   }
 
+  HitNavigation& navigation_;
   FileViewer& viewer_;
-  ViewerHost& host_;
   const HitFinder& finder_;
   bool forward_;
   std::int64_t start_;  ///< 1-based in the chunk
   bool fresh_;
-  ChunkPlace origin_;
+  bool in_shown_chunk_;
   bool wrapped_ = false;
-  bool in_shown_chunk_ = false;
+  /// Where the next chunk is to begin. Not fitted into the file: going back, it tells how far that
+  /// chunk is looked through.
+  std::int64_t next_start_ = 1;
   std::optional<std::int64_t> first_loaded_;  ///< where the first chunk was asked for
   int loads_ = 0;
   Hit hit_;
@@ -141,7 +137,7 @@ FindResult HitNavigation::find_next(const HitFinder& finder) {
 }
 
 FindResult HitNavigation::find_prev(const HitFinder& finder) {
-  return find(finder, viewer_.chunk_pending);
+  return find(finder, viewer_.chunk_pending());
 }
 
 FindResult HitNavigation::find(const HitFinder& finder, bool forward) {
@@ -149,7 +145,7 @@ FindResult HitNavigation::find(const HitFinder& finder, bool forward) {
   const FileViewer::Step step(viewer_);
   if (finder.empty()) return report_none(finder);
   const std::int64_t caret = face_.selection().start;
-  Walk walk(viewer_, host_, finder, forward, forward ? caret + 2 : caret);
+  Walk walk(*this, finder, forward, forward ? caret + 2 : caret);
   switch (walk.run()) {
     case Walk::Outcome::found:
       return show_hit(walk);
@@ -160,20 +156,14 @@ FindResult HitNavigation::find(const HitFinder& finder, bool forward) {
     case Walk::Outcome::stopped:
       break;
   }
-  if (walk.fresh())
-    return show_first_chunk() == FindResult::found ? FindResult::stopped : FindResult::no_file;
-  viewer_.take_shown(walk.origin());
-  viewer_.chunk_pending = false;
+  if (walk.fresh() && show_first_chunk() == FindResult::no_file) return FindResult::no_file;
   return FindResult::stopped;
 }
 
 FindResult HitNavigation::show_hit(const Walk& walk) {
   std::int64_t position = walk.hit().position;
   face_.set_redraw(false);
-  if (viewer_.chunk_pending) {
-    if (!walk.in_shown_chunk()) viewer_.fill_textbox(position);
-    viewer_.chunk_pending = false;
-  }
+  if (!walk.in_shown_chunk()) viewer_.fill_textbox(position);
   face_.enable(true);
   const auto caret = static_cast<int>(position - 1);
   face_.select(caret, 0);
@@ -190,7 +180,6 @@ FindResult HitNavigation::show_first_chunk() {
   int line = 0;
   const ChunkResult result = viewer_.load_text_chunk(1, position, line);
   if (result != ChunkResult::ok && result != ChunkResult::reopened) return FindResult::no_file;
-  face_.select(0, 0);
   viewer_.update_scroll_value();
   return FindResult::found;
 }

@@ -6,7 +6,7 @@
 namespace tallowmere {
 
 void ViewScroll::scroll_lines(int lines) {
-  if (!ready() || lines == 0) return;
+  if (!viewer_.shows_chunk() || lines == 0) return;
   ChunkShift shift(viewer_, face_);
   const int top = face_.first_visible_line();
   finish(shift, lines > 0 ? move_down(shift, top, lines) : move_up(shift, top, -lines));
@@ -18,7 +18,7 @@ void ViewScroll::scroll_pages(int pages) {
 }
 
 void ViewScroll::scroll_to(int value) {
-  if (!ready()) return;
+  if (!viewer_.shows_chunk()) return;
   ChunkShift shift(viewer_, face_);
   if (value <= 0) {
     if (shift.load_start()) finish(shift, 0);
@@ -33,7 +33,7 @@ void ViewScroll::scroll_to(int value) {
 }
 
 void ViewScroll::go_to_start(bool extend) {
-  if (!ready()) return;
+  if (!viewer_.shows_chunk()) return;
   ChunkShift shift(viewer_, face_);
   if (!shift.load_start()) return;
   finish(shift, 0);
@@ -41,15 +41,15 @@ void ViewScroll::go_to_start(bool extend) {
 }
 
 void ViewScroll::go_to_end(bool extend) {
-  if (!ready()) return;
+  if (!viewer_.shows_chunk()) return;
   ChunkShift shift(viewer_, face_);
   if (!shift.load_end()) return;
   finish(shift, last_top());
-  if (!extend) face_.select(static_cast<int>(viewer_.chunk_text().size()), 0);
+  if (!extend) face_.select(static_cast<int>(viewer_.shown_chunk().chunk_text.size()), 0);
 }
 
 void ViewScroll::make_room(bool down, bool caret_first) {
-  if (!ready()) return;
+  if (!viewer_.shows_chunk()) return;
   ChunkShift shift(viewer_, face_, caret_first);
   const TextSelection selection = face_.selection();
   const int page = face_.visible_lines();
@@ -106,8 +106,8 @@ int ViewScroll::move_up(ChunkShift& shift, int top, int lines) const {
 
 int ViewScroll::go_to(ChunkShift& shift, std::int64_t position) const {
   const ChunkShift::Extent whole = shift.whole_lines();
-  const ChunkPlace& place = viewer_.place();
-  if (position >= place.chunk_start && position <= place.file_location) {
+  const Chunk& chunk = viewer_.shown_chunk();
+  if (position >= chunk.chunk_start && position <= chunk.file_location) {
     const int line = shift.nearest_line(position);
     const int page = face_.visible_lines();
     const bool below = whole.to_end || line + 2 * page <= whole.end;
@@ -128,16 +128,16 @@ void ViewScroll::finish(ChunkShift& shift, int top) {
 }
 
 void ViewScroll::show_position() {
-  if (!ready()) return;
+  if (!viewer_.shows_chunk()) return;
   const ChunkShift shift(viewer_, face_);
   face_.set_scroll_value(thumb_value(shift, face_.first_visible_line()));
 }
 
 /// Nothing but the file's first and last page has the ends of the scroll bar.
 int ViewScroll::thumb_value(const ChunkShift& shift, int top) const {
-  const ChunkPlace& place = viewer_.place();
-  if (place.chunk_start == 1 && top == 0) return 0;
-  if (place.last_chunk && top >= last_top()) return scroll_maximum;
+  const Chunk& chunk = viewer_.shown_chunk();
+  if (chunk.chunk_start == 1 && top == 0) return 0;
+  if (chunk.last_chunk && top >= last_top()) return scroll_maximum;
   const auto above = static_cast<double>(shift.line_position(top) - 1);
   const auto rest = static_cast<double>(viewer_.file_length() - shift.bytes_on_view(top));
   if (!(above < rest)) return scroll_maximum - 1;

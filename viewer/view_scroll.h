@@ -35,7 +35,6 @@ class ViewScroll {
   void show_position();
 
  private:
-  bool ready() const { return viewer_.loaded() && viewer_.shown(); }
   int last_top() const;
   int move_down(ChunkShift& shift, int top, int lines) const;
   int move_up(ChunkShift& shift, int top, int lines) const;

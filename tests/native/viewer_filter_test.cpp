@@ -25,7 +25,8 @@ TEST(DisplayFilter, ControlCharacters) {
                {"\xE9\0a\xE9\0\xE9\x01\0"s, "\r\na\xE9.\xE9.."},
                // Pairs, and breaks between binary and text, go on behind the limit.
                {many + "b\nc\rd\r\ne\0f\xE9\0g"s, "a" + breaks + "bcd\r\nef\r\ng"}};
-  for (const auto& [raw, text] : cases) EXPECT_EQ(filter_chunk(raw, -1).text, text) << raw;
+  for (const auto& [raw, text] : cases)
+    EXPECT_EQ(filter_chunk({.chunk_text = raw}, "").chunk_text, text) << raw;
 }
 
 TEST(DisplayFilter, AgreesWithTheLiteralOne) {
@@ -41,14 +42,15 @@ TEST(DisplayFilter, AgreesWithTheLiteralOne) {
     const std::string extension = random() % 2 == 0 ? "wri" : "txt";
     if (random() % 4 > 0) raw.replace(0, std::min<std::size_t>(raw.size(), 2), "1\xBE");
     const auto start = static_cast<Position>(random() % 200 + 1);
-    const FilteredChunk chunk = filter_chunk(raw, write_header_end(raw, extension, start));
-    crowded += chunk.crowded_from < std::ssize(raw);
+    const Chunk chunk = filter_chunk({.chunk_start = start, .chunk_text = raw}, extension);
+    crowded += chunk.crowded_from < start + std::ssize(raw);
     for (int i = 0; i < 10; ++i) {
       const auto asked = static_cast<Position>(random() % (raw.size() + 1) + 1);
       Position position = asked;
       const std::string literal = literal_filter(raw, extension, start, position);
-      ASSERT_EQ(chunk.text, literal) << "round " << round;
-      ASSERT_EQ(chunk.position_of(asked - 1) + 1, position) << "round " << round << " " << asked;
+      ASSERT_EQ(chunk.chunk_text, literal) << "round " << round;
+      ASSERT_EQ(chunk.character_at(start + asked - 1) + 1, position)
+          << "round " << round << " " << asked;
     }
   }
   EXPECT_GT(crowded, 2);

@@ -61,7 +61,7 @@ struct Viewing {
     int line = 0;
     viewer.load_text_chunk(start, position, line);
   }
-  std::int64_t hit_at() const { return viewer.file_position(face.selected.start); }
+  std::int64_t hit_at() const { return viewer.shown_chunk().file_position(face.selected.start); }
 };
 
 using Messages = std::vector<std::string>;
@@ -145,16 +145,17 @@ class Draw {
 };
 
 void expect_agreement(const Viewing& real, const LiteralViewer& literal) {
-  const ChunkPlace& place = real.viewer.place();
+  const Chunk& place = real.viewer.shown_chunk();
   ASSERT_EQ(place.chunk_start, literal.chunk_start);
   ASSERT_EQ(place.file_location, literal.file_location);
   ASSERT_EQ(place.last_chunk, literal.last_chunk);
-  ASSERT_FALSE(real.viewer.chunk_pending);
+  ASSERT_FALSE(real.viewer.chunk_pending());
   ASSERT_EQ(real.face.selected.start, literal.sel_start);
   ASSERT_EQ(real.face.selected.length, literal.sel_length);
   ASSERT_EQ(real.host.beeps, literal.beeps);
   ASSERT_EQ(std::ssize(real.host.messages), literal.misses);
-  ASSERT_TRUE(real.face.text == literal.text1 && real.viewer.chunk_text() == literal.text1);
+  ASSERT_TRUE(real.face.text == literal.text1 &&
+              real.viewer.shown_chunk().chunk_text == literal.text1);
 }
 
 TEST(HitNavigation, AgreesWithTheLiteralViewer) {
@@ -338,8 +339,8 @@ TEST(HitNavigation, AStoppedStepLeavesTheViewAsItWas) {
     const TextSelection selection = view.face.selected;
     view.host.steps_allowed = view.host.steps_asked + 2;
     ASSERT_EQ(view.find(forward), FindResult::stopped);
-    EXPECT_FALSE(view.viewer.chunk_pending);
-    EXPECT_TRUE(view.face.text == text && view.viewer.chunk_text() == text);
+    EXPECT_FALSE(view.viewer.chunk_pending());
+    EXPECT_TRUE(view.face.text == text && view.viewer.shown_chunk().chunk_text == text);
     EXPECT_EQ(view.face.selected, selection);
     view.host.steps_allowed = 1 << 30;
     ASSERT_EQ(view.find(forward), FindResult::found);

@@ -43,13 +43,14 @@ class ViewScrollTest : public testing::Test {
 
   /// The file position at which the view begins.
   std::int64_t top() const {
-    return viewer.file_position(face.line_index(face.first_visible_line()));
+    return viewer.shown_chunk().file_position(face.line_index(face.first_visible_line()));
   }
   bool at_start() const {
-    return viewer.place().chunk_start == 1 && face.first_visible_line() == 0;
+    return viewer.shown_chunk().chunk_start == 1 && face.first_visible_line() == 0;
   }
   bool at_end() const {
-    return viewer.place().last_chunk && face.first_visible_line() + face.page >= face.line_count();
+    return viewer.shown_chunk().last_chunk &&
+           face.first_visible_line() + face.page >= face.line_count();
   }
 
   /// Scrolls in steps to the end (+) or the start (-) of the file. What stays on view must stand
@@ -199,11 +200,12 @@ TEST_F(ViewScrollTest, SelectionStaysOrLeavesWithItsChunk) {
   view(text);
   std::size_t at = 20000;
   while (text[at] == '\n' || text[at + 30] == '\n') ++at;  // not between CR and LF
-  face.select(viewer.character_at(static_cast<std::int64_t>(at) + 1), 30);
+  face.select(viewer.shown_chunk().character_at(static_cast<std::int64_t>(at) + 1), 30);
   const std::string selected = face.selected_text();
-  while (viewer.place().chunk_start == 1) scroll.scroll_pages(1);
+  while (viewer.shown_chunk().chunk_start == 1) scroll.scroll_pages(1);
   EXPECT_EQ(face.selected_text(), selected);
-  while (viewer.place().chunk_start <= static_cast<std::int64_t>(at) + 30) scroll.scroll_pages(1);
+  while (viewer.shown_chunk().chunk_start <= static_cast<std::int64_t>(at) + 30)
+    scroll.scroll_pages(1);
   EXPECT_EQ(face.selection().length, 0);
   const int caret = face.line_from_char(face.selection().start);
   EXPECT_LT(std::abs(face.first_visible_line() - caret), 2 * face.page);
@@ -216,13 +218,13 @@ TEST_F(ViewScrollTest, KeysExtendTheSelectionAcrossChunks) {
     int line = down ? 600 : 2 * face.page;
     face.select(face.line_index(line), 0);
     face.set_first_visible_line(line);
-    const std::int64_t anchor = viewer.file_position(face.selection().start);
-    while ((viewer.place().chunk_start == 1) == down) {
+    const std::int64_t anchor = viewer.shown_chunk().file_position(face.selection().start);
+    while ((viewer.shown_chunk().chunk_start == 1) == down) {
       scroll.make_room(down, face.caret_first);
       const TextSelection now = face.selection();
       const int end = now.start + now.length;
       const int fixed = down ? now.start : end;
-      ASSERT_EQ(viewer.file_position(fixed), anchor);
+      ASSERT_EQ(viewer.shown_chunk().file_position(fixed), anchor);
       ASSERT_TRUE(now.length == 0 || face.caret_first == !down);
       line = face.line_from_char(down ? end : now.start) + (down ? 1 : -1);
       ASSERT_TRUE(line >= 0 && line + face.page <= face.line_count());

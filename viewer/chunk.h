@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tallowmere {
+
+inline constexpr int chunk_length = 31000;  ///< bytes of a file that show at once
+
+/// A stretch of the viewed file with its text: the bytes as read, or what the text box shows of
+/// them. Positions in the file count from 1, bytes and characters of the chunk from 0.
+struct Chunk {
+  std::int64_t chunk_start = 1;
+  std::int64_t file_location = 0;  ///< of the last byte read, 1 before any; 0: there is no chunk
+  bool last_chunk = false;         ///< the chunk reaches the end of the file
+  std::string chunk_text{};
+
+  /// For every character of a text that shows, and for its end, the byte of the chunk that it
+  /// stands for; ascending. Empty while the text is the bytes as read.
+  std::vector<std::int32_t> origin{};
+  /// The first file position from which on lone line breaks are missing in a text that shows; the
+  /// one behind the chunk when none is.
+  std::int64_t crowded_from = 1;
+
+  // Of a text that shows:
+  /// The file position of a character; of the text's end that behind its last byte.
+  std::int64_t file_position(int character) const;
+  /// The character for a file position, fitted into the chunk; of a byte that does not show that of
+  /// the next one that does.
+  int character_at(std::int64_t file_position) const;
+};
+
+}  // namespace tallowmere
