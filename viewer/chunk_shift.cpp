@@ -16,21 +16,6 @@ constexpr int alignment_tries = 1;
 /// Line breaks looked at before those of the present chunk, however long the view is.
 constexpr int further_breaks = 100;
 
-constexpr std::string_view line_break = "\r\n";
-
-bool is_printable_ascii(char byte) {
-  return byte >= 32 && byte <= 126;
-}
-
-/// True when the display filter ends a line before the byte at `at`, which is not the first one.
-bool begins_line(std::string_view raw, std::size_t at) {
-  const char before = raw[at - 1];
-  if (before == '\n') return true;
-  if (before == '\r') return raw[at] != '\n';
-  if (before != '\0' || raw[at] == '\n') return false;
-  return (at >= 2 && is_printable_ascii(raw[at - 2])) || is_printable_ascii(raw[at]);
-}
-
 /// The earliest beginning of a line in `raw` that lies before `limit` and is followed by fewer
 /// than `breaks` line breaks; 0 when there is none. When `raw` begins the file, its beginning is
 /// the earliest, unless too many line breaks follow.

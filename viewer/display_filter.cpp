@@ -137,4 +137,10 @@ Chunk filter_chunk(const Chunk& read, std::string_view extension) {
   return Filter(parted).run();
 }
 
+bool begins_line(std::string_view raw, std::size_t at) {
+  if (raw[at - 1] == lf) return true;
+  if (acts_as_cr(raw, at - 1)) return raw[at] != lf;
+  return raw[at - 1] == nul && is_printable_ascii(raw[at]);
+}
+
 }  // namespace tallowmere

@@ -9,10 +9,17 @@ namespace tallowmere {
 
 inline constexpr int inserted_breaks_limit = 1500;  ///< line breaks completed per chunk
 
+/// Parts the lines of a text that shows.
+inline constexpr std::string_view line_break = "\r\n";
+
 /// Turns the control characters of a chunk as read into what a text box can show: a CR or LF alone
 /// becomes a line break, a NUL behind printable text or between binary and text likewise,
 /// everything else that does not print a dot. `extension` is that of the file: the header of a
 /// Windows Write file stands on a line of its own.
 Chunk filter_chunk(const Chunk& read, std::string_view extension);
+
+/// True when the filter ends a line before the byte at `at` of a text as read, which is not its
+/// first one.
+bool begins_line(std::string_view raw, std::size_t at);
 
 }  // namespace tallowmere
