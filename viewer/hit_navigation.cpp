@@ -97,9 +97,7 @@ class HitNavigation::Walk {
 
   /// Something to look at while a long search for the first hit goes on; false when it is over.
   bool show_beginning() {
-    std::int64_t position = 1;
-    int line = 0;
-    const ChunkResult result = viewer_.load_text_chunk(1, position, line);
+    const ChunkResult result = navigation_.load_first_chunk();
     // A file that has changed meanwhile is searched from its beginning.
     if (result == ChunkResult::reopened) begin_afresh();
     return result == ChunkResult::ok || result == ChunkResult::reopened;
@@ -176,12 +174,17 @@ FindResult HitNavigation::show_hit(const Walk& walk) {
 }
 
 FindResult HitNavigation::show_first_chunk() {
+  const ChunkResult result = load_first_chunk();
+  const bool shown = result == ChunkResult::ok || result == ChunkResult::reopened;
+  return shown ? FindResult::found : FindResult::no_file;
+}
+
+ChunkResult HitNavigation::load_first_chunk() {
   std::int64_t position = 1;
   int line = 0;
   const ChunkResult result = viewer_.load_text_chunk(1, position, line);
-  if (result != ChunkResult::ok && result != ChunkResult::reopened) return FindResult::no_file;
   viewer_.update_scroll_value();
-  return FindResult::found;
+  return result;
 }
 
 FindResult HitNavigation::report_none(const HitFinder& finder) {

@@ -37,6 +37,7 @@ class HitNavigation {
   class Walk;
   FindResult find(const HitFinder& finder, bool forward);
   FindResult show_hit(const Walk& walk);
+  ChunkResult load_first_chunk();
   FindResult report_none(const HitFinder& finder);
 
   FileViewer& viewer_;

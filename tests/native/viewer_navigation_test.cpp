@@ -320,12 +320,14 @@ TEST(FileViewer, ScrollValuesRoundHalvesToEven) {
 
 TEST(HitNavigation, TheBeginningOfALongFileShowsWhileItIsSearched) {
   Viewing view("beginning" + dots(31000 * 80, {31000 * 79}));
+  view.face.scroll_value = 777;  // of the file before
   std::string early, late;
   view.host.on_go_on = [&] {
-    (view.host.steps_asked < 60 ? early : late) = view.face.text.substr(0, 9);
+    (view.host.steps_asked < 60 ? early : late) =
+        view.face.text.substr(0, 9) + std::to_string(view.face.scroll_value);
   };
   EXPECT_EQ(view.open().find(), FindResult::found);
-  EXPECT_EQ(early + "|" + late, "|beginning");
+  EXPECT_EQ(early + "|" + late, "777|beginning0");
   EXPECT_EQ(view.hit_at(), 31000 * 79 + 9);
 }
 
