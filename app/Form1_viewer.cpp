@@ -12,8 +12,7 @@ namespace tallowmere {
 
 ViewerPane::Window Form1::viewer_window() {
   return {handle(), [this] { refresh_commands(); },
-          [this](const FileRecord* record) { show_file(record); },
-          [this](std::size_t) { row_corrected(); },
+          [this](const FileRecord* record) { show_file(record); }, [this] { row_corrected(); },
           [this](std::size_t row) { select_row(static_cast<int>(row)); }};
 }
 

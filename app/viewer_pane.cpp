@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "viewer/view_anchor.h"
 #include "win32/hourglass.h"
 #include "win32/message_box.h"
 #include "win32/sound.h"

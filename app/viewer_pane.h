@@ -16,7 +16,6 @@
 #include "viewer/hit_finder.h"
 #include "viewer/hit_navigation.h"
 #include "viewer/hyper_find.h"
-#include "viewer/view_anchor.h"
 #include "viewer/view_scroll.h"
 
 namespace tallowmere {
@@ -33,7 +32,7 @@ class ViewerPane : private ViewerHost {
     /// Which commands can be used may be another now; also called after every step.
     std::function<void()> state_changed;
     std::function<void(const FileRecord*)> file_shown;  ///< null: none any more
-    std::function<void(std::size_t)> row_corrected;     ///< its facts changed on disk
+    std::function<void()> row_corrected;  ///< the facts of the viewed one changed on disk
     std::function<void(std::size_t)> select_row;
   };
 
@@ -92,7 +91,7 @@ class ViewerPane : private ViewerHost {
   void beep() override;
   void file_opened(std::size_t row) override;
   void viewer_cleared() override;
-  void row_corrected(std::size_t row) override { window_.row_corrected(row); }
+  void row_corrected() override { window_.row_corrected(); }
   void select_row(std::size_t row) override { window_.select_row(row); }
 
   TextFace& face_;

@@ -30,7 +30,7 @@ bool FileViewer::viewfile(std::size_t row) {
   // Facts that cannot be read leave the row without a date, and opening tells why.
   const bool known = !files_.facts(record().filepath, record().filename, facts_);
   file_length_ = facts_.size;
-  if (results_.set_facts(row, facts_)) host_.row_corrected(row);
+  if (results_.set_facts(row, facts_)) host_.row_corrected();
   const std::string folder = record().filepath;
   const std::string name = record().filename;
   if (known && file_length_ == 0) {

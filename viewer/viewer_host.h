@@ -65,9 +65,9 @@ class ViewerHost {
   virtual void file_opened(std::size_t row) = 0;
   /// No file is in the viewer any more.
   virtual void viewer_cleared() = 0;
-  /// The facts of this row have been corrected: shows them, and sorts the list again when its key
-  /// is the date or the size. ResultList::viewed_index follows its file.
-  virtual void row_corrected(std::size_t row) = 0;
+  /// The facts of the viewed row have been corrected: shows them, and sorts the list again when its
+  /// key is the date or the size. ResultList::viewed_index follows its file.
+  virtual void row_corrected() = 0;
   /// Makes this row the selected one.
   virtual void select_row(std::size_t row) = 0;
 };

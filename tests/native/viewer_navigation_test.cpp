@@ -402,7 +402,7 @@ TEST(FileViewer, FilesThatChangeOrFail) {
       EXPECT_EQ(view.host.messages, when == "opening" ? on_opening : on_view);
       EXPECT_EQ(view.results.record(1),
                 (FileRecord{"f.txt", how == "gone" ? 0 : date, "/", std::ssize(text)}));
-      EXPECT_EQ(view.host.corrected.size(), same ? 0u : 1u);
+      EXPECT_EQ(view.host.corrected, same ? 0 : 1);
       EXPECT_EQ(view.host.beeps, 0);
       EXPECT_LE(view.files.opened, view.files.closed);
       if (hit == 0) {
