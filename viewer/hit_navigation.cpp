@@ -1,6 +1,5 @@
 #include "viewer/hit_navigation.h"
 
-#include <algorithm>
 #include <optional>
 
 namespace tallowmere {
@@ -199,8 +198,7 @@ FindResult HitNavigation::report_none(const HitFinder& finder) {
 // The text box would scroll by itself only until the line shows at its edge.
 void HitNavigation::center_highlight() {
   const int line = face_.line_from_char(face_.selection().start);
-  const int last_top = std::max(face_.line_count() - face_.visible_lines(), 0);
-  face_.set_first_visible_line(std::clamp(line - face_.visible_lines() / 2, 0, last_top));
+  face_.set_first_visible_line(line - face_.visible_lines() / 2);
 }
 
 }  // namespace tallowmere

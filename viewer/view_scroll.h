@@ -23,13 +23,13 @@ class ViewScroll {
 
   /// To the file's first or last line, with the caret (Ctrl+Home, Ctrl+End). With `extend` the
   /// selection stays, as far as it lies in the chunk, for the text box to extend it.
-  void go_to_start(bool extend = false);
-  void go_to_end(bool extend = false);
+  void go_to_start(bool extend);
+  void go_to_end(bool extend);
 
   /// Called before the text box handles a key that moves the caret by up to a page: makes sure
   /// that the chunk goes on beyond the caret in that direction (down: true), when the file does.
   /// `caret_first`: the caret stands at the start of the selection.
-  void make_room(bool down, bool caret_first = false);
+  void make_room(bool down, bool caret_first);
 
   /// The thumb for the present view; called when the text box has scrolled by itself.
   void show_position();

@@ -188,7 +188,7 @@ TEST_F(ViewScrollTest, GoesThroughAFileOfTenGigabytes) {
   EXPECT_EQ(first_number(), middle + 2000);
   scroll.scroll_lines(-5000);
   EXPECT_EQ(first_number(), middle - 3000);
-  scroll.go_to_end();
+  scroll.go_to_end(false);
   EXPECT_EQ(face.scroll_value, scroll_maximum);
   scroll.scroll_lines(-3000);
   // The last line is empty.
@@ -232,10 +232,10 @@ TEST_F(ViewScrollTest, KeysExtendTheSelectionAcrossChunks) {
       face.set_first_visible_line(line);
     }
   }
-  scroll.go_to_end();
+  scroll.go_to_end(false);
   EXPECT_TRUE(at_end());
   EXPECT_EQ(face.selection(), (TextSelection{static_cast<int>(face.text.size()), 0}));
-  scroll.go_to_start();
+  scroll.go_to_start(false);
   EXPECT_TRUE(at_start());
   EXPECT_EQ(face.selection(), TextSelection{});
 }
@@ -248,8 +248,8 @@ TEST_F(ViewScrollTest, TroubleEndsTheStep) {
     scroll.scroll_pages(1);
   }
   scroll.scroll_to(500);
-  scroll.make_room(true);
-  scroll.go_to_end();
+  scroll.make_room(true, false);
+  scroll.go_to_end(false);
   EXPECT_EQ(host.messages.size(), 1u);
   EXPECT_EQ(face.redraw_held, 0);
 
