@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstdint>
 #include <cstring>
 
 namespace tallowmere {
@@ -22,14 +23,12 @@ FileChunks::FileChunks(std::size_t lookback, std::size_t lookahead)
 }
 
 std::optional<SystemError> FileChunks::first(FileReader& file) {
-  number_ = 0;
   before_ = 0;
   return fill(file, 0);
 }
 
 std::optional<SystemError> FileChunks::next(FileReader& file) {
   assert(more());
-  ++number_;
   const std::size_t kept = after_;
   const std::size_t before = std::min(lookback_, before_ + chunk_size);
   std::memmove(base_ - before, base_ + chunk_size - before, before + kept);

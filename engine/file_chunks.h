@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -32,7 +31,6 @@ class FileChunks {
   const Byte* begin() const { return base_; }
   const Byte* end() const { return base_ + size_; }
   std::size_t size() const { return size_; }
-  bool is_first() const { return number_ == 0; }
 
   /// The first byte of the file that is still in memory before the chunk.
   const Byte* memory_begin() const { return base_ - before_; }
@@ -49,7 +47,6 @@ class FileChunks {
   std::size_t size_ = 0;
   std::size_t before_ = 0;
   std::size_t after_ = 0;
-  std::int64_t number_ = 0;
 };
 
 }  // namespace tallowmere
