@@ -11,7 +11,7 @@ namespace tallowmere {
 
 void Form1::Form_Load() {
   ListView2.set_design_widths(win32::window_dpi(handle()));
-  search_.ignore_case = true;
+  search_.match_case = false;
   load_settings(services_.settings, search_, shell_,
                 {services_.program_folder, clock_.today(), win32::short_date_order()});
   apply_settings();

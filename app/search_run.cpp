@@ -44,7 +44,7 @@ void SearchRun::search_list(const CriteriaInput& input) {
 }
 
 void SearchRun::load(const CriteriaInput& input) {
-  load_search_criteria(services_.search, input, services_.page);
+  load_search_criteria(services_.search, input);
   viewer_.criteria_loaded();
 }
 

@@ -40,9 +40,8 @@ const std::string& prose() {
   return text;
 }
 
-void scan(benchmark::State& state, const std::string& text, const std::string& pattern, bool fold,
-          Kernel kernel) {
-  const BytePattern compiled(pattern, fold ? &page().lower_table() : nullptr, kernel);
+void scan(benchmark::State& state, const std::string& text, const std::string& pattern, bool fold) {
+  const BytePattern compiled(pattern, fold ? &page().lower_table() : nullptr);
   const auto* begin = reinterpret_cast<const Byte*>(text.data());
   for (auto _ : state) {
     OccurrenceScan occurrences(compiled, begin, begin + text.size());
@@ -54,22 +53,22 @@ void scan(benchmark::State& state, const std::string& text, const std::string& p
 }
 
 void BM_AbsentPhrase(benchmark::State& state) {
-  scan(state, prose(), "an absent phrase", false, static_cast<Kernel>(state.range(0)));
+  scan(state, prose(), "an absent phrase", false);
 }
-BENCHMARK(BM_AbsentPhrase)->Arg(int(Kernel::scalar))->Arg(int(Kernel::sse2));
+BENCHMARK(BM_AbsentPhrase);
 
 void BM_AbsentPhraseAnyCase(benchmark::State& state) {
-  scan(state, prose(), "an absent phrase", true, static_cast<Kernel>(state.range(0)));
+  scan(state, prose(), "an absent phrase", true);
 }
-BENCHMARK(BM_AbsentPhraseAnyCase)->Arg(int(Kernel::scalar))->Arg(int(Kernel::sse2));
+BENCHMARK(BM_AbsentPhraseAnyCase);
 
 void BM_TwoCharacters(benchmark::State& state) {
-  scan(state, prose(), "th", true, static_cast<Kernel>(state.range(0)));
+  scan(state, prose(), "th", true);
 }
-BENCHMARK(BM_TwoCharacters)->Arg(int(Kernel::scalar))->Arg(int(Kernel::sse2));
+BENCHMARK(BM_TwoCharacters);
 
 void BM_OneCharacter(benchmark::State& state) {
-  scan(state, prose(), "e", false, Kernel::sse2);
+  scan(state, prose(), "e", false);
 }
 BENCHMARK(BM_OneCharacter);
 
@@ -79,7 +78,7 @@ void BM_RunOfOneLetter(benchmark::State& state) {
   const auto length = static_cast<std::size_t>(state.range(0));
   std::string text(text_size, 'a');
   for (std::size_t at = length - 1; at < text.size(); at += length) text[at] = 'b';
-  scan(state, text, std::string(length, 'a'), state.range(1) != 0, Kernel::sse2);
+  scan(state, text, std::string(length, 'a'), state.range(1) != 0);
 }
 BENCHMARK(BM_RunOfOneLetter)->ArgsProduct({{4, 100, 30000}, {0, 1}});
 
@@ -97,7 +96,7 @@ std::vector<std::string> terms(std::size_t count) {
 void BM_ManyTermsInOnePass(benchmark::State& state) {
   std::vector<BytePattern> patterns;
   for (const std::string& term : terms(static_cast<std::size_t>(state.range(0)))) {
-    patterns.emplace_back(term, &page().lower_table(), Kernel::fastest);
+    patterns.emplace_back(term, &page().lower_table());
   }
   std::vector<std::vector<const BytePattern*>> groups;
   for (const BytePattern& pattern : patterns) {
@@ -120,7 +119,7 @@ BENCHMARK(BM_ManyTermsInOnePass)->Arg(4)->Arg(16)->Arg(50);
 void BM_ManyTermsOneByOne(benchmark::State& state) {
   std::vector<BytePattern> patterns;
   for (const std::string& term : terms(static_cast<std::size_t>(state.range(0)))) {
-    patterns.emplace_back(term, &page().lower_table(), Kernel::sse2);
+    patterns.emplace_back(term, &page().lower_table());
   }
   const auto* begin = reinterpret_cast<const Byte*>(prose().data());
   for (auto _ : state) {
@@ -156,8 +155,9 @@ class RepeatedFile : public FileReader {
 void match(benchmark::State& state, const std::string& text, const CriteriaInput& input) {
   constexpr std::size_t file_size = 16 << 20;
   SearchCriteria search;
-  load_search_criteria(search, input, page());
-  TextMatcher matcher(search, page());
+  load_search_criteria(search, input);
+  const CompiledSearch compiled(search, page());
+  TextMatcher matcher(compiled);
   for (auto _ : state) {
     RepeatedFile file(text, file_size);
     SystemError error;

@@ -166,7 +166,7 @@ void find(benchmark::State& state, CountedFiles& files, const std::string& folde
   FileViewer viewer(results, files, face, host);
   HitNavigation navigation(viewer, face, host);
   SearchCriteria search;
-  load_search_criteria(search, input, page());
+  load_search_criteria(search, input);
   const HitFinder finder(search, page(), [&](std::int64_t position, std::int64_t length) {
     return viewer.read_window(position, length);
   });

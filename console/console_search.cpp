@@ -211,7 +211,7 @@ int trouble(const std::string& text, Surroundings& around) {
 
 int search(const Options& options, Surroundings& around) {
   SearchCriteria criteria = options.search;
-  load_search_criteria(criteria, options.input, around.page);
+  load_search_criteria(criteria, options.input);
   std::optional<std::vector<std::string>> lines;
   if (options.from_list) {
     SystemError error;

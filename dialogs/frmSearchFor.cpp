@@ -78,7 +78,7 @@ void frmSearchFor::copy_current_to_dlgbox() {
   SearchCriteria& search = context_.search;
   txtSearchFor.set_text(search.criteria);
   select_option(Option1, search.search_type);
-  Check1.set_checked(!search.ignore_case);
+  Check1.set_checked(search.match_case);
   proximity_.ini_frmProximity(search.prox_all, search.prox_before, search.prox_after);
   set_prox_button();
 }

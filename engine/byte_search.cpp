@@ -20,8 +20,8 @@ constexpr std::size_t free_bytes = 16;
 
 }  // namespace
 
-BytePattern::BytePattern(std::string_view bytes, const std::array<Byte, 256>* lower, Kernel kernel)
-    : bytes_(bytes), lower_(lower), kernel_(kernel), borders_(bytes.size(), 0) {
+BytePattern::BytePattern(std::string_view bytes, const std::array<Byte, 256>* lower)
+    : bytes_(bytes), lower_(lower), borders_(bytes.size(), 0) {
   if (bytes_.empty()) return;
   choose_probes();
   std::uint32_t border = 0;
@@ -157,7 +157,7 @@ OccurrenceScan::OccurrenceScan(const BytePattern& pattern, const Byte* begin, co
 bool OccurrenceScan::refill() {
   if (linear_) return refill_linear();
   if (pattern_.length() == 0) return refill_everywhere();
-  if (pattern_.kernel_ != Kernel::scalar && refill_vector()) return true;
+  if (refill_vector()) return true;
   for (; at_ < last_; ++at_) {
     if (!pattern_.candidate(at_)) continue;
     block_ = at_++;

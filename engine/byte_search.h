@@ -11,13 +11,6 @@ namespace tallowmere {
 
 using Byte = unsigned char;
 
-/// How candidates are looked for. All give the same answers; tests force each in turn.
-enum class Kernel {
-  scalar,   ///< byte by byte
-  sse2,     ///< 16 bytes at a time
-  fastest,  ///< that, and several patterns in one pass where the machine can
-};
-
 /// A byte string made ready for being searched for, exactly or without regard to case.
 ///
 /// Candidates are positions at which two chosen bytes of the pattern agree with the text. The
@@ -30,7 +23,7 @@ class BytePattern {
  public:
   /// `bytes` are to be found as they are when `lower` is null. Otherwise they must be lower-cased
   /// already, and text matches when `lower` (256 entries, kept by the caller) maps it to them.
-  BytePattern(std::string_view bytes, const std::array<Byte, 256>* lower, Kernel kernel);
+  BytePattern(std::string_view bytes, const std::array<Byte, 256>* lower);
 
   std::size_t length() const { return bytes_.size(); }
 
@@ -64,7 +57,6 @@ class BytePattern {
 
   std::string bytes_;
   const std::array<Byte, 256>* lower_;
-  Kernel kernel_;
   Probe first_;
   Probe second_;
   std::vector<std::uint32_t> borders_;  ///< failure function of Knuth, Morris and Pratt

@@ -23,7 +23,8 @@ FileSearch::FileSearch(const SearchCriteria& search, const CodePage& page, const
       file_(files.reader()),
       host_(host),
       dates_(search, clock),
-      matcher_(search, page),
+      compiled_(search, page),
+      matcher_(compiled_),
       go_on_([this] { return keep_going(); }) {}
 
 bool FileSearch::keep_going() {

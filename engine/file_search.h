@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/compiled_search.h"
 #include "engine/date_filter.h"
 #include "engine/file_system.h"
 #include "engine/search_criteria.h"
@@ -91,6 +92,7 @@ class FileSearch {
   const std::unique_ptr<FileReader> file_;  ///< the one being tested
   SearchHost& host_;
   DateFilter dates_;
+  const CompiledSearch compiled_;
   TextMatcher matcher_;
   FolderListing listing_;
 

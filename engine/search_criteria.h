@@ -1,11 +1,8 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <string>
-#include <vector>
 
-#include "engine/code_page.h"
 #include "engine/date_time.h"
 
 namespace tallowmere {
@@ -28,28 +25,17 @@ enum DateSearch : int {
 inline constexpr int criteria_limit = 32767;  ///< characters that can be typed or stored
 inline constexpr int file_type_slots = 7;     ///< slot 0 is "All Files", 1 to 6 are the user's
 
-/// The one record of the current search: what the dialogs edit, the settings keep and the engine
-/// reads. Owned by the program's entry point and passed by reference.
+/// The one record of the current search: what the user chose. The dialogs edit it, the settings
+/// keep it, the engine reads it (see CompiledSearch). Owned by the program's entry point and passed
+/// by reference.
 struct SearchCriteria {
   // What to search for.
   std::string criteria;  ///< as typed, UTF-8; except for phrases without its trailing spaces
   int search_type = search_phrase;
   bool match_case = false;
-  bool ignore_case = true;  ///< the engine's working flag: not `match_case`
-  int prox_before = 0;      ///< characters before the first term that a NEAR window takes in
-  int prox_after = 0;       ///< characters after it
-  bool prox_all = false;    ///< NEAR wants all later terms in the window, not just one
-
-  // The terms, made by load_search_criteria. One entry per term in each array; lengths are in
-  // characters, which are bytes of the code page.
-  std::vector<std::string> terms;  ///< lower-cased when `ignore_case`
-  std::vector<int> term_len;
-  std::vector<bool> whole_word;     ///< false: the term also matches inside a word
-  std::vector<bool> representable;  ///< false: the code page lacks a character of the term
-  int last_term = -1;
-  int max_term_len = 0;  ///< for a phrase its length; 0 matches every file
-  int window_len = 0;
-  PageText phrase;  ///< the whole criteria in the code page, for PHRASE only
+  int prox_before = 0;    ///< characters before the first term that a NEAR window takes in
+  int prox_after = 0;     ///< characters after it
+  bool prox_all = false;  ///< NEAR wants all later terms in the window, not just one
 
   // Where to search.
   std::string drive;  ///< as the drive list shows it, for example C:\ on Windows
@@ -79,8 +65,9 @@ struct CriteriaInput {
   bool prox_all = false;
 };
 
-/// Takes the dialogs' values over into `search` and splits the criteria into terms. Called once at
-/// the start of each run. The dialog shows the trimmed text in `search.criteria` the next time.
-void load_search_criteria(SearchCriteria& search, const CriteriaInput& input, const CodePage& page);
+/// Takes the dialogs' values over into `search`. Called once at the start of each run, before what
+/// a run needs is made of them. The dialog shows the trimmed text in `search.criteria` the next
+/// time.
+void load_search_criteria(SearchCriteria& search, const CriteriaInput& input);
 
 }  // namespace tallowmere

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "engine/word_bytes.h"
-
 namespace tallowmere {
 
 namespace {
@@ -11,58 +9,28 @@ namespace {
 /// Looks for a term between two questions of whether to go on: some milliseconds at most.
 constexpr int looks_between_questions = 64;
 
-std::size_t longest(const SearchCriteria& search) {
+std::size_t longest(const CompiledSearch& search) {
   return static_cast<std::size_t>(search.max_term_len);
 }
 
 /// Bytes before a chunk that its seam and its NEAR windows reach back to.
-std::size_t wanted_lookback(const SearchCriteria& search) {
+std::size_t wanted_lookback(const CompiledSearch& search) {
   const auto before = static_cast<std::size_t>(std::max(search.prox_before, 0));
   return std::max<std::size_t>(longest(search) + before, 1);
 }
 
-std::size_t wanted_lookahead(const SearchCriteria& search) {
+std::size_t wanted_lookahead(const CompiledSearch& search) {
   const bool windows = search.search_type == search_near && search.last_term > 0;
   return windows ? static_cast<std::size_t>(search.window_len) : 1;
 }
 
 }  // namespace
 
-TextMatcher::TextMatcher(const SearchCriteria& search, const CodePage& page, Kernel kernel)
+TextMatcher::TextMatcher(const CompiledSearch& search)
     : search_(search),
       chunks_(wanted_lookback(search), wanted_lookahead(search)),
       found_(search.terms.size()),
-      next_(search.terms.size()) {
-  const auto* lower = search.ignore_case ? &page.lower_table() : nullptr;
-  if (search.search_type == search_phrase) {
-    std::string phrase = search.phrase.bytes;
-    if (lower) {
-      for (char& c : phrase) c = static_cast<char>((*lower)[static_cast<Byte>(c)]);
-    }
-    patterns_.emplace_back(phrase, lower, kernel);
-  }
-  for (const std::string& term : search.terms) patterns_.emplace_back(term, lower, kernel);
-  for (std::size_t byte = 0; byte < 256; ++byte) {
-    word_in_file_[byte] = is_word_byte(byte);
-    word_in_text_[byte] = is_word_byte(lower ? (*lower)[byte] : byte);
-  }
-  if (kernel == Kernel::fastest && search.search_type == search_or) prepare_passes();
-}
-
-void TextMatcher::prepare_passes() {
-  for (std::size_t term = 0; term < patterns_.size(); ++term) {
-    // An empty term occurs everywhere and is soon found.
-    if (patterns_[term].length() == 0) return;
-    if (search_.representable[term]) passes_terms_.push_back(term);
-  }
-  if (!MultiPattern::usable() || passes_terms_.size() < MultiPattern::fewest) return;
-  for (std::size_t first = 0; first < passes_terms_.size(); first += MultiPattern::most) {
-    const std::size_t behind = std::min(first + MultiPattern::most, passes_terms_.size());
-    std::vector<const BytePattern*> group;
-    for (std::size_t i = first; i < behind; ++i) group.push_back(&patterns_[passes_terms_[i]]);
-    passes_.emplace_back(group);
-  }
-}
+      next_(search.terms.size()) {}
 
 MatchOutcome TextMatcher::match_open_file(FileReader& file, const std::function<bool()>& go_on,
                                           SystemError& error) {
@@ -131,13 +99,14 @@ bool TextMatcher::match_any_term() {
 }
 
 MultiPattern::Outcome TextMatcher::find_any_term() {
-  if (passes_.empty()) return MultiPattern::Outcome::too_costly;
-  for (std::size_t pass = 0; pass < passes_.size() && !interrupted(); ++pass) {
+  if (search_.passes.empty()) return MultiPattern::Outcome::too_costly;
+  for (std::size_t pass = 0; pass < search_.passes.size() && !interrupted(); ++pass) {
     const auto accept = [&](std::size_t index, const Byte* at) {
-      const std::size_t term = passes_terms_[pass * MultiPattern::most + index];
-      return !search_.whole_word[term] || !not_whole_word_in_file(at, patterns_[term].length());
+      const std::size_t term = search_.passes_terms[pass * MultiPattern::most + index];
+      return !search_.whole_word[term] ||
+             !not_whole_word_in_file(at, search_.patterns[term].length());
     };
-    const auto outcome = passes_[pass].find_any(chunks_.begin(), chunks_.end(), accept);
+    const auto outcome = search_.passes[pass].find_any(chunks_.begin(), chunks_.end(), accept);
     if (outcome != MultiPattern::Outcome::none) return outcome;
   }
   return MultiPattern::Outcome::none;
@@ -145,8 +114,8 @@ MultiPattern::Outcome TextMatcher::find_any_term() {
 
 bool TextMatcher::find_term(std::size_t term) const {
   if (!search_.representable[term]) return false;
-  OccurrenceScan scan(patterns_[term], chunks_.begin(), chunks_.end());
-  const std::size_t length = patterns_[term].length();
+  OccurrenceScan scan(search_.patterns[term], chunks_.begin(), chunks_.end());
+  const std::size_t length = search_.patterns[term].length();
   const bool whole = search_.whole_word[term];
   return scan.next([&](const Byte* at) { return !whole || !not_whole_word_in_file(at, length); }) !=
          nullptr;
@@ -175,8 +144,8 @@ TextMatcher::Text TextMatcher::term_boundary(std::size_t carry, std::size_t head
 bool TextMatcher::find_term_at_boundary(std::size_t term) {
   if (!search_.representable[term]) return false;
   const Text boundary = term_boundary(carry_, longest(search_));
-  const std::size_t length = patterns_[term].length();
-  OccurrenceScan scan(patterns_[term], boundary.begin + 1, boundary.end - 1);
+  const std::size_t length = search_.patterns[term].length();
+  OccurrenceScan scan(search_.patterns[term], boundary.begin + 1, boundary.end - 1);
   const bool whole = search_.whole_word[term];
   return scan.next([&](const Byte* at) {
     return !whole || !not_whole_word_in_text(boundary, at, length);
@@ -184,9 +153,9 @@ bool TextMatcher::find_term_at_boundary(std::size_t term) {
 }
 
 bool TextMatcher::match_phrase_in_chunk() {
-  if (!search_.phrase.representable) return false;
+  if (!search_.representable[0]) return false;
   // Chunk and seam in one go: a phrase is taken as it stands, so they are one text.
-  OccurrenceScan scan(patterns_[0], chunks_.begin() - carry_, chunks_.end());
+  OccurrenceScan scan(search_.patterns[0], chunks_.begin() - carry_, chunks_.end());
   if (scan.next()) return true;
   carry_ = std::min(longest(search_) - 1, chunks_.size());
   return false;
@@ -195,10 +164,10 @@ bool TextMatcher::match_phrase_in_chunk() {
 bool TextMatcher::match_near_in_chunk() {
   if (!search_.representable[0]) return false;
   std::fill(next_.begin(), next_.end(), nullptr);
-  const std::size_t length = patterns_[0].length();
+  const std::size_t length = search_.patterns[0].length();
   const bool whole = search_.whole_word[0];
 
-  OccurrenceScan in_chunk(patterns_[0], chunks_.begin(), chunks_.end());
+  OccurrenceScan in_chunk(search_.patterns[0], chunks_.begin(), chunks_.end());
   const auto whole_in_file = [&](const Byte* at) {
     return !whole || !not_whole_word_in_file(at, length);
   };
@@ -209,7 +178,7 @@ bool TextMatcher::match_near_in_chunk() {
   if (carry_ > 0) {
     std::fill(next_.begin(), next_.end(), nullptr);
     const Text boundary = term_boundary(carry_, length);
-    OccurrenceScan at_boundary(patterns_[0], boundary.begin + 1, boundary.end - 1);
+    OccurrenceScan at_boundary(search_.patterns[0], boundary.begin + 1, boundary.end - 1);
     const auto whole_at_boundary = [&](const Byte* at) {
       return !whole || !not_whole_word_in_text(boundary, at, length);
     };
@@ -226,15 +195,15 @@ bool TextMatcher::match_near_in_chunk() {
 
 bool TextMatcher::not_whole_word_in_file(const Byte* at, std::size_t length) const {
   const Byte* behind = at + length;
-  return (at > chunks_.memory_begin() && word_in_file_[at[-1]]) ||
-         (behind < chunks_.memory_end() && word_in_file_[*behind]);
+  return (at > chunks_.memory_begin() && search_.word_in_file[at[-1]]) ||
+         (behind < chunks_.memory_end() && search_.word_in_file[*behind]);
 }
 
 bool TextMatcher::not_whole_word_in_text(const Text& text, const Byte* at,
                                          std::size_t length) const {
   const Byte* behind = at + length;
-  return (at > text.begin && word_in_text_[at[-1]]) ||
-         (behind < text.end && word_in_text_[*behind]);
+  return (at > text.begin && search_.word_in_text[at[-1]]) ||
+         (behind < text.end && search_.word_in_text[*behind]);
 }
 
 bool TextMatcher::anchor_passes(const Byte* anchor) {
@@ -253,7 +222,7 @@ TextMatcher::Text TextMatcher::load_near_window(const Byte* anchor) const {
 
 bool TextMatcher::near_terms_in_window(const Text& window) {
   const bool all = search_.prox_all;
-  for (std::size_t term = 1; term < patterns_.size(); ++term) {
+  for (std::size_t term = 1; term < search_.patterns.size(); ++term) {
     if (interrupted()) return false;
     if (find_term_in_window(window, term) != all) return !all;
   }
@@ -264,7 +233,7 @@ bool TextMatcher::near_terms_in_window(const Text& window) {
 // window that ends before it: many anchors close together do not each search their window. A word
 // that another one continues beyond an end of the window is whole inside it.
 bool TextMatcher::find_term_in_window(const Text& window, std::size_t term) {
-  const BytePattern& pattern = patterns_[term];
+  const BytePattern& pattern = search_.patterns[term];
   const auto length = static_cast<std::ptrdiff_t>(pattern.length());
   if (!search_.representable[term] || window.end - window.begin < length) return false;
   const bool whole = search_.whole_word[term];

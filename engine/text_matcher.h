@@ -1,15 +1,13 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <vector>
 
 #include "engine/byte_search.h"
+#include "engine/compiled_search.h"
 #include "engine/file_chunks.h"
-#include "engine/multi_search.h"
-#include "engine/search_criteria.h"
 
 namespace tallowmere {
 
@@ -20,13 +18,14 @@ enum class MatchOutcome {
   failed    ///< reading broke off
 };
 
-/// Decides whether one file satisfies the criteria. Made once per run; its buffer serves all
-/// files. The file is seen in chunks of 63,000 bytes, and what counts as an occurrence at the seam
-/// of two chunks is part of the answer: it differs between the search types.
+/// Decides whether one file satisfies the criteria. Made once per run and thread; what it owns is
+/// scratch, and its buffer serves all files. The file is seen in chunks of 63,000 bytes, and what
+/// counts as an occurrence at the seam of two chunks is part of the answer: it differs between the
+/// search types.
 class TextMatcher {
  public:
-  /// `search` and `page` must outlive the matcher.
-  TextMatcher(const SearchCriteria& search, const CodePage& page, Kernel kernel = Kernel::fastest);
+  /// `search` must outlive the matcher; other matchers may use it too.
+  explicit TextMatcher(const CompiledSearch& search);
   TextMatcher(const TextMatcher&) = delete;
   TextMatcher& operator=(const TextMatcher&) = delete;
 
@@ -46,7 +45,6 @@ class TextMatcher {
   bool interrupted();
   bool match_all_terms();
   bool match_any_term();
-  void prepare_passes();
   MultiPattern::Outcome find_any_term();
   bool find_term(std::size_t term) const;
   bool match_term_in_chunk(std::size_t term);
@@ -63,12 +61,7 @@ class TextMatcher {
   bool stands_whole(const Text& window, const Byte* at, const BytePattern& pattern) const;
   bool anchor_passes(const Byte* anchor);
 
-  const SearchCriteria& search_;
-  std::vector<BytePattern> patterns_;      ///< one per term, or the phrase alone
-  std::vector<MultiPattern> passes_;       ///< OR with many terms: several at a time
-  std::vector<std::size_t> passes_terms_;  ///< their terms, MultiPattern::most to a pass
-  std::array<bool, 256> word_in_file_;     ///< the bytes that continue a word
-  std::array<bool, 256> word_in_text_;     ///< the same for text that is seen lower-cased
+  const CompiledSearch& search_;
   FileChunks chunks_;
   std::vector<bool> found_;        ///< AND: the terms found in this file so far
   std::size_t carry_ = 0;          ///< bytes before the chunk that its boundary takes in

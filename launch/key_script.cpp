@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <span>
 
+#include "engine/compiled_search.h"
 #include "engine/unicode.h"
 
 namespace tallowmere {
@@ -68,14 +69,6 @@ std::string first_line(std::string_view text) {
   return std::string(begin, std::find_if(begin, text.end(), is_control));
 }
 
-std::string to_text(std::string_view bytes, const CodePage& page) {
-  std::string text;
-  for (const char byte : bytes) {
-    append_utf8(text, page.to_unicode(static_cast<unsigned char>(byte)));
-  }
-  return text;
-}
-
 ScriptStep step_of(const Line& line, const std::string& keys) {
   using Kind = ScriptStep::Kind;
   const std::string text(line.text);
@@ -100,12 +93,15 @@ ScriptStep step_of(const Line& line, const std::string& keys) {
 
 FindRequest find_request(const SearchCriteria& search, const CodePage& page) {
   FindRequest request;
-  request.match_case = !search.ignore_case;
+  request.match_case = search.match_case;
   if (search.search_type == search_phrase) {
     request.text = first_line(search.criteria);
-  } else if (!search.criteria.empty() && !search.terms.empty()) {
-    request.text = first_line(to_text(search.terms.front(), page));
-    request.whole_word = search.whole_word.front();
+    return request;
+  }
+  const CompiledSearch compiled(search, page);
+  if (!compiled.terms.empty()) {
+    request.text = first_line(from_page_bytes(compiled.terms.front(), page));
+    request.whole_word = compiled.whole_word.front();
   }
   return request;
 }

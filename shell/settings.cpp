@@ -93,11 +93,6 @@ SortKey load_sort_key(const CheckedFlags& flags) {
   return SortKey::none;
 }
 
-void set_ignore_case(SearchCriteria& search, bool ignore_case) {
-  search.ignore_case = ignore_case;
-  search.match_case = !ignore_case;
-}
-
 void apply_flags(const CheckedFlags& flags, SearchCriteria& search, ShellState& shell) {
   for (int slot = 0; slot < file_type_slots; ++slot) {
     search.type_checked[slot] = flags.switched_on(1 + slot);
@@ -106,7 +101,7 @@ void apply_flags(const CheckedFlags& flags, SearchCriteria& search, ShellState& 
   shell.minimize_on = flags.switched_on(10);
   shell.sort_key = load_sort_key(flags);
   shell.sound_on = flags.kept_on(16);
-  set_ignore_case(search, flags.kept_on(17));
+  search.match_case = !flags.kept_on(17);
   shell.find_on_launch = flags.kept_on(18);
   search.prox_all = flags.switched_on(19);
 }
@@ -166,7 +161,7 @@ std::string checked_text(const SearchCriteria& search, const ShellState& shell) 
     text += flag(shell.sort_key == static_cast<SortKey>(item));
   }
   text += flag(shell.sound_on);
-  text += flag(search.ignore_case);
+  text += flag(!search.match_case);
   text += flag(shell.find_on_launch);
   text += flag(search.prox_all);
   return text;

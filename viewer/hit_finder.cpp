@@ -14,13 +14,6 @@ const Byte* bytes(std::string_view text) {
   return reinterpret_cast<const Byte*>(text.data());
 }
 
-std::string lowered(std::string text, const std::array<Byte, 256>* lower) {
-  if (lower) {
-    for (char& c : text) c = static_cast<char>((*lower)[static_cast<Byte>(c)]);
-  }
-  return text;
-}
-
 /// The whole-word rule: a missing neighbour is a boundary, so at the ends of a chunk too.
 bool not_whole_word(std::string_view text, const Byte* at, std::size_t length) {
   const Byte* begin = bytes(text);
@@ -32,32 +25,24 @@ bool not_whole_word(std::string_view text, const Byte* at, std::size_t length) {
 }  // namespace
 
 HitFinder::HitFinder(const SearchCriteria& search, const CodePage& page, ReadWindow read_window)
-    : search_(search),
-      lower_(search.ignore_case ? &page.lower_table() : nullptr),
-      read_window_(std::move(read_window)) {
-  const auto add = [this](const std::string& text, bool whole, bool representable) {
-    patterns_.emplace_back(lowered(text, lower_), lower_, Kernel::fastest);
-    whole_word_.push_back(whole);
-    usable_.push_back(representable && !text.empty());
-    const auto length = static_cast<std::int64_t>(text.size());
+    : search_(search, page), read_window_(std::move(read_window)) {
+  for (const std::int64_t length : search_.term_len) {
     if (length <= chunk_length) max_term_len_ = std::max(max_term_len_, length);
-  };
-  if (search.search_type == search_phrase) {
-    add(search.phrase.bytes, false, search.phrase.representable);
-  } else {
-    for (std::size_t i = 0; i < search.terms.size(); ++i) {
-      add(search.terms[i], search.whole_word[i], search.representable[i]);
-    }
   }
 }
 
+/// False for a term that can stand in no file, or that would stand everywhere.
+bool HitFinder::can_stand(std::size_t term) const {
+  return search_.representable[term] && search_.term_len[term] > 0;
+}
+
 std::int64_t HitFinder::get_hit(std::string_view text, std::int64_t start, std::size_t term) const {
-  if (!usable_[term] || start > std::ssize(text)) return 0;
+  if (!can_stand(term) || start > std::ssize(text)) return 0;
   const Byte* begin = bytes(text);
-  OccurrenceScan scan(patterns_[term], begin + (start - 1), begin + text.size());
-  const std::size_t length = patterns_[term].length();
+  OccurrenceScan scan(search_.patterns[term], begin + (start - 1), begin + text.size());
+  const std::size_t length = search_.patterns[term].length();
   const Byte* at = scan.next([&](const Byte* candidate) {
-    return !whole_word_[term] || !not_whole_word(text, candidate, length);
+    return !search_.whole_word[term] || !not_whole_word(text, candidate, length);
   });
   return at ? at - begin + 1 : 0;
 }
@@ -65,14 +50,14 @@ std::int64_t HitFinder::get_hit(std::string_view text, std::int64_t start, std::
 // The last occurrence is found by walking over all of them: a chunk is short.
 std::int64_t HitFinder::get_prev_hit(std::string_view text, std::int64_t start,
                                      std::size_t term) const {
-  if (!usable_[term] || start < 1) return 0;
+  if (!can_stand(term) || start < 1) return 0;
   const Byte* begin = bytes(text);
-  const std::size_t length = patterns_[term].length();
+  const std::size_t length = search_.patterns[term].length();
   const std::size_t reach = static_cast<std::size_t>(start - 1) + length;
-  OccurrenceScan scan(patterns_[term], begin, begin + std::min(text.size(), reach));
+  OccurrenceScan scan(search_.patterns[term], begin, begin + std::min(text.size(), reach));
   std::int64_t last = 0;
   while (const Byte* at = scan.next([&](const Byte* candidate) {
-    return !whole_word_[term] || !not_whole_word(text, candidate, length);
+    return !search_.whole_word[term] || !not_whole_word(text, candidate, length);
   })) {
     last = at - begin + 1;
   }
@@ -83,10 +68,10 @@ Hit HitFinder::get_highlight_position(const HitText& in, std::int64_t position) 
   position = std::max<std::int64_t>(position, 1);
   if (search_.search_type == search_near) return next_near_hit(in, position);
   Hit best;
-  for (std::size_t term = 0; term < patterns_.size(); ++term) {
+  for (std::size_t term = 0; term < search_.patterns.size(); ++term) {
     const std::int64_t at = get_hit(in.text, position, term);
     if (at == 0 || (best.position != 0 && at > best.position)) continue;
-    best = {at, static_cast<std::int64_t>(patterns_[term].length())};
+    best = {at, static_cast<std::int64_t>(search_.patterns[term].length())};
   }
   return best;
 }
@@ -95,17 +80,17 @@ Hit HitFinder::get_prev_highlight(const HitText& in, std::int64_t position) cons
   position = std::clamp<std::int64_t>(position, 1, std::max<std::int64_t>(std::ssize(in.text), 1));
   if (search_.search_type == search_near) return prev_near_hit(in, position);
   Hit best;
-  for (std::size_t term = 0; term < patterns_.size(); ++term) {
+  for (std::size_t term = 0; term < search_.patterns.size(); ++term) {
     const std::int64_t at = get_prev_hit(in.text, position, term);
     if (at <= best.position) continue;
-    best = {at, static_cast<std::int64_t>(patterns_[term].length())};
+    best = {at, static_cast<std::int64_t>(search_.patterns[term].length())};
   }
   return best;
 }
 
 Hit HitFinder::next_near_hit(const HitText& in, std::int64_t position) const {
-  if (patterns_.empty()) return {};
-  const auto length = static_cast<std::int64_t>(patterns_[0].length());
+  if (search_.patterns.empty()) return {};
+  const auto length = static_cast<std::int64_t>(search_.patterns[0].length());
   while (const std::int64_t at = get_hit(in.text, position, 0)) {
     if (near_hit_passes(in, at)) return {at, length};
     position = at + 1;
@@ -114,8 +99,8 @@ Hit HitFinder::next_near_hit(const HitText& in, std::int64_t position) const {
 }
 
 Hit HitFinder::prev_near_hit(const HitText& in, std::int64_t position) const {
-  if (patterns_.empty()) return {};
-  const auto length = static_cast<std::int64_t>(patterns_[0].length());
+  if (search_.patterns.empty()) return {};
+  const auto length = static_cast<std::int64_t>(search_.patterns[0].length());
   std::vector<std::int64_t> candidates;
   for (std::int64_t at = get_hit(in.text, 1, 0); at != 0 && at <= position;
        at = get_hit(in.text, at + 1, 0)) {
@@ -159,7 +144,7 @@ std::string HitFinder::read_proximity_str(const HitText& in, std::int64_t positi
 
 bool HitFinder::proximity_view_search(std::string_view prox_window) const {
   if (prox_window.empty()) return true;
-  for (std::size_t term = 1; term < patterns_.size(); ++term) {
+  for (std::size_t term = 1; term < search_.patterns.size(); ++term) {
     const bool found = get_hit(prox_window, 1, term) != 0;
     if (found != search_.prox_all) return found;
   }
@@ -168,7 +153,7 @@ bool HitFinder::proximity_view_search(std::string_view prox_window) const {
 
 bool HitFinder::repeats_criteria(std::string_view selection) const {
   if (selection.empty()) return false;
-  return std::any_of(patterns_.begin(), patterns_.end(), [&](const BytePattern& pattern) {
+  return std::any_of(search_.patterns.begin(), search_.patterns.end(), [&](const BytePattern& pattern) {
     std::uint64_t work = 0;
     return pattern.length() == selection.size() && pattern.equal_at(bytes(selection), work);
   });

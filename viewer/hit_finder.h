@@ -1,15 +1,11 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "engine/byte_search.h"
-#include "engine/code_page.h"
-#include "engine/search_criteria.h"
+#include "engine/compiled_search.h"
 
 namespace tallowmere {
 
@@ -36,11 +32,11 @@ class HitFinder {
   /// it cannot be read.
   using ReadWindow = std::function<std::string(std::int64_t position, std::int64_t length)>;
 
-  /// `search` and `page` must outlive the finder and keep their values.
+  /// Keeps nothing of `search`; `page` must outlive the finder.
   HitFinder(const SearchCriteria& search, const CodePage& page, ReadWindow read_window);
 
   /// True without criteria: nothing is ever a hit.
-  bool empty() const { return search_.criteria.empty(); }
+  bool empty() const { return search_.everything; }
 
   /// How many bytes, less one, consecutive chunks share so that no hit is lost at their seam: the
   /// length of the longest term that fits into a chunk, at least 1.
@@ -56,6 +52,7 @@ class HitFinder {
   bool repeats_criteria(std::string_view selection) const;
 
  private:
+  bool can_stand(std::size_t term) const;
   std::int64_t get_hit(std::string_view text, std::int64_t start, std::size_t term) const;
   std::int64_t get_prev_hit(std::string_view text, std::int64_t start, std::size_t term) const;
   Hit next_near_hit(const HitText& in, std::int64_t position) const;
@@ -67,12 +64,8 @@ class HitFinder {
   std::string read_proximity_str(const HitText& in, std::int64_t position) const;
   bool proximity_view_search(std::string_view prox_window) const;
 
-  const SearchCriteria& search_;
-  const std::array<Byte, 256>* lower_;  ///< null when case matters
+  CompiledSearch search_;
   ReadWindow read_window_;
-  std::vector<BytePattern> patterns_;  ///< one per term, or the phrase alone
-  std::vector<bool> whole_word_;       ///< the same indexes
-  std::vector<bool> usable_;           ///< false: can stand in no file, or would be everywhere
   std::int64_t max_term_len_ = 1;
 };
 

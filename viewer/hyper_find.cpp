@@ -14,7 +14,7 @@ CriteriaInput current_criteria(const SearchCriteria& search) {
   CriteriaInput input;
   input.criteria = search.criteria;
   input.search_type = search.search_type;
-  input.match_case = !search.ignore_case;
+  input.match_case = search.match_case;
   input.prox_before = search.prox_before;
   input.prox_after = search.prox_after;
   input.prox_all = search.prox_all;

@@ -49,7 +49,7 @@ class FileSearchTest : public ::testing::Test {
   }
 
   FileSearch make() {
-    load_search_criteria(search, input, page);
+    load_search_criteria(search, input);
     return FileSearch(search, page, files, clock, host);
   }
 

@@ -73,18 +73,16 @@ TEST(HelpPages, TellTheTruthAboutSearching) {
   const CodePage page = CodePage::windows_1252();
   for (const Statement& statement : statements) {
     SearchCriteria search;
-    load_search_criteria(search,
-                         {statement.criteria, statement.type, statement.match_case,
-                          statement.before, statement.after, statement.all},
-                         page);
+    load_search_criteria(search, {statement.criteria, statement.type, statement.match_case,
+                                  statement.before, statement.after, statement.all});
     MemoryFiles files;
     files.add("f", statement.text);
     const auto file = files.reader();
     file->open("", "f");
     SystemError error;
-    const MatchOutcome outcome = TextMatcher(search, page, Kernel::fastest)
-                                     .match_open_file(
-                                         *file, [] { return true; }, error);
+    const CompiledSearch compiled(search, page);
+    const MatchOutcome outcome = TextMatcher(compiled).match_open_file(
+        *file, [] { return true; }, error);
     EXPECT_EQ(outcome == MatchOutcome::match, statement.found)
         << statement.criteria << " in " << statement.text;
   }

@@ -134,7 +134,7 @@ TEST(KeyScript, WhatIsToBeFound) {
     input.criteria = std::move(criteria);
     input.search_type = type;
     input.match_case = match_case;
-    load_search_criteria(search, input, page);
+    load_search_criteria(search, input);
     const FindRequest found = find_request(search, page);
     return found.text + (found.whole_word ? "|w" : "") + (found.match_case ? "|c" : "");
   };

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/search_criteria.h"
+#include "engine/compiled_search.h"
 
 namespace tallowmere {
 
@@ -71,8 +71,7 @@ inline std::string literal_filter(std::string chunk, const std::string& extensio
 class LiteralViewer {
  public:
   LiteralViewer(const std::string& file, const SearchCriteria& search, const CodePage& page)
-      : file_(file), search_(search), page_(page), terms_(search.terms) {
-    if (search.search_type == search_phrase) terms_ = {seen(search.phrase.bytes)};
+      : file_(file), search_(search, page), page_(page), terms_(search_.terms) {
     for (const std::string& term : terms_) {
       if (term.size() <= 31000) max_term_len_ = std::max<Position>(max_term_len_, std::ssize(term));
     }
@@ -94,7 +93,7 @@ class LiteralViewer {
 
   void find(bool forward) {
     forward = forward || chunk_pending;
-    if (search_.criteria.empty()) return load_text_chunk(1, 1);
+    if (search_.everything) return load_text_chunk(1, 1);
     const bool shown = !chunk_pending;
     const Position old_start = chunk_start, old_location = file_location;
     const bool old_last = last_chunk;
@@ -237,7 +236,7 @@ class LiteralViewer {
   }
 
   const std::string& file_;
-  const SearchCriteria& search_;
+  const CompiledSearch search_;
   const CodePage& page_;
   std::vector<std::string> terms_;  ///< or the phrase alone
   Position max_term_len_ = 1;

@@ -116,7 +116,7 @@ TEST(Settings, AnEmptyStoreGivesTheFirstRun) {
                                                        "log", "w??", "md"};
   EXPECT_EQ(search.user_types, types);
   EXPECT_EQ(search.type_checked, only_slot(1));
-  EXPECT_TRUE(search.search_subfolders && search.ignore_case && !search.match_case);
+  EXPECT_TRUE(search.search_subfolders && !search.match_case);
   EXPECT_FALSE(search.prox_all);
   EXPECT_EQ(search.criteria, "");
   EXPECT_EQ(search.search_type, search_phrase);
@@ -132,13 +132,13 @@ TEST(Settings, CheckedSwitchesOnOnlyByYAndOffOnlyByN) {
   Loaded on = load({{"checked", "YYYYYYYYYYNNNNNYYYY"}});
   EXPECT_TRUE(on.search.type_checked[0] && on.search.type_checked[6]);
   EXPECT_TRUE(on.search.search_subfolders && on.shell.minimize_on && on.search.prox_all);
-  EXPECT_TRUE(on.shell.sound_on && on.search.ignore_case && on.shell.find_on_launch);
+  EXPECT_TRUE(on.shell.sound_on && !on.search.match_case && on.shell.find_on_launch);
   EXPECT_EQ(on.shell.sort_key, SortKey::none);
 
   Loaded off = load({{"checked", "NNNNNNNNNNYYNNNNNNN"}});
   EXPECT_EQ(off.search.type_checked, (std::array<bool, file_type_slots>{}));
   EXPECT_FALSE(off.search.search_subfolders || off.shell.minimize_on || off.search.prox_all);
-  EXPECT_FALSE(off.shell.sound_on || off.search.ignore_case || off.shell.find_on_launch);
+  EXPECT_FALSE(off.shell.sound_on || !off.search.match_case || off.shell.find_on_launch);
   EXPECT_TRUE(off.search.match_case);
   EXPECT_EQ(off.shell.sort_key, SortKey::name);
 
@@ -148,7 +148,7 @@ TEST(Settings, CheckedSwitchesOnOnlyByYAndOffOnlyByN) {
     Loaded kept = load({{"checked", text}});
     EXPECT_EQ(kept.search.type_checked, (std::array<bool, file_type_slots>{}));
     EXPECT_FALSE(kept.search.search_subfolders || kept.shell.minimize_on || kept.search.prox_all);
-    EXPECT_TRUE(kept.shell.sound_on && kept.search.ignore_case && kept.shell.find_on_launch);
+    EXPECT_TRUE(kept.shell.sound_on && !kept.search.match_case && kept.shell.find_on_launch);
     EXPECT_EQ(kept.shell.sort_key, SortKey::none);
   }
   // Positions count characters, not bytes.

@@ -43,7 +43,7 @@ struct Viewing {
     files.add("/" + name, text, ticks_per_second);
     results.add_file_row("/", "other", {ticks_per_second, 1});
     results.add_file_row("/", name, {ticks_per_second, std::ssize(text)});
-    load_search_criteria(search, input, page);
+    load_search_criteria(search, input);
     finder = std::make_unique<HitFinder>(search, page,
                                          [this](std::int64_t position, std::int64_t length) {
                                            return viewer.read_window(position, length);

@@ -113,7 +113,7 @@ class LaunchTest : public testing::Test {
     input.criteria = criteria;
     input.search_type = type;
     input.match_case = match_case;
-    load_search_criteria(search, input, page);
+    load_search_criteria(search, input);
   }
 
   static HWND wait_for_window(const std::function<bool(const win32::OtherWindow&)>& fits) {

@@ -26,7 +26,7 @@ class SearchForTest : public testing::Test {
   SearchForTest() {
     world.search.criteria = "caf\xC3\xA9 \"big dog\"";
     world.search.search_type = search_or;
-    world.search.ignore_case = false;
+    world.search.match_case = true;
     world.search.prox_before = 20;
     world.search.prox_after = 5000;
     world.search.prox_all = true;
