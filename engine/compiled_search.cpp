@@ -72,8 +72,7 @@ void CompiledSearch::add_term(std::string_view text, bool whole, const CodePage&
 void CompiledSearch::compile(const std::array<Byte, 256>* lower) {
   for (const std::string& term : terms) patterns.emplace_back(term, lower);
   for (std::size_t byte = 0; byte < 256; ++byte) {
-    word_in_file[byte] = is_word_byte(byte);
-    word_in_text[byte] = is_word_byte(lower ? (*lower)[byte] : byte);
+    word_in_text[byte] = word_bytes[lower ? (*lower)[byte] : byte];
   }
 }
 

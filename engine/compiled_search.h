@@ -42,8 +42,7 @@ struct CompiledSearch {
   std::vector<MultiPattern> passes;       ///< OR with many terms: several at a time
   std::vector<std::size_t> passes_terms;  ///< their terms, MultiPattern::most to a pass
 
-  std::array<bool, 256> word_in_file;  ///< the bytes that continue a word
-  std::array<bool, 256> word_in_text;  ///< the same for text that is seen lower-cased
+  std::array<bool, 256> word_in_text;  ///< bytes that continue a word when seen lower-cased
 
  private:
   void split(const std::string& criteria, const CodePage& page);
