@@ -2,7 +2,7 @@
 
 #include "app/Form1.h"
 #include "app/resource.h"
-#include "engine/unicode.h"
+#include "engine/letter_case.h"
 #include "shell/run_texts.h"
 #include "win32/hourglass.h"
 #include "win32/sound.h"
@@ -12,7 +12,7 @@ namespace tallowmere {
 namespace {
 
 bool ends_in_wav(std::string_view name) {
-  return name.size() >= 3 && compare_ignore_case(name.substr(name.size() - 3), "wav") == 0;
+  return name_key(name).ends_with("WAV");
 }
 
 }  // namespace

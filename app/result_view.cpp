@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "engine/unicode.h"
+#include "engine/letter_case.h"
 #include "win32/dpi.h"
 
 namespace tallowmere {
@@ -23,14 +23,6 @@ constexpr Column columns[result_columns] = {
 
 constexpr int last_column = result_columns - 1;
 constexpr UINT_PTR subclass_id = 1;
-
-std::string folded(std::string_view text) {
-  std::string result;
-  for (std::size_t position = 0; position < text.size();) {
-    append_utf8(result, to_lower(next_code_point(text, position)));
-  }
-  return result;
-}
 
 /// Hides that Shift is down from what this thread does while it lives.
 class WithoutShift {
@@ -55,12 +47,12 @@ class WithoutShift {
 
 int find_by_name(const ResultList& results, const win32::FindRequest& request) {
   const int count = static_cast<int>(results.file_count());
-  const std::string wanted = folded(request.text);
+  const std::string wanted = lower_case(request.text);
   const int start = std::clamp(request.start, 0, count);
   const int steps = request.wrap ? count : count - start;
   for (int step = 0; step < steps; ++step) {
     const int row = (start + step) % count;
-    const std::string name = folded(results.record(static_cast<std::size_t>(row)).filename);
+    const std::string name = lower_case(results.record(static_cast<std::size_t>(row)).filename);
     if (request.whole ? name == wanted : name.starts_with(wanted)) return row;
   }
   return -1;

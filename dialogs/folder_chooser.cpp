@@ -1,7 +1,7 @@
 #include "dialogs/folder_chooser.h"
 
 #include "dialogs/drive_list.h"
-#include "engine/unicode.h"
+#include "engine/letter_case.h"
 #include "win32/message_box.h"
 
 namespace tallowmere {
@@ -38,7 +38,7 @@ bool FolderChooser::open(const std::string& drive, const std::string& path) {
 
 bool FolderChooser::select_drive(const std::string& drive) const {
   for (int row = 0; row < Drive1.count(); ++row) {
-    if (compare_ignore_case(Drive1.row_text(row), with_separator(drive)) != 0) continue;
+    if (name_key(Drive1.row_text(row)) != name_key(with_separator(drive))) continue;
     Drive1.select(row);
     return true;
   }

@@ -1,5 +1,6 @@
 #include "engine/code_page.h"
 
+#include "engine/letter_case.h"
 #include "engine/unicode.h"
 
 namespace tallowmere {

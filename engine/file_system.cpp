@@ -1,8 +1,9 @@
 #include "engine/file_system.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "engine/unicode.h"
+#include "engine/letter_case.h"
 
 namespace tallowmere {
 
@@ -43,13 +44,15 @@ std::string_view FolderListing::text(const Name& name) const {
 }
 
 std::vector<std::string> sorted_subfolders(const FolderListing& listing) {
+  std::vector<std::pair<std::string, std::string>> keyed;
+  keyed.reserve(listing.folder_count());
+  for (std::size_t i = 0; i < listing.folder_count(); ++i) {
+    keyed.emplace_back(lower_case(listing.folder(i)), listing.folder(i));
+  }
+  std::sort(keyed.begin(), keyed.end());
   std::vector<std::string> names;
-  names.reserve(listing.folder_count());
-  for (std::size_t i = 0; i < listing.folder_count(); ++i) names.emplace_back(listing.folder(i));
-  std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
-    const int order = compare_ignore_case(a, b);
-    return order != 0 ? order < 0 : a < b;
-  });
+  names.reserve(keyed.size());
+  for (auto& [key, name] : keyed) names.push_back(std::move(name));
   return names;
 }
 

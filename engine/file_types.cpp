@@ -1,5 +1,6 @@
 #include "engine/file_types.h"
 
+#include "engine/letter_case.h"
 #include "engine/unicode.h"
 
 namespace tallowmere {

@@ -1,63 +1,10 @@
 #include "engine/unicode.h"
 
-#include <algorithm>
-#include <array>
-#include <iterator>
-#include <utility>
-
 namespace tallowmere {
 
 namespace {
 
 constexpr char32_t stray_byte = 0xDC00;
-
-struct CaseRange {
-  char32_t first;
-  char32_t last;
-  char32_t step;
-  std::int32_t delta;
-};
-
-constexpr CaseRange case_ranges[] = {
-#include "engine/case_ranges.inc"
-};
-
-constexpr char32_t first_pair = 0x10000;  ///< from here on a code point takes two UTF-16 units
-constexpr char32_t sharp_s = 0xDF;        ///< a capital of it exists, but is not what it becomes
-
-using UpperCase = std::pair<char32_t, char32_t>;  ///< a letter and what it becomes
-
-consteval std::size_t upper_case_count() {
-  std::size_t count = 0;
-  for (const CaseRange& range : case_ranges) count += (range.last - range.first) / range.step + 1;
-  return count;
-}
-
-/// The case ranges by lower-case letter. Where several letters have one lower case, as K and the
-/// sign for kelvin have, the first is what that becomes.
-consteval auto sorted_upper_cases() {
-  std::array<UpperCase, upper_case_count()> cases;
-  std::size_t i = 0;
-  for (const CaseRange& range : case_ranges) {
-    for (char32_t upper = range.first; upper <= range.last; upper += range.step) {
-      cases[i++] = {upper + static_cast<char32_t>(range.delta), upper};
-    }
-  }
-  std::ranges::sort(cases);
-  return cases;
-}
-
-constexpr auto upper_cases = sorted_upper_cases();
-
-/// As the system has it for names.
-char32_t to_upper(char32_t code_point) {
-  if (code_point < 0x80) {
-    return code_point >= 'a' && code_point <= 'z' ? code_point - ('a' - 'A') : code_point;
-  }
-  if (code_point == sharp_s || code_point >= first_pair) return code_point;
-  const auto* found = std::ranges::lower_bound(upper_cases, code_point, {}, &UpperCase::first);
-  return found != upper_cases.end() && found->first == code_point ? found->second : code_point;
-}
 
 bool is_continuation(unsigned char byte) {
   return (byte & 0xC0) == 0x80;
@@ -149,49 +96,6 @@ bool is_well_formed_utf8(std::string_view text) {
     if (is_surrogate(next_code_point(text, position))) return false;
   }
   return true;
-}
-
-char32_t to_lower(char32_t code_point) {
-  if (code_point < 0x80) {
-    return code_point >= 'A' && code_point <= 'Z' ? code_point + ('a' - 'A') : code_point;
-  }
-  const auto* range =
-      std::lower_bound(std::begin(case_ranges), std::end(case_ranges), code_point,
-                       [](const CaseRange& entry, char32_t value) { return entry.last < value; });
-  if (range == std::end(case_ranges) || code_point < range->first) return code_point;
-  if ((code_point - range->first) % range->step != 0) return code_point;
-  return code_point + static_cast<char32_t>(range->delta);
-}
-
-bool has_upper_case(char32_t code_point) {
-  if (code_point < 0x80) return code_point >= 'a' && code_point <= 'z';
-  if (code_point == sharp_s) return false;
-  return std::any_of(
-      std::begin(case_ranges), std::end(case_ranges), [code_point](const CaseRange& range) {
-        const char32_t upper = code_point - static_cast<char32_t>(range.delta);
-        return upper >= range.first && upper <= range.last && to_lower(upper) == code_point;
-      });
-}
-
-int compare_ignore_case(std::string_view a, std::string_view b) {
-  std::size_t i = 0;
-  std::size_t j = 0;
-  while (i < a.size() && j < b.size()) {
-    const char32_t left = to_lower(next_code_point(a, i));
-    const char32_t right = to_lower(next_code_point(b, j));
-    if (left != right) return left < right ? -1 : 1;
-  }
-  if (i < a.size()) return 1;
-  return j < b.size() ? -1 : 0;
-}
-
-std::string name_key(std::string_view name) {
-  std::string key;
-  key.reserve(name.size());
-  for (std::size_t position = 0; position < name.size();) {
-    append_utf8(key, to_upper(next_code_point(name, position)));
-  }
-  return key;
 }
 
 }  // namespace tallowmere

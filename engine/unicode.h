@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,20 +21,5 @@ std::string to_utf8(std::u16string_view utf16);
 
 /// True when `text` is well-formed UTF-8 without surrogates.
 bool is_well_formed_utf8(std::string_view text);
-
-/// Lower case by Unicode's simple case mapping, the same on every system and in every locale.
-char32_t to_lower(char32_t code_point);
-
-/// True for a letter that is the lower case of another by the same mapping.
-bool has_upper_case(char32_t code_point);
-
-/// Below, at or above 0 as `a` stands before, equals or stands after `b`, by lower-cased code
-/// points.
-int compare_ignore_case(std::string_view a, std::string_view b);
-
-/// Equal for two names or paths exactly when the system takes them for the same: it compares their
-/// UTF-16 units in upper case. Unlike compare_ignore_case, which orders names for the user, it
-/// keeps the two small sigmas apart, and the cases of what takes two units.
-std::string name_key(std::string_view name);
 
 }  // namespace tallowmere

@@ -7,7 +7,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "engine/unicode.h"
+#include "engine/letter_case.h"
 
 namespace tallowmere {
 namespace {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "engine/letter_case.h"
 #include "engine/unicode.h"
 #include "files/folder_tree.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "engine/unicode.h"
+#include "engine/letter_case.h"
 
 namespace tallowmere {
 namespace {
@@ -56,7 +56,7 @@ std::optional<SystemError> FolderTree::open(FileSystem& files, const std::string
 std::string set_dir_to_drive(const std::string& drive, std::string& path,
                              const std::string& tree_path) {
   if (path.empty()) path = tree_path;
-  const bool same_drive = compare_ignore_case(drive.substr(0, 2), path.substr(0, 2)) == 0;
+  const bool same_drive = name_key(drive.substr(0, 2)) == name_key(path.substr(0, 2));
   return same_drive ? path : drive;
 }
 

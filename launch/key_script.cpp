@@ -5,6 +5,7 @@
 #include <span>
 
 #include "engine/compiled_search.h"
+#include "engine/letter_case.h"
 #include "engine/unicode.h"
 
 namespace tallowmere {

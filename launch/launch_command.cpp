@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "engine/unicode.h"
+#include "engine/letter_case.h"
 
 namespace tallowmere {
 namespace {
@@ -65,12 +65,7 @@ std::string program_path(std::string_view command) {
 }
 
 std::string app_base_name(std::string_view command) {
-  const std::string name = file_name(command);
-  std::string lower;
-  for (std::size_t position = 0; position < name.size();) {
-    append_utf8(lower, to_lower(next_code_point(name, position)));
-  }
-  return lower;
+  return lower_case(file_name(command));
 }
 
 std::string program_file(std::string_view program) {

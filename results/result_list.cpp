@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "engine/unicode.h"
+#include "engine/letter_case.h"
 
 namespace tallowmere {
 namespace {
@@ -108,7 +108,7 @@ std::ptrdiff_t instr_reverse(std::ptrdiff_t start, std::string_view text, std::s
   const std::ptrdiff_t last = std::ssize(text) - std::ssize(pattern) + 1;
   for (std::ptrdiff_t position = std::min(start, last); position >= 1; --position) {
     const std::string_view there = text.substr(position - 1, pattern.size());
-    if (ignore_case ? compare_ignore_case(there, pattern) == 0 : there == pattern) return position;
+    if (ignore_case ? lower_case(there) == lower_case(pattern) : there == pattern) return position;
   }
   return 0;
 }

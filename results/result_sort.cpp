@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "engine/unicode.h"
+#include "engine/letter_case.h"
 
 // The order of equal records is part of the result, and a Shell sort is not stable: only the same
 // passes give the same order. Each pass with gap g is, however, a stable sort of g interleaved
@@ -32,13 +32,11 @@ class Pace {
   std::uint32_t steps_ = 0;
 };
 
-/// Lower-cased texts whose bytes compare as compare_ignore_case compares the originals.
+/// Lower-cased texts, one behind the other.
 class FoldedTexts {
  public:
   void add(std::string_view text) {
-    for (std::size_t position = 0; position < text.size();) {
-      append_utf8(bytes_, to_lower(next_code_point(text, position)));
-    }
+    bytes_ += lower_case(text);
     ends_.push_back(bytes_.size());
   }
   std::size_t count() const { return ends_.size(); }

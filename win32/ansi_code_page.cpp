@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "engine/unicode.h"
+#include "engine/letter_case.h"
 
 namespace tallowmere::win32 {
 

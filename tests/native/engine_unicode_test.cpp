@@ -2,6 +2,7 @@
 
 #include <random>
 
+#include "engine/letter_case.h"
 #include "engine/unicode.h"
 #include "tests/support/seed.h"
 
@@ -35,16 +36,15 @@ TEST(Unicode, IllFormedBytesAreTakenOneByOne) {
   EXPECT_TRUE(is_well_formed_utf8("a\xC3\xA9\xE4\xB8\xAD\xF0\x9F\x98\x80"));
 }
 
-TEST(Unicode, ComparesWithoutRegardToCase) {
-  EXPECT_EQ(compare_ignore_case("B.TXT", "b.txt"), 0);
-  EXPECT_EQ(compare_ignore_case("\xC3\x84\xD0\x96\xCE\xA9", "\xC3\xA4\xD0\xB6\xCF\x89"), 0);
-  EXPECT_LT(compare_ignore_case("b.txt", "C.txt"), 0);
-  EXPECT_GT(compare_ignore_case("b.txt", "a_b"), 0);
-  EXPECT_LT(compare_ignore_case("a", "ab"), 0);
-  EXPECT_GT(compare_ignore_case("ab", "a"), 0);
-  EXPECT_EQ(to_lower(0x130), 0x130u);
-  EXPECT_EQ(to_lower(0x10400), 0x10428u);
-  EXPECT_EQ(to_lower(0x101), 0x101u);
+TEST(LetterCase, OrdersAndTellsTheSame) {
+  EXPECT_EQ(lower_case("B_\xC3\x84\xD0\x96\xCE\xA9\xF0\x90\x90\x80"),
+            "b_\xC3\xA4\xD0\xB6\xCF\x89\xF0\x90\x90\xA8");
+  EXPECT_EQ(lower_case("\xC4\xB0\xFF"), "\xC4\xB0\xED\xB3\xBF");
+  EXPECT_EQ(name_key("b_\xC3\xA4\xCF\x82\xC3\x9F\xF0\x90\x90\xA8"),
+            "B_\xC3\x84\xCF\x82\xC3\x9F\xF0\x90\x90\xA8");
+  EXPECT_EQ(name_key("\xCF\x83k"), "\xCE\xA3K");
+  for (const char32_t letter : {U'k', U'\xE9', U'\x10428'}) EXPECT_TRUE(has_upper_case(letter));
+  for (const char32_t other : {U'K', U'\xC9', U'\xDF', U'1'}) EXPECT_FALSE(has_upper_case(other));
 }
 
 }  // namespace

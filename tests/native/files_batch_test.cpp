@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "engine/unicode.h"
+#include "engine/letter_case.h"
 
 namespace tallowmere {
 namespace {

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "engine/unicode.h"
+#include "engine/letter_case.h"
 #include "results/result_sort.h"
 #include "results/sort_command.h"
 
@@ -23,20 +23,20 @@ bool out_of_order(const FileRecord& a, const FileRecord& b, SortKey key) {
       order = a.filesize < b.filesize ? 1 : a.filesize > b.filesize ? -1 : 0;
       break;
     case SortKey::folder:
-      order = compare_ignore_case(a.filepath, b.filepath);
+      order = lower_case(a.filepath).compare(lower_case(b.filepath));
       break;
     case SortKey::type: {
       const auto type = [](const std::string& name) {
         const std::size_t dot = name.find('.');
         return dot == std::string::npos ? name : name.substr(dot + 1);
       };
-      order = compare_ignore_case(type(a.filename), type(b.filename));
+      order = lower_case(type(a.filename)).compare(lower_case(type(b.filename)));
       break;
     }
     default:
       break;
   }
-  return order != 0 ? order > 0 : compare_ignore_case(a.filename, b.filename) > 0;
+  return order != 0 ? order > 0 : lower_case(a.filename) > lower_case(b.filename);
 }
 
 std::ptrdiff_t half_to_even(std::ptrdiff_t number) {

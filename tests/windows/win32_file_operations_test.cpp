@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "engine/unicode.h"
+#include "engine/letter_case.h"
 #include "tests/windows/temp_folder.h"
 #include "win32/text.h"
 
