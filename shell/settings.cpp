@@ -1,11 +1,11 @@
 #include "shell/settings.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "engine/file_type_rule.h"
 #include "engine/unicode.h"
 #include "shell/date_choice.h"
+#include "shell/font_sizes.h"
 
 namespace tallowmere {
 namespace {
@@ -167,14 +167,6 @@ std::string checked_text(const SearchCriteria& search, const ShellState& shell) 
   return text;
 }
 
-std::string font_size_text(double size) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%.6g", size);
-  std::string result = text;
-  std::replace(result.begin(), result.end(), ',', '.');
-  return result;
-}
-
 void save_placement(SettingsStore& store, const TwipRect& placement) {
   store.save_setting("top", std::to_string(placement.top));
   store.save_setting("left", std::to_string(placement.left));
@@ -227,7 +219,7 @@ void save_settings(SettingsStore& store, const SearchCriteria& search, const She
   store.save_setting("checked", checked_text(search, shell));
   save_where_and_dates(store, search);
   store.save_setting("font_name", shell.font_name);
-  store.save_setting("font_size", font_size_text(shell.font_size));
+  store.save_setting("font_size", size_text(shell.font_size));
 }
 
 }  // namespace tallowmere
