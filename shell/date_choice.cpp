@@ -45,6 +45,14 @@ Date possible_date(int month, int day, int year) {
 
 }  // namespace
 
+void set_date_defaults(SearchCriteria& search, const Date& today) {
+  search.from_date = today;
+  search.to_date = today;
+  search.s_year = today.year;
+  search.s_month = today.month;
+  search.s_month_year = today.year;
+}
+
 std::string_view date_option_caption(int option) {
   constexpr std::string_view captions[date_options] = {
       "All Dates", "Between Dates", "Specific Year", "Specific Month", "Previous Days"};
@@ -55,17 +63,15 @@ std::string_view date_option_caption(int option) {
 void DateChoice::load(const SearchCriteria& search) {
   const bool known = search.date_search >= 0 && search.date_search < date_options;
   option_ = known ? search.date_search : static_cast<int>(all_dates);
-  load_dates(search.from_date, search.to_date);
+  const Date& from = search.from_date;
+  const Date& to = search.to_date;
+  values_[between_dates] = {month_range.fit(from.month), day_range.fit(from.day),
+                            year_range.fit(from.year),   month_range.fit(to.month),
+                            day_range.fit(to.day),       year_range.fit(to.year)};
   value(specific_year, year_1) = year_range.fit(search.s_year);
   value(specific_month, month_1) = month_range.fit(search.s_month);
   value(specific_month, year_1) = year_range.fit(search.s_month_year);
   value(previous_days, day_1) = past_days_range.fit(search.past_days);
-}
-
-void DateChoice::load_dates(const Date& from, const Date& to) {
-  values_[between_dates] = {month_range.fit(from.month), day_range.fit(from.day),
-                            year_range.fit(from.year),   month_range.fit(to.month),
-                            day_range.fit(to.day),       year_range.fit(to.year)};
 }
 
 void DateChoice::select(int option) {
@@ -101,11 +107,11 @@ DateTexts DateChoice::texts() const {
 }
 
 void DateChoice::reset(const Date& today) {
-  load_dates(today, today);
-  value(specific_year, year_1) = year_range.fit(today.year);
-  value(specific_month, month_1) = today.month;
-  value(specific_month, year_1) = year_range.fit(today.year);
-  if (option_ == previous_days) value(previous_days, day_1) = 0;
+  SearchCriteria search;
+  accept(search);
+  set_date_defaults(search, today);
+  if (option_ == previous_days) search.past_days = 0;
+  load(search);
 }
 
 void DateChoice::accept(SearchCriteria& search) const {

@@ -24,6 +24,9 @@ inline constexpr DateRange day_range{1, 31};
 inline constexpr DateRange year_range{1900, 3000};
 inline constexpr DateRange past_days_range{0, 9999};
 
+/// Sets the dates of the search to today, this year and this month.
+void set_date_defaults(SearchCriteria& search, const Date& today);
+
 /// The captions of the date options, by DateSearch.
 std::string_view date_option_caption(int option);
 
@@ -69,7 +72,6 @@ class DateChoice {
   void accept(SearchCriteria& search) const;
 
  private:
-  void load_dates(const Date& from, const Date& to);
   int& value(int option, int index) { return values_[option][index]; }
   int value(int option, int index) const { return values_[option][index]; }
 

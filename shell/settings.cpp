@@ -190,14 +190,6 @@ void save_where_and_dates(SettingsStore& store, const SearchCriteria& search) {
 
 }  // namespace
 
-void set_date_defaults(SearchCriteria& search, const Date& today) {
-  search.from_date = today;
-  search.to_date = today;
-  search.s_year = today.year;
-  search.s_month = today.month;
-  search.s_month_year = today.year;
-}
-
 void load_settings(SettingsStore& store, SearchCriteria& search, ShellState& shell,
                    const SettingsContext& context) {
   load_path(store, search, context);

@@ -30,9 +30,6 @@ struct SettingsContext {
   DateOrder date_order = DateOrder::month_day_year;
 };
 
-/// Sets the dates of the search to today, this year and this month.
-void set_date_defaults(SearchCriteria& search, const Date& today);
-
 /// Reads every setting, once, when the program starts. What a search by date cannot use is replaced
 /// here; the counts of a NEAR search are kept as stored, within int: their dialog fits them.
 void load_settings(SettingsStore& store, SearchCriteria& search, ShellState& shell,
