@@ -37,7 +37,7 @@ class BlockReader {
 
   const FileSystem& files_;
   std::unique_ptr<FileReader> file_;  ///< null while none is open
-  bool used_ = false;  ///< something has been read since the file was opened
+  bool used_ = false;                 ///< something has been read since the file was opened
   std::vector<unsigned char> block_;
   std::int64_t block_start_ = 1;
   std::int64_t block_size_ = 0;
