@@ -6,7 +6,7 @@ if(WIN32)
   find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
   set(generated_dir ${PROJECT_BINARY_DIR}/generated)
-  include_directories(${generated_dir})
+  configure_file(app/Tallowmere32.manifest.in generated/Tallowmere32.manifest @ONLY)
 
   add_custom_command(
     OUTPUT ${generated_dir}/tallowmere.ico

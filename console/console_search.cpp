@@ -12,6 +12,7 @@
 #include "engine/file_search.h"
 #include "results/result_list.h"
 #include "shell/run_texts.h"
+#include "version.h"
 
 namespace tallowmere::console {
 
@@ -247,7 +248,7 @@ int run(const std::vector<std::string>& arguments, Surroundings& around) {
   }
   const auto& options = std::get<Options>(parsed);
   if (options.help || options.version) {
-    around.out(options.help ? help_text() : "tallowmere-find 2.1\n");
+    around.out(options.help ? help_text() : "tallowmere-find " TALLOWMERE_VERSION "\n");
     return exit_matched;
   }
   try {

@@ -3,6 +3,8 @@
 #include <span>
 #include <string_view>
 
+#include "version.h"
+
 namespace tallowmere {
 
 enum class HelpItemKind {
@@ -29,7 +31,7 @@ HelpPage searching_hints();  ///< has one link: to the examples
 HelpPage criteria_examples();
 
 /// The program's name and version, and what it is.
-inline constexpr std::string_view about_title = "Tallowmere 32 - Version 2.1";
+inline constexpr std::string_view about_title = "Tallowmere 32 - Version " TALLOWMERE_VERSION;
 inline constexpr std::string_view about_text =
     "Searches the contents of many files at once for words and phrases, lists the files that hold "
     "them, and shows every hit.\n\n"

@@ -1,4 +1,5 @@
 #include "tests/journeys/journey.h"
+#include "version.h"
 
 namespace tallowmere::driver {
 namespace {
@@ -46,7 +47,7 @@ TEST_F(Help, QuickAnswersAndAboutOpenFromTheMenu) {
   program->window().command(ID_MNUABOUT);
   const Window about = program->program().wait_for_window("About Tallowmere");
   ASSERT_TRUE(about);
-  EXPECT_EQ(about.child(IDC_ABOUT_LABEL1).text(), "Tallowmere 32 - Version 2.1");
+  EXPECT_EQ(about.child(IDC_ABOUT_LABEL1).text(), "Tallowmere 32 - Version " TALLOWMERE_VERSION);
   ASSERT_TRUE(program->close(about, IDOK));
   EXPECT_TRUE(program->window().is_enabled());
 }

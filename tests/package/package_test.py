@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes the packages and installs one under Wine: package_test.py PROJECT WINE PLANTED
+"""Makes the packages and installs one under Wine: package_test.py PROJECT WINE PLANTED VERSION
 
 PROJECT is the project's folder, in which both Windows builds stand; WINE runs a Windows program;
 a program that loads the library PLANTED ends with status 99.
@@ -17,11 +17,11 @@ import time
 import unittest
 import zipfile
 
-project = wine = planted = ""
+project, wine, planted, version = sys.argv[1:5]
+NAME = f"Tallowmere32-{version}"
 FILES = {"Tallowmere32.exe", "tallowmere-find.exe", "s_done.wav", "ReadMe.txt"}
 PACKAGES = {
-    "Tallowmere32-2.1-setup.exe", "Tallowmere32-2.1.zip",
-    "Tallowmere32-2.1-win32-setup.exe", "Tallowmere32-2.1-win32.zip",
+    f"{NAME}-setup.exe", f"{NAME}.zip", f"{NAME}-win32-setup.exe", f"{NAME}-win32.zip",
 }
 MACHINES = {"win64": 0x8664, "win32": 0x14C}
 UNINSTALL = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Tallowmere32"
@@ -108,11 +108,11 @@ class PackageTest(unittest.TestCase):
 
     def test_archives_hold_what_is_built(self):
         for preset, name in (("win64", ""), ("win32", "-win32")):
-            self.assertEqual(machine(read(self.package(f"Tallowmere32-2.1{name}-setup.exe"))),
+            self.assertEqual(machine(read(self.package(f"{NAME}{name}-setup.exe"))),
                              MACHINES[preset])
-            with zipfile.ZipFile(self.package(f"Tallowmere32-2.1{name}.zip")) as archive:
+            with zipfile.ZipFile(self.package(f"{NAME}{name}.zip")) as archive:
                 self.assertEqual(archive.namelist(),
-                                 [f"Tallowmere32-2.1/{file}" for file in sorted(FILES)])
+                                 [f"{NAME}/{file}" for file in sorted(FILES)])
                 for entry in archive.infolist():
                     self.assertEqual(entry.date_time, (2023, 11, 14, 22, 13, 20))
                     file = os.path.basename(entry.filename)
@@ -125,7 +125,7 @@ class PackageTest(unittest.TestCase):
                         self.assertEqual(machine(built), MACHINES[preset])
 
     def install(self, *switches):
-        return run(self.package("Tallowmere32-2.1-setup.exe"), "/S", *switches)[0]
+        return run(self.package(f"{NAME}-setup.exe"), "/S", *switches)[0]
 
     def empty_home(self):
         home = unix_path(DEFAULT_FOLDER)
@@ -173,9 +173,9 @@ class PackageTest(unittest.TestCase):
         self.assertFalse(os.path.exists(home))
 
     def test_runs_no_library_of_its_folder(self):
-        with zipfile.ZipFile(self.package("Tallowmere32-2.1.zip")) as archive:
+        with zipfile.ZipFile(self.package(f"{NAME}.zip")) as archive:
             archive.extractall(self.folder)
-        folder = os.path.join(self.folder, "Tallowmere32-2.1")
+        folder = os.path.join(self.folder, NAME)
         self.addCleanup(run, "reg", "delete", OVERRIDES, "/f")
         for library in ("comctl32", "dwmapi", "uxtheme", "winmm"):
             shutil.copy(planted, os.path.join(folder, library + ".dll"))
@@ -189,7 +189,7 @@ class PackageTest(unittest.TestCase):
         home = self.empty_home()
         self.assertEqual(self.install(), 0)
         self.assertEqual(set(os.listdir(home)), FILES | {"uninstall.exe"})
-        self.assertEqual(value(UNINSTALL, "DisplayVersion"), "2.1")
+        self.assertEqual(value(UNINSTALL, "DisplayVersion"), version)
         program = value(UNINSTALL, "DisplayIcon")
         self.assertEqual(value(UNINSTALL, "UninstallString"),
                          f'"{program[:program.rindex(chr(92))]}\\uninstall.exe"')
@@ -241,5 +241,4 @@ class PackageTest(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    project, wine, planted = sys.argv[1:4]
     unittest.main(argv=sys.argv[:1])

@@ -2,6 +2,7 @@
 #include "dialogs/frmHints.h"
 #include "dialogs/frmQTips.h"
 #include "dialogs/resource.h"
+#include "help/help_pages.h"
 #include "tests/windows/dialogs_support.h"
 #include "tests/windows/picture.h"
 #include "win32/message_loop.h"
@@ -195,7 +196,7 @@ TEST(HelpTest, AboutShowsNameAndVersion) {
   Hand hand;
   frmAbout form(hand.window());
   hand.work([&] { form.show(hand.window()); }, {[&] {
-              EXPECT_EQ(form.Label1.text(), "Tallowmere 32 - Version 2.1");
+              EXPECT_EQ(form.Label1.text(), about_title);
               // On a screen of another DPI the system gives every control the form's font.
               form.Label1.set_font(
                   reinterpret_cast<HFONT>(SendMessageW(form.handle(), WM_GETFONT, 0, 0)));
