@@ -29,7 +29,7 @@ const std::string& prose() {
     std::string made;
     while (made.size() < text_size) {
       for (unsigned left = 2 + random() % 8; left > 0; --left) {
-        const unsigned pick = std::min(random() % 26, random() % 26);
+        const auto pick = std::min(random() % 26, random() % 26);
         made += letters[pick];
       }
       made += random() % 9 == 0 ? ".\r\nThe " : " ";
