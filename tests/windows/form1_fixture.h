@@ -50,26 +50,29 @@ inline std::string message_box_text(HWND box) {
   return win32::Control(GetDlgItem(box, 0xFFFF)).text();
 }
 
-/// Half a second later at each look.
-class TickingClock : public FixedClock {
- public:
-  double seconds_since_midnight() const override { return seconds_ += 0.5; }
-
- private:
-  mutable double seconds_ = 1000;
-};
+/// Presses a button of a dialog or of a message box, whose text it hands out first.
+inline std::function<void(HWND)> press_button(int id, std::string* text = nullptr) {
+  return [=](HWND box) {
+    if (text != nullptr) *text = message_box_text(box);
+    PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(id), 0);
+  };
+}
 
 /// The real main window, hidden, over files in memory.
 class Form1Test : public testing::Test {
  protected:
   static constexpr Ticks minute = 60 * ticks_per_second;
 
-  Form1& open() {
+  void open() {
     settings.save_setting("path", "C:\\docs\\");
     settings.save_setting("checked", "YNNNNNNYNNYNNNNNYYN");  // all files, by name, no sound
+    start(settings);
+  }
+
+  void start(SettingsStore& store) {
+    form.reset();
     form = std::make_unique<Form1>(
-        Form1::Services{search, settings, files, clock, page, "C:\\program\\"});
-    return *form;
+        Form1::Services{search, store, files, clock, page, "C:\\program\\"});
   }
 
   ~Form1Test() override {
@@ -77,11 +80,6 @@ class Form1Test : public testing::Test {
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     }
-  }
-
-  void add_many(int count) {
-    for (int i = 0; i < count; ++i)
-      files.add("C:\\docs\\" + std::to_string(i), "needle", i * ticks_per_second);
   }
 
   void run(SearchKind kind, const std::string& criteria) {
@@ -93,12 +91,19 @@ class Form1Test : public testing::Test {
   /// As if the user chose it, but served at once.
   void choose(int command) { SendMessageW(form->handle(), WM_COMMAND, MAKEWPARAM(command, 0), 0); }
 
-  /// As if the user clicked on a header of the list.
-  void click_column(int column) {
-    NMLISTVIEW click{};
-    click.hdr = {form->ListView2.handle(), IDC_LISTVIEW2, static_cast<UINT>(LVN_COLUMNCLICK)};
-    click.iSubItem = column;
-    SendMessageW(form->handle(), WM_NOTIFY, IDC_LISTVIEW2, reinterpret_cast<LPARAM>(&click));
+  /// As if the user did something to the list, or to one of its headers.
+  void notify_list(UINT code, int column = 0) {
+    NMLISTVIEW event{};
+    event.hdr = {form->ListView2.handle(), IDC_LISTVIEW2, code};
+    event.iSubItem = column;
+    SendMessageW(form->handle(), WM_NOTIFY, IDC_LISTVIEW2, reinterpret_cast<LPARAM>(&event));
+  }
+  void click_column(int column) { notify_list(static_cast<UINT>(LVN_COLUMNCLICK), column); }
+
+  /// Selects as the user does, and lets the viewer follow.
+  void click_row(int row) {
+    form->ListView2.select_only(row);
+    win32::pump_pending();
   }
 
   std::string cell(int row, int column) const {
@@ -119,6 +124,11 @@ class Form1Test : public testing::Test {
     return all;
   }
 
+  /// Of the viewer and the window.
+  std::string text_and_caption() const {
+    return form->Text1.text() + "," + win32::Control(form->handle()).text();
+  }
+
   UINT entry_state(int id) const {
     return GetMenuState(GetMenu(form->handle()), static_cast<UINT>(id), MF_BYCOMMAND);
   }
@@ -126,7 +136,7 @@ class Form1Test : public testing::Test {
   bool entry_checked(int id) const { return (entry_state(id) & MF_CHECKED) != 0; }
 
   MemoryFiles files;
-  TickingClock clock;
+  FixedClock clock;
   MemorySettings settings;
   SearchCriteria search;
   CodePage page = CodePage::windows_1252();

@@ -1,66 +1,47 @@
-#include "shell/geometry.h"
 #include "tests/windows/accessible_name.h"
 #include "tests/windows/form1_fixture.h"
 #include "win32/dpi.h"
+#include "win32/registry.h"
 
 namespace tallowmere {
 namespace {
 
-class Form1WindowTest : public Form1Test {};
-
-/// A menu as text: captions in order, "-" for a line, submenus in brackets.
-std::string menu_text(HMENU menu) {
-  std::string text;
-  for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-    wchar_t caption[100] = L"";
-    GetMenuStringW(menu, static_cast<UINT>(i), caption, 100, MF_BYPOSITION);
-    text += *caption == 0 ? "-" : win32::narrow(caption);
-    if (const HMENU submenu = GetSubMenu(menu, i)) {
-      text.append("[").append(menu_text(submenu)).append("]");
-    }
-    text += "|";
+class Form1WindowTest : public Form1Test {
+ protected:
+  static RECT place_of(HWND window) {
+    RECT place;
+    GetWindowRect(window, &place);
+    return place;
   }
-  return text;
-}
+};
 
-TEST_F(Form1WindowTest, HasItsMenusTipsAndNames) {
+/// Settings in the registry, under a key that only these tests know.
+class Form1SettingsTest : public Form1WindowTest {
+ protected:
+  Form1SettingsTest() : store(path) { RegDeleteTreeW(HKEY_CURRENT_USER, path); }
+  ~Form1SettingsTest() override {
+    form.reset();
+    RegDeleteTreeW(HKEY_CURRENT_USER, path);
+  }
+
+  static constexpr wchar_t path[] = L"Software\\Tallowmere\\Tests";
+  win32::RegistrySettings store;
+};
+
+TEST_F(Form1WindowTest, AnEmptyListLeavesOnlySearchToggleAndExit) {
   open();
-  EXPECT_EQ(menu_text(GetMenu(form->handle())),
-            "&File[&View|&Launch|-|&Move|&Copy|Re&name|&Delete|&Remove|-|&Select All|-|E&xit|]|"
-            "&Edit[&Copy Text|&Append Text|C&opy File Name|-|Find &Next|Find Pre&v|-|&HyperFind|"
-            "&Restore Find|]|"
-            "&Search[&Start|Sto&p|-|Sound &On|&Minimize On|&Find On Launch|]|"
-            "&Display[Change &Font...|&Larger Font|&Smaller Font|-|"
-            "Sort Files &By[&Name|&Date/Time|&Size|&Folder|&Type|]|]|"
-            "&Help[&Quick Answers...|&Searching Hints...|-|&About Tallowmere...|]|");
-  const win32::PopupMenu quick(IDR_QUICK);
-  EXPECT_EQ(menu_text(quick.handle()),
-            "Copy|Append|-|HyperFind|-|New Search|List Search|File Search|");
-  EXPECT_EQ(form->tool_tip(form->cmdExit), "Exit Tallowmere");
+  EXPECT_FALSE(form->Text1.enabled() || form->Text1.VScroll1.enabled());
+  for (int id = ID_MNUVIEW; id <= ID_MNUSELECTALL; ++id) EXPECT_FALSE(entry_enabled(id)) << id;
+  for (const int id : {ID_MNUEXIT, ID_MNUSTART}) EXPECT_TRUE(entry_enabled(id)) << id;
   EXPECT_EQ(accessible_name(form->ListView2.handle()), "Files found");
   EXPECT_EQ(accessible_name(form->Text1.handle()), "Text of the file");
 }
 
-TEST_F(Form1WindowTest, AnEmptyListLeavesOnlySearchToggleAndExit) {
+TEST_F(Form1WindowTest, ColumnsAndControlsFitIntoTheWindow) {
   open();
-  EXPECT_FALSE(form->cmdView.enabled() || form->cmdHyper.enabled() || form->cmdRestore.enabled());
-  EXPECT_FALSE(form->Text1.enabled() || form->Text1.VScroll1.enabled());
-  for (int id = ID_MNUVIEW; id <= ID_MNUSELECTALL; ++id) EXPECT_FALSE(entry_enabled(id)) << id;
-  for (const int id : {ID_MNUEXIT, ID_MNUSTART}) EXPECT_TRUE(entry_enabled(id)) << id;
-}
-
-TEST_F(Form1WindowTest, OpensInItsDesignSizeAndIsNeverSmallerThanItsControls) {
-  open();
-  const int dpi = win32::window_dpi(form->handle());
-  RECT rect;
-  GetWindowRect(form->handle(), &rect);
-  EXPECT_EQ(rect.right - rect.left, to_pixels(main_window_design.width, dpi));
-  EXPECT_EQ(rect.bottom - rect.top, to_pixels(main_window_design.height, dpi));
-
   int columns = 0;
   for (int i = 0; i < result_columns; ++i) columns += form->ListView2.column_width(i);
-  RECT list;
-  GetWindowRect(form->ListView2.handle(), &list);
+  const RECT list = place_of(form->ListView2.handle());
   EXPECT_LT(columns, list.right - list.left) << "a sideways scroll bar";
   EXPECT_GT(columns, list.right - list.left - 50);
 
@@ -68,27 +49,21 @@ TEST_F(Form1WindowTest, OpensInItsDesignSizeAndIsNeverSmallerThanItsControls) {
   RECT client;
   GetClientRect(form->handle(), &client);
   EXPECT_GT(client.right, 500);
-  for (HWND child = GetWindow(form->handle(), GW_CHILD); child != nullptr;
-       child = GetWindow(child, GW_HWNDNEXT)) {
-    if (!(GetWindowLongPtrW(child, GWL_STYLE) & WS_VISIBLE)) continue;
-    RECT place;
-    GetWindowRect(child, &place);
+  for (const int id : {IDC_CMDEXIT, IDC_LISTVIEW2, IDC_VSCROLL1, IDC_LBLFILEINFO}) {
+    RECT place = place_of(GetDlgItem(form->handle(), id));
     MapWindowPoints(nullptr, form->handle(), reinterpret_cast<POINT*>(&place), 2);
-    EXPECT_LE(place.right, client.right) << GetDlgCtrlID(child);
-    EXPECT_LE(place.bottom, client.bottom) << GetDlgCtrlID(child);
+    EXPECT_TRUE(place.right <= client.right && place.bottom <= client.bottom) << id;
   }
 }
 
-TEST_F(Form1WindowTest, ColumnsKeepTheUsersWidthsOnAnotherScreen) {
+TEST_F(Form1WindowTest, AColumnKeepsTheUsersWidthOnAnotherScreen) {
   open();
   form->ListView2.set_column_width(0, 100);
-  form->ListView2.set_column_width(2, 40);
   RECT proposed{0, 0, 900, 600};
   SendMessageW(form->handle(), WM_DPICHANGED, MAKEWPARAM(144, 144),
                reinterpret_cast<LPARAM>(&proposed));
   win32::pump_pending();
   EXPECT_EQ(form->ListView2.column_width(0), 100 * 144 / win32::window_dpi(form->handle()));
-  EXPECT_EQ(form->ListView2.column_width(2), 40 * 144 / win32::window_dpi(form->handle()));
 }
 
 TEST_F(Form1WindowTest, NothingRunsBehindADialog) {
@@ -99,6 +74,48 @@ TEST_F(Form1WindowTest, NothingRunsBehindADialog) {
   SendMessageW(form->handle(), WM_CLOSE, 0, 0);
   EXPECT_EQ(entry_checked(ID_MNUSOUNDON), before);
   EXPECT_NE(form->handle(), nullptr);
+}
+
+TEST_F(Form1SettingsTest, TheEndOfTheSessionSaves) {
+  start(store);
+  search.criteria = "naïve 中 \"quoted\"";
+  SendMessageW(form->handle(), WM_ENDSESSION, FALSE, 0);
+  EXPECT_EQ(store.get_setting("criteria"), "");
+  SendMessageW(form->handle(), WM_ENDSESSION, TRUE, 0);
+  EXPECT_EQ(store.get_setting("criteria"), search.criteria);
+  EXPECT_NE(form->handle(), nullptr);
+}
+
+TEST_F(Form1SettingsTest, ASnappedWindowComesBackAlsoAfterItWasMaximised) {
+  start(store);
+  RECT work;
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  const int frame = win32::hidden_frame(win32::window_dpi(form->handle()));
+  EXPECT_GT(frame, 0);
+  SetWindowPos(form->handle(), nullptr, work.left - frame, work.top, 700,
+               work.bottom - work.top + frame, SWP_NOZORDER | SWP_NOACTIVATE);
+  const RECT snapped = place_of(form->handle());
+  for (const bool maximised : {false, true}) {
+    if (maximised) form->show(SW_SHOWMAXIMIZED);
+    choose(ID_MNUEXIT);
+    start(store);
+    const RECT restored = place_of(form->handle());
+    EXPECT_TRUE(EqualRect(&restored, &snapped)) << restored.left << ' ' << restored.bottom;
+  }
+}
+
+TEST_F(Form1SettingsTest, RegistryValuesOfAnyKindAndLengthAreRead) {
+  const auto set = [](const wchar_t* name, DWORD type, const void* data, DWORD bytes) {
+    ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, path, name, type, data, bytes), ERROR_SUCCESS);
+  };
+  set(L"number", REG_DWORD, L"AA", 4);
+  set(L"odd", REG_SZ, L"abc", 5);
+  set(L"nothing", REG_SZ, nullptr, 0);
+  EXPECT_EQ(store.get_setting("odd").substr(0, 2), "ab");
+  for (const char* name : {"number", "nothing", "absent"}) EXPECT_EQ(store.get_setting(name), "");
+  const std::string megabyte(1'000'000, 'x');
+  store.save_setting("long", megabyte);
+  EXPECT_EQ(store.get_setting("long"), megabyte);
 }
 
 }  // namespace
