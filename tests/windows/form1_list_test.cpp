@@ -1,5 +1,7 @@
+#include "dialogs/frmCopyMove.h"
 #include "tests/windows/find_row.h"
 #include "tests/windows/form1_fixture.h"
+#include "tests/windows/temp_folder.h"
 
 namespace tallowmere {
 namespace {
@@ -46,6 +48,32 @@ TEST_F(Form1ListTest, HeadersAndMenuShowTheOrderAndKeepTheSelection) {
   EXPECT_EQ(arrows(), "    ");
   EXPECT_TRUE(entry_checked(ID_MNUSORT + 4));
   EXPECT_FALSE(entry_checked(ID_MNUSORT + 2));
+}
+
+// The box that tells of the other file serves events, too.
+TEST_F(Form1ListTest, MovedFilesAreSortedWhenTheirCommandIsOver) {
+  const TempFolder folder;
+  for (const char* name : {"a", "b", "c"}) files.add(folder.write(name, "needle"), "needle");
+  open();
+  search.path = folder.path();
+  choose(ID_MNUSORT + 3);
+  run(SearchKind::new_search, "needle");
+  form->ListView2.select_all();
+  win32::pump_pending();  // the first one shows
+  {
+    const FileLock lock(folder, "b");
+    const User dialog("Move Files", [](HWND window) {
+      static_cast<frmCopyMove&>(*win32::Form::from(window)).txtNewFolder.set_text("to");
+      PostMessageW(window, WM_COMMAND, IDOK, 0);
+    });
+    const User box("Cannot Move File", press_button(IDOK));
+    choose(ID_MNUMOVE);
+  }
+  EXPECT_EQ(cell(0, 3), folder.path("to\\"));
+  EXPECT_EQ(names(), "a b c ");
+  win32::pump_pending();
+  EXPECT_EQ(names(), "b a c ");
+  EXPECT_EQ(folder.read("to\\a") + folder.read("b"), "needleneedle");
 }
 
 TEST_F(Form1ListTest, TheKeyboardGoesFromTheButtonsIntoTheList) {
