@@ -20,12 +20,9 @@ HANDLE create_file(const std::string& path) {
 }
 
 FILETIME local_time(int minutes) {
-  SYSTEMTIME time{};
-  time.wYear = 2001;
-  time.wMonth = 5;
-  time.wDay = 20;
-  time.wHour = static_cast<WORD>(9 + (15 + minutes) / 60);
-  time.wMinute = static_cast<WORD>((15 + minutes) % 60);
+  const int in_day = 9 * 60 + 15 + minutes;
+  const SYSTEMTIME time{
+      2001, 5, 0, 20, static_cast<WORD>(in_day / 60), static_cast<WORD>(in_day % 60), 0, 0};
   SYSTEMTIME universal{};
   TzSpecificLocalTimeToSystemTime(nullptr, &time, &universal);
   FILETIME result{};

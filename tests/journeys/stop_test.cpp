@@ -1,3 +1,5 @@
+#include <functional>
+
 #include "tests/journeys/journey.h"
 
 namespace tallowmere::driver {
@@ -12,60 +14,43 @@ class Stop : public Journey {
     set_folder_settings();
   }
 
-  /// Begins a search, stops it in some way while the huge file is read, and expects its end.
-  template <typename Press>
-  void expect_stop(const MainWindow& program, Press press) {
-    ASSERT_TRUE(wait_until([&] { return program.is_searching(); }));
+  /// Begins a search and waits until it is in the huge file.
+  static void search(const MainWindow& program, Window criteria) {
+    program.begin(criteria, phrase, "zero");
+    // The rows found so far show while the search goes on, and the running count with them.
+    ASSERT_TRUE(wait_until([&] { return program.list().count() == 2; }));
+    EXPECT_TRUE(wait_until([&] { return program.timing_label() == "2 file(s) matched out of 3"; }));
+    EXPECT_EQ(program.count_label(), "Searching");
     EXPECT_FALSE(program.control(IDC_CMDEXIT).is_enabled());
-    Sleep(400);
-    ASSERT_TRUE(program.is_searching()) << "the run was over before it was stopped";
-
-    press();
-    ASSERT_TRUE(wait_until([&] { return program.timing_label() == "Search Stopped"; }));
-    EXPECT_EQ(program.control(IDC_CMDSEARCH).text(), "Search");
-    EXPECT_TRUE(wait_until([&] { return program.control(IDC_CMDEXIT).is_enabled(); }));
-    EXPECT_EQ(program.list().column(0), (Names{"a.txt", "b.txt"}));
-    EXPECT_EQ(program.count_label(), "2 file(s) matched out of 3");
+    ASSERT_TRUE(program.is_searching());
   }
 };
 
 TEST_F(Stop, ButtonMenuAndEscapeAnswerInsideAHugeFile) {
   const auto program = start();
-  program->begin(program->press_search(new_search_caption), phrase, "zero");
-  expect_stop(*program, [&] { program->control(IDC_CMDSEARCH).click(); });
+  const Window button = program->control(IDC_CMDSEARCH);
+  search(*program, program->press_search(new_search_caption));
+  for (const auto& stop : {std::function([&] { button.click(); }),
+                           {[&] { program->window().command(ID_MNUSTOP); }},
+                           {[&] { button.key(VK_ESCAPE); }}}) {
+    stop();
+    ASSERT_TRUE(program->wait_for_end());
+    EXPECT_EQ(program->timing_label(), "Search Stopped");
+    EXPECT_EQ(program->list().column(0), (Names{"a.txt", "b.txt"}));
+    EXPECT_EQ(program->count_label(), "2 file(s) matched out of 3");
+    search(*program,
+           program->choose_narrowing(program->press_search(narrow_caption), 0, new_search_caption));
+  }
 
-  const auto again = [&] {
-    const Window prompt = program->press_search(narrow_caption);
-    program->begin(program->choose_narrowing(prompt, 0, new_search_caption), phrase, "zero");
-  };
-  again();
-  expect_stop(*program, [&] { program->window().command(ID_MNUSTOP); });
-  again();
-  expect_stop(*program, [&] { program->control(IDC_CMDSEARCH).key(VK_ESCAPE); });
-}
-
-TEST_F(Stop, TheWindowLivesWhileItSearches) {
-  const auto program = start();
-  program->begin(program->press_search(new_search_caption), phrase, "zero");
-  ASSERT_TRUE(wait_until([&] { return program->is_searching(); }));
-  // The rows found so far show while the search goes on, and the running count with them.
-  EXPECT_TRUE(wait_until([&] { return program->list().count() == 2; }));
-  EXPECT_TRUE(wait_until([&] { return program->timing_label() == "2 file(s) matched out of 3"; }))
-      << program->timing_label();
-  EXPECT_EQ(program->count_label(), "Searching");
-
+  // The window lives meanwhile. To close it ends the search and the program.
   const RECT before = program->list().rectangle();
-  const RECT place = program->window().rectangle();
-  SetWindowPos(program->window().handle(), nullptr, place.left + 5, place.top + 5,
-               place.right - place.left + 60, place.bottom - place.top + 200,
+  SetWindowPos(program->window().handle(), nullptr, 5, 5, before.right - before.left + 90, 600,
                SWP_NOZORDER | SWP_ASYNCWINDOWPOS);
   EXPECT_TRUE(wait_until([&] {
     const RECT after = program->list().rectangle();
     return after.right - after.left > before.right - before.left;
   }));
   ASSERT_TRUE(program->is_searching());
-
-  // Closing the window ends the search and the program.
   EXPECT_TRUE(program->quit());
 }
 
