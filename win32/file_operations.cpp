@@ -52,8 +52,7 @@ Result information(const std::u16string& path, BY_HANDLE_FILE_INFORMATION& facts
 /// True for one file under two paths, through a link or a drive that stands for a folder. Some
 /// networks give all their files the index 0.
 bool is_same_file(const std::u16string& a, const std::u16string& b) {
-  BY_HANDLE_FILE_INFORMATION one;
-  BY_HANDLE_FILE_INFORMATION other;
+  BY_HANDLE_FILE_INFORMATION one, other;
   return !information(a, one) && !information(b, other) &&
          one.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
          one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow &&
@@ -262,8 +261,7 @@ class Draft {
 /// Before the source goes: the copy is all of it, and on the disk.
 Result check_copy(const std::u16string& source, const SizeAndTime& before,
                   const std::u16string& copy) {
-  SizeAndTime now;
-  SizeAndTime copied;
+  SizeAndTime now, copied;
   if (auto error = size_and_time(source, now)) return error;
   if (auto error = size_and_time(copy, copied)) return error;
   if (now != before || copied.size != now.size) {
