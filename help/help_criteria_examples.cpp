@@ -39,6 +39,7 @@ constexpr HelpItem items[] = {
      "Nothing: every file is found that lies in the chosen folder and has one of the chosen types "
      "and dates."},
 };
+static_assert(is_complete(items));
 
 }  // namespace
 

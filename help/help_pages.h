@@ -20,6 +20,16 @@ struct HelpItem {
   bool same_line = false;        ///< goes on where the item before it ends
 };
 
+/// Every topic has an answer, nothing else has one, and no caption of a topic marks a key by a "&".
+constexpr bool is_complete(std::span<const HelpItem> items) {
+  for (const HelpItem& item : items) {
+    const bool is_topic = item.kind == HelpItemKind::topic;
+    if (item.text.empty() || item.answer.empty() == is_topic) return false;
+    if (is_topic && item.text.find('&') != item.text.npos) return false;
+  }
+  return true;
+}
+
 /// One help screen: its items from top to bottom. Texts are UTF-8.
 struct HelpPage {
   std::string_view title;

@@ -81,6 +81,7 @@ constexpr HelpItem items[] = {
      "Remove only takes them out of the list: the files themselves are not touched, and the next "
      "search may list them again."},
 };
+static_assert(is_complete(items));
 
 }  // namespace
 

@@ -55,6 +55,7 @@ constexpr HelpItem items[] = {
     {paragraph, "See how they work together:"},
     {link, "Examples", {}, true},
 };
+static_assert(is_complete(items));
 
 }  // namespace
 

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,31 +9,28 @@
 #include "launch/launch_command.h"
 #include "launch/script_player.h"
 #include "launch/window_title.h"
-#include "shell/clipboard_text.h"
 
 namespace tallowmere {
 namespace {
 
-struct CommandCase {
-  std::string command, program, app;
-};
+using Row = std::pair<std::string, std::string>;
 
 TEST(LaunchCommand, ProgramsOfAssociations) {
-  const CommandCase cases[] = {
+  const struct {
+    const char *command, *program, *app;
+  } cases[] = {
       {"C:\\Apps\\editor.exe %1", "C:\\Apps\\editor", "editor"},
       {"\"C:\\My Apps\\WORDPAD.EXE\" /x \"%1\"", "C:\\My Apps\\WORDPAD", "wordpad"},
       {"C:\\A\\first.EXE.exe %1", "C:\\A\\first.EXE", "first.exe"},
       {"C:\\A\\Mixed.Exe %1", "C:\\A\\Mixed", "mixed"},
-      {"notepad.exe", "notepad", "notepad"},
       {"\"C:\\A\\tool\" %1", "C:\\A\\tool", "tool"},
       {"C:\\A\\run.bat %1", "C:\\A\\run.bat %1", "run.bat %1"},
       {"\"%1\" %*", "%1", "%1"},
       {"\"", "", ""},
-      {"", "", ""},
   };
-  for (const CommandCase& entry : cases) {
-    EXPECT_EQ(program_path(entry.command), entry.program) << entry.command;
-    EXPECT_EQ(app_base_name(program_path(entry.command)), entry.app) << entry.command;
+  for (const auto& [command, program, app] : cases) {
+    EXPECT_EQ(program_path(command), program) << command;
+    EXPECT_EQ(app_base_name(program), app) << command;
   }
 }
 
@@ -46,29 +41,21 @@ TEST(LaunchCommand, WhatIsStarted) {
   EXPECT_EQ(program_command_line("C:\\My Apps\\a.exe"), "\"C:\\My Apps\\a.exe\"");
   EXPECT_EQ(program_file("C:\\A\\run.bat %1"), "C:\\A\\run.bat %1.exe");
 
-  const std::pair<std::string, bool> files[] = {{"C:\\d\\a.b.exe", true},
-                                                {"C:\\d\\REPORT.EXE", false},
-                                                {"C:\\my.exe\\readme", false},
-                                                {"C:\\d\\exe", false},
-                                                {"C:\\d\\a.exe.", false}};
-  for (const auto& [path, runs] : files) EXPECT_EQ(is_program(file_extension(path)), runs) << path;
-
-  std::istringstream types(
-      "EXE bat Cmd COM js jse vbs vbe wsf wsh hta ps1 scr pif msi lnk url reg CpL");
-  for (std::string type; types >> type;) EXPECT_TRUE(runs_when_opened(type)) << type;
-  for (const char* type : {"", "txt", "c", "html", "ba", "batch", "json", "bat "}) {
+  EXPECT_TRUE(is_program(file_extension("C:\\d\\a.b.exe")));
+  for (const char* path : {"C:\\d\\REPORT.EXE", "C:\\my.exe\\readme", "C:\\d\\exe", "a.exe."}) {
+    EXPECT_FALSE(is_program(file_extension(path))) << path;
+  }
+  for (const char* type : {"EXE", "bat", "CpL"}) EXPECT_TRUE(runs_when_opened(type)) << type;
+  for (const char* type : {"", "txt", "ba", "batch", "bat "}) {
     EXPECT_FALSE(runs_when_opened(type)) << type;
   }
 }
 
 TEST(KeyScript, Escaping) {
-  const std::pair<std::string, std::string> cases[] = {
-      {"50%", "+5+0{%}"},
-      {"a+B (c)", "a{+}+B+ {(}c{)}"},
-      {"[x]{^~}", "{[}x{]}{{}{^}{~}{}}"},
-      {"é É ß 中😀", "é+ +É+ +ß+ +中+😀"},
-      {"", ""},
-  };
+  const Row cases[] = {{"50%", "+5+0{%}"},
+                       {"[x]{^~}", "{[}x{]}{{}{^}{~}{}}"},
+                       {"a+B (c)", "a{+}+B+ {(}c{)}"},
+                       {"é É ß 中😀", "é+ +É+ +ß+ +中+😀"}};
   for (const auto& [text, keys] : cases) {
     EXPECT_EQ(escape_keys(text), keys);
     std::string typed;
@@ -81,60 +68,41 @@ TEST(KeyScript, Escaping) {
 }
 
 TEST(KeyScript, Notation) {
-  const std::vector<KeyEvent> expected = {{NamedKey::none, 's', false, true},
-                                          {NamedKey::enter},
-                                          {NamedKey::none, 'f', true},
-                                          {NamedKey::escape},
-                                          {NamedKey::f4},
-                                          {NamedKey::none, '}'},
-                                          {NamedKey::none, 'X', true, true, true}};
-  EXPECT_EQ(parse_keys("%s~^f{ESC}{F4}{}}^%+X"), expected);
-  parse_keys("{");
-  parse_keys("a{}");
+  using Keys = std::vector<KeyEvent>;
+  EXPECT_EQ(parse_keys("%s^%+X{}}"), (Keys{{NamedKey::none, 's', false, true},
+                                           {NamedKey::none, 'X', true, true, true},
+                                           {NamedKey::none, '}'}}));
+  EXPECT_EQ(parse_keys("~{ESC}{F4}"),
+            (Keys{{NamedKey::enter}, {NamedKey::escape}, {NamedKey::f4}}));
+  for (const char* odd : {"{", "a{}"}) parse_keys(odd);
 }
 
 /// One line for a script: windows in <>, waits as numbers, "!" behind a step that waits.
 std::string script_line(std::string_view app, const FindRequest& request) {
+  using enum ScriptStep::Kind;
   std::string line;
-  for (const ScriptStep& step : build_script(app, request)) {
-    switch (step.kind) {
-      case ScriptStep::Kind::activate:
-        line += "<" + step.text + ">";
-        break;
-      case ScriptStep::Kind::wait:
-        line += std::to_string(step.seconds).substr(0, 3);
-        break;
-      default:
-        line += step.text + (step.kind == ScriptStep::Kind::send_wait ? "!" : "");
-    }
-    line += ' ';
+  for (const auto& [kind, text, seconds] : build_script(app, request)) {
+    if (kind == wait) line += std::to_string(seconds).substr(0, 3);
+    line += kind == activate ? "<" + text + ">" : text;
+    line += kind == send_wait ? "! " : " ";
   }
   return line;
 }
 
 TEST(KeyScript, ScriptsOfTheKnownEditors) {
   const FindRequest all{"a1", true, true};
-  const FindRequest plain{"a", false, false};
   EXPECT_EQ(script_line("wordpad", all), "<WordPad> 1.4 ^f 0.4 a+1 %w %c ~! 1.4 {ESC}! ");
-  EXPECT_EQ(script_line("write", all), "<Write> {ESC} 1.4 %n~ 0.4 a+1 %w %c ~! 1.4 {ESC}! ");
   EXPECT_EQ(script_line("notepad", all), "<Notepad> %s~ a+1 %c ~! 1.5 <Notepad> {ESC}! ");
-  EXPECT_EQ(script_line("cardfile", all),
-            "<Cardfile> %sf~ a+1 %c ~{ESC}{ESC}! <Cardfile> {F4} a+1 ~{ESC}! ");
-  EXPECT_EQ(script_line("msworks", all), "<Microsoft Works> %ef a+1 %w %c ~! ");
-  EXPECT_EQ(script_line("wordpad", plain), "<WordPad> 1.4 ^f 0.4 a ~! 1.4 {ESC}! ");
-  EXPECT_EQ(script_line("Notepad", all), "");
-  EXPECT_EQ(script_line("notepad", {"", true, true}), "");
+  EXPECT_EQ(script_line("wordpad", {"a"}), "<WordPad> 1.4 ^f 0.4 a ~! 1.4 {ESC}! ");
+  for (const char* app : {"write", "cardfile", "msworks"}) EXPECT_NE(script_line(app, all), "");
+  EXPECT_EQ(script_line("Notepad", all) + script_line("notepad", {}), "");
 }
 
 TEST(KeyScript, WhatIsToBeFound) {
   const CodePage page = CodePage::windows_1252();
   const auto request = [&](std::string criteria, SearchType type, bool match_case = false) {
     SearchCriteria search;
-    CriteriaInput input;
-    input.criteria = std::move(criteria);
-    input.search_type = type;
-    input.match_case = match_case;
-    load_search_criteria(search, input);
+    load_search_criteria(search, {std::move(criteria), type, match_case});
     const FindRequest found = find_request(search, page);
     return found.text + (found.whole_word ? "|w" : "") + (found.match_case ? "|c" : "");
   };
@@ -142,8 +110,7 @@ TEST(KeyScript, WhatIsToBeFound) {
   EXPECT_EQ(request("\"Big dog\" cat", search_near, true), "Big dog|c");
   EXPECT_EQ(request(" \"x\" ", search_phrase), " \"x\" ");
   EXPECT_EQ(request("\r\n\tone\r\ntwo", search_phrase), "one") << "no Find dialog takes two lines";
-  EXPECT_EQ(request("  ", search_or), "");
-  EXPECT_EQ(request("\"\"", search_or), "");
+  EXPECT_EQ(request("  ", search_or) + request("\"\"", search_or), "");
   EXPECT_EQ(find_request({}, page).text, "") << "no search was run yet";
 }
 
@@ -152,37 +119,32 @@ TEST(WindowTitle, Matching) {
   EXPECT_EQ(match_title("Notepad - a.txt", "Notepad"), TitleMatch::begins_with);
   EXPECT_EQ(match_title("a.txt - Wine Wordpad", "WordPad"), TitleMatch::ends_with);
   EXPECT_EQ(match_title("My Notepad files", "Notepad"), TitleMatch::none);
-  EXPECT_EQ(match_title("", "Notepad"), TitleMatch::none);
-  EXPECT_GT(TitleMatch::begins_with, TitleMatch::ends_with);
 }
 
 TEST(WindowTitle, WhichWindowsOfAnEditorMayGetKeys) {
   const auto suits = [](WindowOwner owner, std::string_view title, std::string_view file) {
     return match_editor_window(owner, title, "Notepad", file) != TitleMatch::none;
   };
-  constexpr auto started = WindowOwner::started, same = WindowOwner::same_program;
+  using enum WindowOwner;
   EXPECT_TRUE(suits(started, "Untitled - Notepad", "a.txt")) << "its own window";
   EXPECT_FALSE(suits(started, "a.txt - Editor", "a.txt"));
-  EXPECT_FALSE(suits(WindowOwner::other_program, "a.txt - Notepad", "a.txt"));
-
-  const std::pair<std::string, std::string> fitting[] = {
-      {"a.txt - Notepad", "a.txt"},
-      {"*A.TXT - NOTEPAD", "a.txt"},
-      {"Notepad - [a.txt]", "a.txt"},
-      {"C:\\b\\a.txt (read only) - Notepad", "a.txt"},
-      {"notepad - Notepad", "notepad"},
-      {"Notepad.ini - Notepad", "notepad.ini"},
-      {"b a.txt, a.txt - a.txt - Notepad", "a.txt"}};
-  for (const auto& [title, file] : fitting) EXPECT_TRUE(suits(same, title, file)) << title;
-  const std::pair<std::string, std::string> others[] = {
-      {"b.txt - Notepad", "a.txt"},      {"data.txt - Notepad", "a.txt"},
-      {"b a.txt - Notepad", "a.txt"},    {"a.txt.bak - Notepad", "a.txt"},
-      {"Untitled - Notepad", "notepad"}, {"Notepad", "notepad"},
-      {"a.txt - Editor", "a.txt"},       {"a.txt - Notepad", ""}};
-  for (const auto& [title, file] : others) EXPECT_FALSE(suits(same, title, file)) << title;
+  EXPECT_FALSE(suits(other_program, "a.txt - Notepad", "a.txt"));
+  const Row fitting[] = {{"*A.TXT - NOTEPAD", "a.txt"},
+                         {"Notepad - [a.txt]", "a.txt"},
+                         {"C:\\b\\a.txt (read only) - Notepad", "a.txt"},
+                         {"notepad - Notepad", "notepad"},
+                         {"Notepad.ini - Notepad", "notepad.ini"},
+                         {"b a.txt, a.txt - a.txt - Notepad", "a.txt"}};
+  for (const auto& [title, file] : fitting) EXPECT_TRUE(suits(same_program, title, file)) << title;
+  const Row others[] = {{"data.txt - Notepad", "a.txt"},  {"b a.txt - Notepad", "a.txt"},
+                        {"a.txt.bak - Notepad", "a.txt"}, {"Untitled - Notepad", "notepad"},
+                        {"Notepad", "notepad"},           {"a.txt - Editor", "a.txt"},
+                        {"a.txt - Notepad", ""}};
+  for (const auto& [title, file] : others) EXPECT_FALSE(suits(same_program, title, file)) << title;
 }
 
-/// An editor that answers as `reactions` say: pressing a key brings its target to the front.
+/// An editor in which "%s~" opens the Find dialog, unless a member says otherwise. Times are in
+/// seconds.
 class FakeStage : public KeyStage {
  public:
   Activation try_activate(std::string_view) override {
@@ -215,66 +177,39 @@ class FakeStage : public KeyStage {
   std::string typed;
 };
 
-struct StageCase {
-  const char* name;
-  std::function<void(FakeStage&)> set;
-  ScriptEnd end;
-  std::string typed;
-  double longest;  ///< seconds that the script may take
-};
-
 TEST(ScriptPlayer, TypesIntoTheFindDialogAndNowhereElse) {
-  const StageCase cases[] = {
-      {"all goes well, if slowly", [](FakeStage& s) { s.window_comes = 1009; }, ScriptEnd::done,
-       "s~ab~", 30},
-      {"the window never comes", [](FakeStage& s) { s.window_comes = 1e9; }, ScriptEnd::no_window,
-       "", 11},
-      {"it runs as administrator", [](FakeStage& s) { s.activated = Activation::refused; },
-       ScriptEnd::higher_rights, "", 1},
-      {"the user keeps Shift down", [](FakeStage& s) { s.released_at = 1e9; }, ScriptEnd::keys_held,
-       "", 11},
-      {"the user is elsewhere", [](FakeStage& s) { s.lost_at = 0; }, ScriptEnd::lost_window, "", 3},
-      {"the user leaves while it searches", [](FakeStage& s) { s.lost_at = 1001; },
-       ScriptEnd::lost_window, "s~ab~", 4},
-      {"it hangs before it opens its menu", [](FakeStage& s) { s.hangs_after = "s"; },
-       ScriptEnd::no_answer, "s", 6},
-      {"it searches for long", [](FakeStage& s) { s.hangs_after = "s~ab~"; }, ScriptEnd::done,
-       "s~ab~", 12},
-      {"Alt+S opens no menu", [](FakeStage& s) { s.menu_opens = false; }, ScriptEnd::no_dialog, "s",
-       3},
-      {"the menu opens no dialog", [](FakeStage& s) { s.after_menu = KeyTarget::window; },
-       ScriptEnd::no_dialog, "s~", 3},
-      {"a message opens instead", [](FakeStage& s) { s.after_menu = KeyTarget::dialog; },
-       ScriptEnd::no_dialog, "s~", 3},
-      {"the program ends", [](FakeStage& s) { s.ends_at = 1001; }, ScriptEnd::interrupted, "s~ab~",
-       2},
+  using enum ScriptEnd;
+  using Stage = FakeStage;
+  const struct {
+    const char* name;
+    void (*set)(Stage&);
+    ScriptEnd end;
+    const char* typed;
+    double longest;  ///< that the script may take
+  } cases[] = {
+      {"all is well, if slow", [](Stage& s) { s.window_comes = 1009; }, done, "s~ab~", 30},
+      {"no window comes", [](Stage& s) { s.window_comes = 1e9; }, no_window, "", 11},
+      {"more rights", [](Stage& s) { s.activated = Activation::refused; }, higher_rights, "", 1},
+      {"Shift is held down", [](Stage& s) { s.released_at = 1e9; }, keys_held, "", 11},
+      {"the user is elsewhere", [](Stage& s) { s.lost_at = 0; }, lost_window, "", 3},
+      {"and leaves meanwhile", [](Stage& s) { s.lost_at = 1001; }, lost_window, "s~ab~", 4},
+      {"it hangs at its menu", [](Stage& s) { s.hangs_after = "s"; }, no_answer, "s", 6},
+      {"it searches for long", [](Stage& s) { s.hangs_after = "s~ab~"; }, done, "s~ab~", 12},
+      {"Alt+S opens no menu", [](Stage& s) { s.menu_opens = false; }, no_dialog, "s", 3},
+      {"no dialog", [](Stage& s) { s.after_menu = KeyTarget::window; }, no_dialog, "s~", 3},
+      {"a message", [](Stage& s) { s.after_menu = KeyTarget::dialog; }, no_dialog, "s~", 3},
+      {"the program ends", [](Stage& s) { s.ends_at = 1001; }, interrupted, "s~ab~", 2},
   };
-  for (const StageCase& entry : cases) {
-    FakeStage stage;
-    entry.set(stage);
+  for (const auto& [name, set, expected, typed, longest] : cases) {
+    Stage stage;
+    set(stage);
     ScriptPlayer player(stage);
     const ScriptEnd end = player.play(build_script("notepad", {"ab", false, false}));
-    EXPECT_EQ(end, entry.end) << entry.name;
-    EXPECT_EQ(stage.typed, entry.typed) << entry.name;
-    EXPECT_LE(stage.now - 1000, entry.longest) << entry.name;
-    EXPECT_EQ(script_status(end, player.title()).empty(),
-              end == ScriptEnd::done || end == ScriptEnd::interrupted);
+    EXPECT_EQ(end, expected) << name;
+    EXPECT_EQ(stage.typed, typed) << name;
+    EXPECT_LE(stage.now - 1000, longest) << name;
+    EXPECT_EQ(script_status(end, player.title()).empty(), end == done || end == interrupted);
   }
-}
-
-TEST(ClipboardText, AppendStaysBelowTheCeiling) {
-  EXPECT_EQ(appended_text("old", "new"), "oldnew");
-  EXPECT_EQ(appended_text(std::string(64990, 'x'), std::string(10, 'y')), std::nullopt);
-  EXPECT_TRUE(appended_text(std::string(64989, 'x'), std::string(10, 'y')));
-  std::string accented;
-  for (int i = 0; i < 64989; ++i) accented += "é";
-  EXPECT_TRUE(appended_text(accented, "0123456789")) << "characters count, not bytes";
-}
-
-TEST(ClipboardText, FileNames) {
-  EXPECT_EQ(copied_names_text({}), "");
-  EXPECT_EQ(copied_names_text({"C:\\a"}), "C:\\a");
-  EXPECT_EQ(copied_names_text({"C:\\a", "C:\\b", "C:\\c"}), "C:\\a\r\nC:\\b\r\nC:\\c\r\n");
 }
 
 }  // namespace

@@ -1,25 +1,26 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <limits>
-#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "files/folder_tree.h"
+#include "shell/clipboard_text.h"
 #include "shell/command_rules.h"
+#include "shell/font_sizes.h"
 #include "shell/layout.h"
 #include "shell/run_texts.h"
+#include "shell/start_folder.h"
 
 namespace tallowmere {
 namespace {
 
 TEST(Geometry, PixelsAndTwips) {
-  EXPECT_EQ(to_pixels(15, 96), 1);
-  EXPECT_EQ(to_pixels(7, 96), 0);
-  EXPECT_EQ(to_pixels(8, 96), 1);
+  EXPECT_EQ(to_pixels(7, 96) + to_pixels(8, 96), 1) << "halves away from zero";
   EXPECT_EQ(to_pixels(-8, 96), -1);
-  EXPECT_EQ(to_twips(3, 144), 30);
   EXPECT_EQ(to_pixels(std::numeric_limits<int>::max(), 480), 715827882);
   for (const int dpi : {96, 120, 144, 168, 192}) {
     for (int pixels = -50; pixels < 3000; pixels += 7) {
@@ -28,108 +29,116 @@ TEST(Geometry, PixelsAndTwips) {
   }
 }
 
-/// The controls from top to bottom; neighbours must not overlap.
-std::vector<TwipRect> column(const MainLayout& l) {
-  return {l.cmdSearch, l.Line1, l.ListView2, l.Label1, l.Label2, l.Line2, l.Text1, l.lblFileInfo};
+TEST(Geometry, AStoredPlacementIsMended) {
+  const auto place = [](const TwipRect& stored, int hidden_frame) {
+    constexpr int dpi = 1440;  // a pixel is a twip
+    const Screen screen{{0, 0, 15000, 11000}, dpi, hidden_frame};
+    return place_on_desktop(stored, {&screen, 1}, dpi, {10000, 8000});
+  };
+  constexpr TwipRect centred{2500, 1500, 10000, 8000}, good{1, 3000, 14999, 600};
+  EXPECT_EQ(place({}, 105), centred);
+  EXPECT_EQ(place(good, 105), good);
+  EXPECT_EQ(place({2, 10401, 14999, 600}, 105), (TwipRect{0, 5200, 14999, 600}));
+  EXPECT_EQ(place({-5, 0, 599, 11001}, 105), centred);
+  EXPECT_EQ(place({-200, -105, 15300, 11200}, 105), centred);
+  EXPECT_EQ(place({-105, 0, 5000, 11105}, 0), (TwipRect{5000, 1500, 5000, 8000}));
+  constexpr Twips far = std::numeric_limits<int>::max();
+  EXPECT_EQ(place({-far, far, -far, far}, 105), centred);
 }
 
-std::vector<TwipRect> button_row(const MainLayout& l) {
-  return {l.cmdSearch, l.cmdView,  l.cmdFindNext, l.cmdFindPrev,
-          l.cmdLaunch, l.cmdHyper, l.cmdRestore,  l.cmdExit};
+// Their frames reach beyond the screen.
+TEST(Geometry, SnappedWindowsComeBack) {
+  constexpr PixelRect snapped[] = {{-7, 40, 974, 1047},
+                                   {953, 40, 974, 1047},
+                                   {953, 560, 974, 527},
+                                   {-7, 560, 1934, 527},
+                                   {300, 40, 800, 1047}};
+  for (const int dpi : {96, 120, 144, 168, 192}) {
+    const Screen screen{{0, 40, 1920, 1040}, dpi, 7};
+    for (const PixelRect& window : snapped) {
+      const TwipRect stored = stored_placement(window, dpi, dpi);
+      EXPECT_EQ(place_on_desktop(stored, {&screen, 1}, dpi, main_window_design), window) << dpi;
+    }
+  }
+}
+
+TEST(Geometry, ScreensOfSeveralResolutions) {
+  const Screen screens[] = {{{0, 0, 1920, 1040}, 96, 7},
+                            {{1920, -200, 2560, 1400}, 144, 11},
+                            {{-1280, 300, 1280, 984}, 120, 9}};
+  const auto place = [&](const PixelRect& window, int dpi, std::size_t count) {
+    return place_on_desktop(stored_placement(window, dpi, 96), {screens, count}, 96,
+                            main_window_design);
+  };
+  const std::pair<PixelRect, int> windows[] = {{{1300, 600, 600, 420}, 96},
+                                               {{1909, -200, 1302, 1411}, 144},
+                                               {{3600, 800, 800, 400}, 144},
+                                               {{-1200, 310, 800, 600}, 120},
+                                               {{-700, 700, 690, 500}, 120}};
+  for (const auto& [window, dpi] : windows) {
+    EXPECT_EQ(place(window, dpi, 3), window) << window.left;
+  }
+  // Most of it is on the second one, in whose middle it comes back.
+  EXPECT_EQ(place({1500, 100, 900, 600}, 144, 3), (PixelRect{2750, 100, 900, 600}));
+  // That screen is gone: the same size as users saw it, in the middle of the first one.
+  EXPECT_EQ(place({3600, 800, 900, 600}, 144, 1), (PixelRect{660, 320, 600, 400}));
 }
 
 TEST(Layout, ControlsFillTheWindowWithoutOverlap) {
-  for (const TwipSize outer : {main_window_minimum, main_window_design, TwipSize{30000, 20000}}) {
-    // A frame of 8 pixels, a caption and a menu of 51 pixels together at 96 dpi.
-    const TwipSize client{outer.width - 240, outer.height - 885};
-    const MainLayout layout = layout_main_window(outer, client);
-    const std::vector<TwipRect> rows = column(layout);
-    for (std::size_t i = 1; i < rows.size(); ++i) {
+  // The frame, the caption and the menu at 96 dpi; in the last one the menu has several lines.
+  for (const auto& [outer, client] : {std::pair<TwipSize, TwipSize>{{9600, 6000}, {9360, 5115}},
+                                      {{30000, 20000}, {29760, 19115}},
+                                      {{9600, 7000}, {9360, 5500}}}) {
+    const MainLayout l = layout_main_window(outer, client);
+    const TwipRect rows[] = {l.cmdSearch, l.Line1, l.ListView2, l.Label1,
+                             l.Label2,    l.Line2, l.Text1,     l.lblFileInfo};
+    const TwipRect buttons[] = {l.cmdSearch, l.cmdView,  l.cmdFindNext, l.cmdFindPrev,
+                                l.cmdLaunch, l.cmdHyper, l.cmdRestore,  l.cmdExit};
+    for (std::size_t i = 1; i < std::size(rows); ++i) {
       EXPECT_GE(rows[i].top, rows[i - 1].bottom()) << i;
-    }
-    EXPECT_LE(layout.lblFileInfo.bottom(), client.height);
-    const std::vector<TwipRect> buttons = button_row(layout);
-    for (std::size_t i = 1; i < buttons.size(); ++i) {
       EXPECT_GE(buttons[i].left, buttons[i - 1].right()) << i;
     }
-    EXPECT_EQ(layout.ListView2.width, outer.width - 360);
-    EXPECT_EQ(layout.VScroll1.right(), layout.ListView2.right());
-    EXPECT_EQ(layout.ListView2.left, client.width - layout.ListView2.right());
-    EXPECT_EQ(layout.ListView2.height, std::max<Twips>(outer.height / 4, 1650));
-    EXPECT_EQ(layout.Text1.height, outer.height - layout.ListView2.height - 2580);
+    EXPECT_LE(l.lblFileInfo.bottom(), client.height);
+    EXPECT_GE(l.lblFileInfo.bottom(), client.height - 300) << "hardly any room is left";
+    EXPECT_EQ(l.ListView2.width, outer.width - 360);
+    EXPECT_EQ(l.VScroll1.right(), l.ListView2.right());
+    EXPECT_EQ(l.ListView2.left, client.width - l.ListView2.right());
+    EXPECT_EQ(l.ListView2.height, std::max<Twips>(outer.height / 4, 1650));
   }
+  EXPECT_EQ(layout_main_window({9600, 2000}, {9360, 1100}).Text1.height, 240);
 }
 
-TEST(Layout, ShortWindowsKeepTheListAndAStripOfTheViewer) {
-  const MainLayout layout = layout_main_window({9600, 2000}, {9360, 1100});
-  EXPECT_EQ(layout.ListView2.height, 1650);
-  EXPECT_EQ(layout.Text1.height, 240);
-  // A tall menu and frame take from the viewer, not from the row below it.
-  const MainLayout tight = layout_main_window({9600, 7000}, {9360, 5500});
-  EXPECT_LE(tight.lblFileInfo.bottom(), 5500);
-  EXPECT_LT(tight.Text1.height, 7000 - 1750 - 2580);
-}
-
-TEST(Layout, MemoryNoticesChangesOnly) {
-  LayoutMemory memory;
-  EXPECT_TRUE(memory.changed({}));
-  EXPECT_FALSE(memory.changed({}));
-  EXPECT_TRUE(memory.changed({0, 0, 0, 1}));
-  memory.forget();
-  EXPECT_TRUE(memory.changed({0, 0, 0, 1}));
-}
-
-std::set<EnabledRule> enabled(const WindowState& state) {
-  std::set<EnabledRule> rules;
-  for (int i = 0; i <= static_cast<int>(EnabledRule::text_marked); ++i) {
-    if (is_enabled(EnabledRule{i}, state)) rules.insert(EnabledRule{i});
+/// A letter for each rule that allows its command.
+std::string enabled(const WindowState& state) {
+  const std::string letters = "ANBLSDVHRM";
+  std::string text;
+  for (int i = 0; i < std::ssize(letters); ++i) {
+    if (is_enabled(EnabledRule{i}, state)) text += letters[i];
   }
-  return rules;
+  return text;
 }
 
 TEST(CommandRules, WhatIsEnabledWhen) {
-  using enum EnabledRule;
-  WindowState state;
-  std::set<EnabledRule> expected{always, not_busy};
-  EXPECT_EQ(enabled(state), expected);
-  state.rows = 3;
-  expected.insert(list_not_empty);
-  EXPECT_EQ(enabled(state), expected);
-  state.row_selected = true;
-  expected.insert({row_selected, row_not_viewed});
-  EXPECT_EQ(enabled(state), expected);
-  state.row_viewed = state.viewing = true;
-  expected.erase(row_not_viewed);
-  expected.insert(viewing);
-  for (const bool selected : {false, true}) {
-    for (const int hyper_state : {0, 1, 2}) {
-      state.text_selected = selected;
-      state.hyper_current = hyper_state == 1;
-      state.user_restored = hyper_state == 2;
-      std::set<EnabledRule> with = expected;
-      if (selected || hyper_state == 2) with.insert(hyper_find);
-      if (hyper_state == 1) with.insert(restore_find);
-      EXPECT_EQ(enabled(state), with) << selected << hyper_state;
-    }
-  }
-  state.text_marked = true;
-  EXPECT_TRUE(enabled(state).contains(text_marked));
-  state.searching = true;
-  EXPECT_EQ(enabled(state), (std::set{always, busy}));
-  state.searching = false;
-  state.finding = true;
-  EXPECT_EQ(enabled(state), (std::set{always, busy}));
+  EXPECT_EQ(enabled({}), "AN");
+  EXPECT_EQ(enabled({.rows = 3}), "ANL");
+  EXPECT_EQ(enabled({.row_selected = true}), "ANSD");
+  EXPECT_EQ(enabled({.row_selected = true, .row_viewed = true, .viewing = true}), "ANSV");
+  EXPECT_EQ(enabled({.viewing = true, .text_selected = true}), "ANVH");
+  EXPECT_EQ(enabled({.viewing = true, .user_restored = true}), "ANVH");
+  EXPECT_EQ(enabled({.viewing = true, .hyper_current = true}), "ANVR");
+  EXPECT_EQ(enabled({.text_selected = true, .hyper_current = true, .user_restored = true}), "AN");
+  EXPECT_EQ(enabled({.text_marked = true}), "ANM");
+  EXPECT_EQ(enabled({.searching = true, .rows = 3, .viewing = true}), "AB");
+  EXPECT_EQ(enabled({.finding = true, .rows = 3, .viewing = true}), "AB");
 }
 
 TEST(RunTexts, CountsAndTiming) {
-  EXPECT_EQ(timing_text(false, elapsed_seconds(10, 10.004)), "in 0.01 seconds");
   EXPECT_EQ(timing_text(false, elapsed_seconds(86399.5, 0.5)), "in 0.01 seconds");
   EXPECT_EQ(timing_text(false, elapsed_seconds(10, 71.256)), "in 61.26 seconds");
   EXPECT_EQ(timing_text(true, 5), "Search Stopped");
   EXPECT_EQ(finished_text(3, 40), "3 file(s) matched out of 40");
   EXPECT_EQ(finished_text(0, 40), "0 file(s) matched out of 40");
   EXPECT_EQ(finished_text(0, 0), "No Files Found");
-  EXPECT_EQ(selected_file_text(false), "Selected File Didn't Match");
 }
 
 TEST(RunTexts, UnreadToolTip) {
@@ -138,77 +147,51 @@ TEST(RunTexts, UnreadToolTip) {
   const std::string many = unread_tool_tip(std::vector<UnreadFile>(12, {"/a", "Denied"}));
   EXPECT_TRUE(many.starts_with("12 files could not be read:\n/a: Denied\n"));
   EXPECT_TRUE(many.ends_with("\nand 2 more"));
-  EXPECT_EQ(std::count(many.begin(), many.end(), '\n'), 11);
+  EXPECT_EQ(std::ranges::count(many, '\n'), 11);
 }
 
-std::string drawn(const std::vector<FolderRow>& rows) {
-  std::string text;
-  for (const FolderRow& row : rows) {
-    const char* const marks = "^*-";
-    text += std::string(row.depth, ' ') + marks[static_cast<int>(row.kind)] + row.name + "=" +
-            row.path + "\n";
-  }
-  return text;
+TEST(ClipboardText, AppendsBelowTheCeilingAndEndsLinesOfNames) {
+  std::string accented;
+  for (int i = 0; i < 64989; ++i) accented += "é";
+  EXPECT_EQ(appended_text(accented, "0123456789"), accented + "0123456789");
+  EXPECT_EQ(appended_text(accented, "0123456789x"), std::nullopt);
+  EXPECT_EQ(copied_names_text({"C:\\a"}), "C:\\a");
+  EXPECT_EQ(copied_names_text({"C:\\a", "C:\\b"}), "C:\\a\r\nC:\\b\r\n");
 }
 
-TEST(FolderTree, Ancestry) {
-  EXPECT_EQ(drawn(folder_ancestry("C:\\", '\\')), "*C:\\=C:\\\n");
-  EXPECT_EQ(drawn(folder_ancestry("C:\\a\\b\\", '\\')),
-            "^C:\\=C:\\\n ^a=C:\\a\\\n  *b=C:\\a\\b\\\n");
-  EXPECT_EQ(drawn(folder_ancestry("\\\\server\\share\\", '\\')),
-            "*\\\\server\\share\\=\\\\server\\share\\\n");
-  EXPECT_EQ(drawn(folder_ancestry("\\\\server\\share\\x\\", '\\')),
-            "^\\\\server\\share\\=\\\\server\\share\\\n *x=\\\\server\\share\\x\\\n");
-  EXPECT_EQ(drawn(folder_ancestry("/a//b", '/')), "^/=/\n ^a=/a/\n  *b=/a//b\n");
-  for (const char* odd : {"", "\\\\", "\\\\server", "C:", "x", "\\"}) {
-    EXPECT_EQ(folder_ancestry(odd, '\\').size(), 1u) << odd;
+TEST(FontSizes, StepsFromAnyStoredSize) {
+  const std::array<double, 3> cases[] = {
+      // a size, the larger and the smaller one
+      {6, 7, 6},      {28, 36, 26},    {72, 72, 48},      {9.75, 11, 9}, {6.5, 8, 6},
+      {71.5, 72, 48}, {2160, 72, 72},  {0, 6, 6},         {5.9, 6, 6},   {11.25, 12, 10},
+      {-1e300, 6, 6}, {72.25, 72, 72}, {INFINITY, 72, 72}};
+  for (const auto& [points, larger, smaller] : cases) {
+    EXPECT_EQ(larger_size(points), larger) << points;
+    EXPECT_EQ(smaller_size(points), smaller) << points;
   }
+  EXPECT_TRUE(std::isfinite(larger_size(NAN) + smaller_size(NAN)));
 }
 
-/// One folder that can be listed.
-class OneFolder : public FileSystem {
- public:
-  std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,
-                                         const std::function<bool()>&) const override {
-    if (folder != with_separator("/top/in")) return SystemError{3, "Path not found"};
-    for (const char* name : {"beta", "Alpha", "zeta", "Gamma"}) listing.add_folder(name);
-    listing.add_file("file", nullptr);
-    return std::nullopt;
-  }
-  std::optional<SystemError> facts(const std::string&, std::string_view,
-                                   FileFacts&) const override {
-    return {};
-  }
-  std::unique_ptr<FileReader> reader() const override { return {}; }
-};
-
-TEST(FolderTree, OpensAFolderAndKeepsItOnFailure) {
-  OneFolder files;
-  FolderTree tree;
-  const auto go_on = [] { return true; };
-  EXPECT_EQ(tree.open_row(), -1);
-  ASSERT_FALSE(tree.open(files, "/top/in", go_on));
-  const std::string before = drawn(tree.rows());
-  EXPECT_EQ(before,
-            "^/=/\n ^top=/top/\n  *in=/top/in/\n   -Alpha=/top/in/Alpha/\n"
-            "   -beta=/top/in/beta/\n   -Gamma=/top/in/Gamma/\n   -zeta=/top/in/zeta/\n");
-  EXPECT_EQ(tree.open_row(), 2);
-  const std::optional<SystemError> error = tree.open(files, "/gone", go_on);
-  ASSERT_TRUE(error);
-  EXPECT_EQ(drive_not_ready_message(*error),
-            "Path not found - encountered while trying to access disk.");
-  EXPECT_EQ(tree.path(), "/top/in/");
-  EXPECT_EQ(drawn(tree.rows()), before);
+TEST(FontSizes, OffersAnOddSizeInItsPlace) {
+  const auto offered = [](double points) {
+    std::string texts;
+    for (const double size : offered_sizes(points)) texts += size_text(size) + " ";
+    return texts;
+  };
+  const std::string usual = "6 7 8 9 10 11 12 14 16 18 20 22 24 26 28 36 48 72 ";
+  EXPECT_EQ(offered(9.75), "6 7 8 9 9.75 " + usual.substr(8));
+  EXPECT_EQ(offered(2160), usual + "2160 ");
+  for (const double points : {10.0, -1.0, double{NAN}}) EXPECT_EQ(offered(points), usual);
 }
 
-TEST(FolderTree, SetDirToDrive) {
-  std::string path = "C:\\docs\\";
-  EXPECT_EQ(set_dir_to_drive("C:\\", path, "D:\\x\\"), "C:\\docs\\");
-  EXPECT_EQ(set_dir_to_drive("c:\\", path, "D:\\x\\"), "C:\\docs\\");
-  EXPECT_EQ(set_dir_to_drive("D:\\", path, "D:\\x\\"), "D:\\");
-  path.clear();
-  EXPECT_EQ(set_dir_to_drive("D:\\", path, "D:\\x\\"), "D:\\x\\");
-  EXPECT_EQ(path, "D:\\x\\");
+TEST(StartFolder, IsTheArgumentAsOneFolder) {
+  EXPECT_EQ(start_folder(""), "");
+  EXPECT_EQ(start_folder("\\"), "\\");
+  EXPECT_EQ(start_folder("C:"), "C:\\");
+  EXPECT_EQ(start_folder("C:\""), "C:\\") << "how \"C:\\\" reaches a program";
+  EXPECT_EQ(start_folder("\"C:\\my docs\""), "C:\\my docs");
+  EXPECT_EQ(start_folder(" C:/docs// "), " C:/docs// ");
+  EXPECT_EQ(start_folder("C:/docs\\/"), "C:/docs");
 }
 
 }  // namespace
