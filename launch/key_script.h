@@ -35,8 +35,6 @@ struct ScriptStep {
   Kind kind;
   std::string text;
   double seconds = 0;
-
-  bool operator==(const ScriptStep&) const = default;
 };
 
 /// The steps that make the program `app` (an app_base_name) find the text; empty when it is none of

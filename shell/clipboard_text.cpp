@@ -1,12 +1,20 @@
 #include "shell/clipboard_text.h"
 
+#include <cstddef>
+
 #include "engine/unicode.h"
 
 namespace tallowmere {
+namespace {
+
+/// Characters (UTF-16 units, as the viewer counts) that an appended clipboard text stays below.
+constexpr std::size_t append_limit = 65000;
+
+}  // namespace
 
 std::optional<std::string> appended_text(std::string_view clipboard, std::string_view selected) {
   const std::size_t length = to_utf16(clipboard).size() + to_utf16(selected).size();
-  if (length >= clipboard_append_limit) return std::nullopt;
+  if (length >= append_limit) return std::nullopt;
   return std::string(clipboard).append(selected);
 }
 

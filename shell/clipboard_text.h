@@ -1,15 +1,11 @@
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tallowmere {
-
-/// Characters (UTF-16 units, as the viewer counts) that an appended clipboard text stays below.
-inline constexpr std::size_t clipboard_append_limit = 65000;
 
 /// The clipboard's text with the selected text directly behind it; nothing when that would be too
 /// long.

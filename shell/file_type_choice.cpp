@@ -5,9 +5,9 @@
 namespace tallowmere {
 
 std::string invalid_file_type_message() {
-  return std::string("A valid name does not possess the * / : < > ? \\ | characters.") + " " +
-         "Tallowmere" + " will, however, except a question mark (?) as a " +
-         "wildcard to represent any character for extensions.";
+  return "A valid name does not possess the * / : < > ? \\ | characters. Tallowmere will, "
+         "however, except a question mark (?) as a wildcard to represent any character for "
+         "extensions.";
 }
 
 bool is_swallowed_type_key(char32_t character) {

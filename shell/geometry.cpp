@@ -69,16 +69,7 @@ const Screen& screen_of(const TwipRect& stored, std::span<const Screen> screens,
   return *best;
 }
 
-}  // namespace
-
-std::int64_t to_pixels(Twips twips, int dpi) {
-  return divide_rounded(twips * dpi, twips_per_inch);
-}
-
-Twips to_twips(std::int64_t pixels, int dpi) {
-  return divide_rounded(pixels * twips_per_inch, dpi);
-}
-
+/// In twips, on a screen whose corner is at 0, 0.
 TwipRect place_window(const TwipRect& stored, const TwipSize& screen, const TwipSize& design,
                       Twips hidden_frame) {
   const Axis across{screen.width, hidden_frame, hidden_frame};
@@ -89,6 +80,16 @@ TwipRect place_window(const TwipRect& stored, const TwipSize& screen, const Twip
   place.left = across.corner(stored.left, place.width);
   place.top = down.corner(stored.top, place.height);
   return place;
+}
+
+}  // namespace
+
+std::int64_t to_pixels(Twips twips, int dpi) {
+  return divide_rounded(twips * dpi, twips_per_inch);
+}
+
+Twips to_twips(std::int64_t pixels, int dpi) {
+  return divide_rounded(pixels * twips_per_inch, dpi);
 }
 
 TwipRect stored_placement(const PixelRect& window, int dpi, int system_dpi) {

@@ -11,7 +11,6 @@ using Twips = std::int64_t;
 struct TwipSize {
   Twips width = 0;
   Twips height = 0;
-  bool operator==(const TwipSize&) const = default;
 };
 
 struct TwipRect {
@@ -38,19 +37,15 @@ struct Screen {
 std::int64_t to_pixels(Twips twips, int dpi);
 Twips to_twips(std::int64_t pixels, int dpi);
 
-/// Where the main window opens: the stored placement, with sizes that are too small or larger than
-/// the screen replaced by the design's and a corner at 0, below 0 or too far off centred again.
-/// Where the system has snapped a window to an edge of the screen, it may reach beyond it by its
-/// hidden frame.
-TwipRect place_window(const TwipRect& stored, const TwipSize& screen, const TwipSize& design,
-                      Twips hidden_frame);
-
 /// A window on a screen of `dpi` as it is stored: its size as it looks there, its corner in the
 /// measure of the whole desktop, which `system_dpi` gives.
 TwipRect stored_placement(const PixelRect& window, int dpi, int system_dpi);
 
-/// place_window on the screen that most of the stored window is on; on the first one when it is on
-/// none.
+/// Where the main window opens: the stored placement, with sizes that are too small or larger than
+/// the screen replaced by the design's and a corner at 0, below 0 or too far off centred again.
+/// Where the system has snapped a window to an edge of the screen, it may reach beyond it by its
+/// hidden frame. Its screen is the one that most of the stored window is on; the first one when it
+/// is on none.
 PixelRect place_on_desktop(const TwipRect& stored, std::span<const Screen> screens, int system_dpi,
                            const TwipSize& design);
 

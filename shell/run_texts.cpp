@@ -20,7 +20,7 @@ std::string count_text(std::int64_t listed, std::int64_t searched) {
 }
 
 std::string finished_text(std::int64_t listed, std::int64_t searched) {
-  if (listed == 0 && searched == 0) return std::string(no_files_text);
+  if (listed == 0 && searched == 0) return "No Files Found";
   return count_text(listed, searched);
 }
 

@@ -13,7 +13,6 @@ inline constexpr std::string_view searching_text = "Searching";
 inline constexpr std::string_view sorting_text = "Sorting";
 inline constexpr std::string_view sorting_found_text = "Sorting Files Found";
 inline constexpr std::string_view search_stopped_text = "Search Stopped";
-inline constexpr std::string_view no_files_text = "No Files Found";
 
 /// Matches above which sorting_found_text is shown.
 inline constexpr std::int64_t quick_run_matches = 200;

@@ -20,7 +20,7 @@ struct ShellState {
   SortKey sort_key = SortKey::none;
   std::string font_name = "Courier New";  ///< the viewer's
   double font_size = 10;                  ///< points
-  TwipRect placement;  ///< as stored, for place_window; all 0 when nothing is stored
+  TwipRect placement;                     ///< as stored; all 0 when nothing is stored
 };
 
 /// What loading needs to know of the world.
