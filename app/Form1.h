@@ -54,7 +54,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   struct Services {
     SearchCriteria& search;
     SettingsStore& settings;
-    FileSystem& files;
+    const FileSystem& files;
     const Clock& clock;
     const CodePage& page;
     std::string program_folder;  ///< with its final separator

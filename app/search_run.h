@@ -44,7 +44,7 @@ class SearchRun {
   /// What a run works with. All of it outlives the runs.
   struct Services {
     SearchCriteria& search;
-    FileSystem& files;
+    const FileSystem& files;
     const Clock& clock;
     const CodePage& page;
     ResultList& results;

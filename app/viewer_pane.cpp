@@ -17,7 +17,7 @@ constexpr std::uint64_t quick_step_ms =
 
 }  // namespace
 
-ViewerPane::ViewerPane(ViewerBox& box, ResultList& results, FileSystem& files,
+ViewerPane::ViewerPane(ViewerBox& box, ResultList& results, const FileSystem& files,
                        const SearchCriteria& search, const CodePage& page, Window window)
     : face_(box),
       box_(box),

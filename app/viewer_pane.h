@@ -37,8 +37,8 @@ class ViewerPane : private ViewerHost {
   };
 
   /// All of them outlive the pane.
-  ViewerPane(ViewerBox& box, ResultList& results, FileSystem& files, const SearchCriteria& search,
-             const CodePage& page, Window window);
+  ViewerPane(ViewerBox& box, ResultList& results, const FileSystem& files,
+             const SearchCriteria& search, const CodePage& page, Window window);
 
   bool viewing() const { return viewer_.loaded(); }
   bool finding() const { return step_ == Step::finding; }

@@ -13,7 +13,7 @@ namespace tallowmere {
 /// What the dialogs share with the main window, which owns all of it and outlives them.
 struct DialogContext {
   SearchCriteria& search;
-  FileSystem& files;
+  const FileSystem& files;
   const Clock& clock;
   /// A day in the user's short date form.
   std::function<std::string(const Date&)> short_date;

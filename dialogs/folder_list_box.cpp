@@ -18,7 +18,7 @@ constexpr int gap = 4;
 
 }  // namespace
 
-void FolderListBox::attach(HWND list, FileSystem& files) {
+void FolderListBox::attach(HWND list, const FileSystem& files) {
   ListBox::operator=(ListBox(list));
   files_ = &files;
   SetWindowSubclass(list, &FolderListBox::list_proc, 0, reinterpret_cast<DWORD_PTR>(this));

@@ -20,7 +20,7 @@ class FolderListBox : public win32::ListBox {
   FolderListBox(const FolderListBox&) = delete;
   FolderListBox& operator=(const FolderListBox&) = delete;
   /// `list` is owner-drawn, with strings.
-  void attach(HWND list, FileSystem& files);
+  void attach(HWND list, const FileSystem& files);
 
   /// The open folder, without a final separator except for a root; empty before the first open().
   std::string path() const;
@@ -39,7 +39,7 @@ class FolderListBox : public win32::ListBox {
   /// Rows as high as the font asks for.
   void fit_rows() const;
 
-  FileSystem* files_ = nullptr;
+  const FileSystem* files_ = nullptr;
   FolderTree tree_;
 };
 

@@ -36,7 +36,7 @@ std::vector<FolderRow> folder_ancestry(const std::string& path, char separator) 
   return rows;
 }
 
-std::optional<SystemError> FolderTree::open(FileSystem& files, const std::string& path,
+std::optional<SystemError> FolderTree::open(const FileSystem& files, const std::string& path,
                                             const std::function<bool()>& go_on) {
   const std::string folder = with_separator(path);
   FolderListing listing;

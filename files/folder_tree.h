@@ -32,7 +32,7 @@ class FolderTree {
  public:
   /// Opens a folder; on failure everything stays as it was. `go_on` is asked during long listings;
   /// when it says no, the subfolders found so far are shown.
-  std::optional<SystemError> open(FileSystem& files, const std::string& path,
+  std::optional<SystemError> open(const FileSystem& files, const std::string& path,
                                   const std::function<bool()>& go_on);
 
   /// Of the open folder, with its final separator; empty before the first open().
