@@ -21,10 +21,6 @@ std::string folded(std::string text) {
   return text;
 }
 
-const Byte* bytes(const std::string& text) {
-  return reinterpret_cast<const Byte*>(text.data());
-}
-
 std::vector<std::size_t> naive(const std::string& text, const std::string& pattern, bool fold) {
   const std::string seen = fold ? folded(text) : text;
   std::vector<std::size_t> places;
@@ -49,20 +45,39 @@ std::string random_text(std::mt19937& random, const std::string& alphabet, std::
   return text;
 }
 
-TEST(ByteSearch, FindsWhatANaiveSearchFinds) {
+const std::array<Byte, 256>* table(bool fold) {
+  return fold ? &lower_table() : nullptr;
+}
+
+TEST(ByteSearch, OneByOneAndTogetherFindsWhatANaiveSearchFinds) {
   std::mt19937 random(test_seed());
-  const std::vector<std::string> alphabets = {"ab", "aAbB", "a", "aeE\xC9\xE9\x8A\x9A\x9F\xFF@`[{",
-                                              "etaoin x"};
+  const std::string alphabets[] = {"ab",       "aAbB",
+                                   "a",        "aeE\xC9\xE9\x8A\x9A\x9F\xFF@`[{",
+                                   "etaoin x", "abcdefghABCDEFGH\xC9\xE9 "};
   for (int round = 0; round < 4000; ++round) {
-    const std::string& alphabet = alphabets[random() % alphabets.size()];
+    const std::string& alphabet = alphabets[random() % std::size(alphabets)];
     const std::string text = random_text(random, alphabet, random() % 300);
     const bool fold = random() % 2 == 0;
-    std::string pattern = random_text(random, alphabet, random() % 24);
-    if (fold) pattern = folded(pattern);
-    const auto expected = naive(text, pattern, fold);
-    const BytePattern compiled(pattern, fold ? &lower_table() : nullptr);
-    ASSERT_EQ(scanned(text, compiled), expected)
-        << "pattern " << pattern << " in " << text << " fold " << fold;
+    const std::size_t longest = round % 2 ? 9 : 24;
+    std::vector<BytePattern> patterns;
+    bool expected = false;
+    for (std::size_t i = 0, count = 1 + random() % 20; i < count; ++i) {
+      std::string pattern = random_text(random, alphabet, 1 + random() % longest);
+      if (fold) pattern = folded(pattern);
+      patterns.emplace_back(pattern, table(fold));
+      const auto places = naive(text, pattern, fold);
+      ASSERT_EQ(scanned(text, patterns.back()), places) << pattern << " in " << text;
+      // Together, every second pattern is refused wherever it stands.
+      expected |= i % 2 == 0 && !places.empty();
+    }
+    if (!MultiPattern::usable()) continue;
+    std::vector<const BytePattern*> pointers;
+    for (const BytePattern& pattern : patterns) pointers.push_back(&pattern);
+    const std::vector<Byte> copy(text.begin(), text.end());
+    const auto outcome = MultiPattern(pointers).find_any(
+        copy.data(), copy.data() + copy.size(),
+        [](std::size_t index, const Byte*) { return index % 2 == 0; });
+    ASSERT_EQ(outcome == MultiPattern::Outcome::found, expected) << "round " << round;
   }
 }
 
@@ -80,7 +95,7 @@ TEST(ByteSearch, StaysExactWhereItTurnsLinear) {
       text[random() % text.size()] = 'a';
     }
     const bool fold = round % 2 == 0;
-    const BytePattern compiled(pattern, fold ? &lower_table() : nullptr);
+    const BytePattern compiled(pattern, table(fold));
     ASSERT_EQ(scanned(text, compiled), naive(text, pattern, fold)) << "round " << round;
   }
 }
@@ -91,35 +106,10 @@ TEST(MultiSearch, GivesUpWhatCostsTooMuch) {
   while (text.size() < 100'000) text += run + "b";
   const std::vector<BytePattern> patterns(4, BytePattern(run + "a", nullptr));
   const MultiPattern together({&patterns[0], &patterns[1], &patterns[2], &patterns[3]});
-  const auto outcome = together.find_any(bytes(text), bytes(text) + text.size(),
-                                         [](std::size_t, const Byte*) { return true; });
+  const auto* begin = reinterpret_cast<const Byte*>(text.data());
+  const auto outcome =
+      together.find_any(begin, begin + text.size(), [](std::size_t, const Byte*) { return true; });
   EXPECT_EQ(outcome, MultiPattern::Outcome::too_costly);
-}
-
-TEST(MultiSearch, FindsAnyPatternThatOneByOneWouldFind) {
-  if (!MultiPattern::usable()) GTEST_SKIP() << "this machine searches for patterns one by one";
-  std::mt19937 random(test_seed());
-  for (int round = 0; round < 3000; ++round) {
-    const std::string alphabet = round % 2 ? "abcdefghABCDEFGH\xC9\xE9 " : "abA";
-    const std::string drawn = random_text(random, alphabet, random() % 200);
-    const std::vector<Byte> text(drawn.begin(), drawn.end());  // of exactly this size
-    const bool fold = random() % 2 == 0;
-    std::vector<BytePattern> patterns;
-    bool expected = false;
-    for (std::size_t i = 0, count = 1 + random() % 20; i < count; ++i) {
-      std::string pattern = random_text(random, alphabet, 1 + random() % 9);
-      if (fold) pattern = folded(pattern);
-      patterns.emplace_back(pattern, fold ? &lower_table() : nullptr);
-      // Every second pattern is refused wherever it stands.
-      expected |= i % 2 == 0 && !naive(drawn, pattern, fold).empty();
-    }
-    std::vector<const BytePattern*> pointers;
-    for (const BytePattern& pattern : patterns) pointers.push_back(&pattern);
-    const auto outcome = MultiPattern(pointers).find_any(
-        text.data(), text.data() + text.size(),
-        [](std::size_t index, const Byte*) { return index % 2 == 0; });
-    ASSERT_EQ(outcome == MultiPattern::Outcome::found, expected) << "round " << round;
-  }
 }
 
 }  // namespace

@@ -17,10 +17,6 @@ const CodePage& page() {
   return value;
 }
 
-bool go_on() {
-  return true;
-}
-
 CompiledSearch compile(const CriteriaInput& input) {
   SearchCriteria search;
   load_search_criteria(search, input);
@@ -32,21 +28,21 @@ CriteriaInput input(const std::string& criteria, int type, int before = 10, int 
   return {criteria, type, false, before, after, all};
 }
 
+MatchOutcome outcome(TextMatcher& matcher, MemoryFiles& files, const std::string& name,
+                     const std::function<bool()>& go_on) {
+  const auto file = files.reader();
+  EXPECT_FALSE(file->open("", name).has_value());
+  SystemError error;
+  const MatchOutcome result = matcher.match_open_file(*file, go_on, error);
+  EXPECT_EQ(files.opened, files.closed);
+  EXPECT_EQ(error.text, result == MatchOutcome::failed ? "Data error" : "");
+  return result;
+}
+
 bool matches(TextMatcher& matcher, const std::string& text) {
   MemoryFiles files;
   files.add("f", text);
-  const auto file = files.reader();
-  EXPECT_FALSE(file->open("", "f").has_value());
-  SystemError error;
-  const bool found = matcher.match_open_file(*file, go_on, error) == MatchOutcome::match;
-  EXPECT_EQ(files.opened, files.closed);
-  return found;
-}
-
-bool matches(const CriteriaInput& input, const std::string& text) {
-  const CompiledSearch search = compile(input);
-  TextMatcher matcher(search);
-  return matches(matcher, text);
+  return outcome(matcher, files, "f", [] { return true; }) == MatchOutcome::match;
 }
 
 /// `text` with `part` put over it at a 0-based position.
@@ -67,9 +63,7 @@ TEST(Matcher, WhatMatches) {
     std::string text;
     bool found;
   } cases[] = {
-      {input("cat dog", search_and), "a DOG and a Cat", true},
       {input("cat dog", search_and), "a dog and concat", false},
-      {input("\"cat\" dog", search_and), "a dog and concat", true},
       {input("cat", search_or), "cats " + e + "cat cat" + e, false},
       {input("cat", search_or), "_cat1", true},
       {{"Cat", search_or, true}, "cat CAT", false},
@@ -80,46 +74,37 @@ TEST(Matcher, WhatMatches) {
       {input(lacking + " cat", search_and), "cat", false},
       // Without criteria every file matches, without text only that.
       {input("\"\"", search_and), "", true},
-      {input("", search_phrase), "", true},
       {input(" ", search_phrase), "", false},
-      {input("x", search_near), "", false},
-      {input("\"\" zzz", search_or), "x", true},
       {input("\"\" zzz", search_near, 0, 0), "x", true},
       // AND finds at a seam only its last term, and only when the others came in an earlier chunk.
-      {input("cat needle", search_and), with(seam, 5, "cat"), true},
       {input("needle cat", search_and), with(seam, 5, "cat"), false},
-      {input("cat needle", search_and), with(seam, chunk + 50, "cat"), false},
       // A term that ends with the file in a last chunk shorter than it is passed over.
       {input("cat", search_or), short_end, false},
       {input("cat", search_phrase), short_end, true},
       {input("cat", search_or), short_end + ".", true},
       // The words' neighbours are those in the file, beyond a seam too.
       {input("cat", search_or), with(two_chunks, chunk - 3, "cats"), false},
-      {input("cat", search_or), with(two_chunks, chunk - 1, "scat"), false},
-      {input("cat", search_or), with(two_chunks, chunk, "cat"), true},
       // NEAR: so many characters before the first word and behind it.
       {input("cat dog owl", search_near, 5, 8), "........ cat ... dog", true},
       {input("cat dog owl", search_near, 5, 8), "........ cat .... dog", false},
       {input("cat dog owl", search_near, 5, 8), "............ dog  cat", true},
       {input("cat dog owl", search_near, 5, 8), "............ dog   cat", false},
-      {input("cat dog owl", search_near, 5, 8, true), "............ dog  cat", false},
       {input("cat dog owl", search_near, 5, 8, true), "............ dog  cat owl", true},
       // Before the beginning of the file the window keeps its length and reaches further behind.
       {input("cat dog", search_near, 5, 8), "cat ........ dog", true},
       {input("cat dog", search_near, 5, 8), "cat ......... dog", false},
-      // The window takes in the first word itself, and a word cut by its end is whole there.
-      {input("cat cat", search_near), "one cat", true},
+      // The window cuts words: one cut is whole there.
       {input("cat dog", search_near, 5, 5), std::string(20, '.') + "hotdog..cat", true},
-      {input("cat dog", search_near, 5, 5), std::string(20, '.') + "hotdog.cat", false},
       // Across a seam it stands one byte further right.
       {input("cat dog", search_near, 5, 8), with(two_chunks, chunk - 1, "cat......dog"), true},
       {input("cat dog", search_near, 5, 8), with(two_chunks, chunk - 1, "cat.......dog"), false},
   };
   for (const auto& [criteria, text, found] : cases) {
-    EXPECT_EQ(matches(criteria, text), found)
-        << criteria.criteria << " type " << criteria.search_type << " in " << text.substr(0, 40)
-        << " of " << text.size();
-    EXPECT_EQ(matches_literally(compile(criteria), page(), text), found) << criteria.criteria;
+    const CompiledSearch search = compile(criteria);
+    TextMatcher matcher(search);
+    EXPECT_EQ(matches(matcher, text), found)
+        << criteria.criteria << " type " << criteria.search_type << " in " << text.substr(0, 40);
+    EXPECT_EQ(matches_literally(search, page(), text), found) << criteria.criteria;
   }
 }
 
@@ -129,61 +114,29 @@ TEST(Matcher, ReadsOnlyWhatItMust) {
   MemoryFiles files;
   files.add("f", std::string(5 * chunk, '.')).breaks_at = 3 * chunk;
   files.add("small", std::string(chunk, '.'));
-  const auto file = files.reader();
   int asked = 0, reads = 0;
-  SystemError error;
-  const auto outcome = [&](const char* name, int stop_at) {
-    asked = reads = 0;
-    EXPECT_FALSE(file->open("", name));
-    return matcher.match_open_file(
-        *file, [&] { return ++asked < stop_at; }, error);
-  };
   files.on_read = [&] { ++reads; };
-  EXPECT_EQ(outcome("f", 9), MatchOutcome::failed);
-  EXPECT_EQ(error.text, "Data error");
-  EXPECT_EQ(outcome("f", 2), MatchOutcome::stopped);
-  EXPECT_EQ(asked, 2);
-  EXPECT_EQ(outcome("small", 2), MatchOutcome::no_match);
+  EXPECT_EQ(outcome(matcher, files, "small", [] { return false; }), MatchOutcome::no_match);
   EXPECT_EQ(reads, 1);
-  EXPECT_EQ(files.opened, files.closed);
+  EXPECT_EQ(outcome(matcher, files, "f", [] { return true; }), MatchOutcome::failed);
+  EXPECT_EQ(outcome(matcher, files, "f", [&] { return ++asked < 2; }), MatchOutcome::stopped);
+  EXPECT_EQ(asked, 2);
 }
 
 TEST(Matcher, AsksWithinAChunkWhenThereAreManyTerms) {
-  std::string many_found = "a";
-  std::string many_missing = "a";
+  std::string found, missing;
   for (int i = 0; i < 200; ++i) {
-    many_found += " \"a\"";
-    many_missing += " b" + std::to_string(i);
+    found += "\"a\" ";
+    missing += " b" + std::to_string(i);
   }
-  for (const auto& criteria :
-       {input(many_found + " b", search_and), input(many_missing.substr(1), search_or),
-        input(many_missing, search_near)}) {
+  for (const auto& criteria : {input(found + "b", search_and), input(missing, search_or),
+                               input("a" + missing, search_near)}) {
     const CompiledSearch search = compile(criteria);
+    TextMatcher matcher(search);
     MemoryFiles files;
     files.add("f", "a b a");
-    const auto file = files.reader();
-    SystemError error;
-    ASSERT_FALSE(file->open("", "f"));
-    const auto stop = [] { return false; };
-    EXPECT_EQ(TextMatcher(search).match_open_file(*file, stop, error), MatchOutcome::stopped)
+    EXPECT_EQ(outcome(matcher, files, "f", [] { return false; }), MatchOutcome::stopped)
         << criteria.search_type;
-  }
-}
-
-TEST(Matcher, TermsLongerThanAChunk) {
-  const std::string name(chunk + 10, 'n');
-  for (int type = search_and; type <= search_near; ++type) {
-    for (const std::string& criteria : {name, "\"" + name + "\"", "\"" + name + "\" \"dog\""}) {
-      const CompiledSearch search = compile(input(criteria, type, 10, 20));
-      for (const std::string& before : {std::string(), std::string(500, '.')}) {
-        for (const std::size_t gap : {8, 9, 70'000}) {
-          const std::string text = before + name + std::string(gap, '.') + "dog";
-          TextMatcher matcher(search);
-          EXPECT_EQ(matches(matcher, text), matches_literally(search, page(), text))
-              << type << " " << before.size() << " " << gap;
-        }
-      }
-    }
   }
 }
 
@@ -229,15 +182,15 @@ class RandomCase {
   std::size_t pick(std::size_t limit) { return limit == 0 ? 0 : random_() % limit; }
 
   std::string word() {
-    static const std::string letters = "abAB\xC9\xE9\x9F\xFF_1 ";
-    std::string text(1 + pick(pick(8) == 0 ? 40 : 4), ' ');
-    for (char& c : text) c = letters[pick(letters.size() - 1)];
+    const std::size_t most = pick(8) == 0 ? 40 : 4;
+    // Now and then one that no chunk holds.
+    std::string text(pick(300) == 0 ? chunk - 2 + pick(9) : 1 + pick(most), ' ');
+    for (char& c : text) c = letters[pick(letters.size() - 2)];
     return text;
   }
 
   /// Fills a stretch with letters, so that there are many occurrences.
   void scribble(std::string& text, std::size_t middle) {
-    static const std::string letters = "abAB\xC9\xE9\x9F\xFF_1  ";
     for (std::size_t i = middle > 50 ? middle - 50 : 0; i < middle + 50 && i < text.size(); ++i) {
       if (pick(8) != 0) text[i] = letters[pick(letters.size())];
     }
@@ -260,6 +213,7 @@ class RandomCase {
     }
   }
 
+  const std::string letters = "abAB\xC9\xE9\x9F\xFF_1  ";
   std::mt19937& random_;
   std::size_t range_ = 0;
   std::vector<std::string> words_;
