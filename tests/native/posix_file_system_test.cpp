@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 #include "engine/file_search.h"
 #include "posix/posix_clock.h"
@@ -15,6 +16,7 @@ namespace tallowmere {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 
 class PosixFilesTest : public ::testing::Test {
  protected:
@@ -33,12 +35,11 @@ class PosixFilesTest : public ::testing::Test {
     if (const auto error = files.list_folder(folder, listing, [] { return true; })) {
       return error->text;
     }
-    std::vector<std::string> names;
-    for (std::size_t i = 0; i < listing.file_count(); ++i) names.emplace_back(listing.file(i).name);
+    std::set<std::string> names;
+    for (std::size_t i = 0; i < listing.file_count(); ++i) names.emplace(listing.file(i).name);
     for (std::size_t i = 0; i < listing.folder_count(); ++i) {
-      names.push_back(std::string(listing.folder(i)) + "/");
+      names.insert(std::string(listing.folder(i)) + "/");
     }
-    std::sort(names.begin(), names.end());
     std::string line;
     for (const std::string& name : names) line += name + "|";
     return line;
@@ -58,27 +59,21 @@ class PosixFilesTest : public ::testing::Test {
 };
 
 TEST_F(PosixFilesTest, ListsOrdinaryFilesAndFolders) {
-  write("a.txt", "A");
-  write(".hidden", "");
-  write("trailing...", "");
-  write("not\xFFunicode", "n");
-  write(std::string(255, 'n'), "long");
+  const std::string longest(255, 'n');
+  for (const std::string& name :
+       {"a.txt"s, ".hidden"s, "trailing..."s, "not\xFFunicode"s, longest}) {
+    write(name, "A");
+  }
   fs::create_directory(top + "sub");
   fs::create_directory(top + ".git");
   fs::create_symlink("a.txt", top + "link.txt");
   fs::create_directory_symlink(".", top + "loop");
   ASSERT_EQ(mkfifo((top + "pipe").c_str(), 0600), 0);
-  EXPECT_EQ(listed(top), "a.txt|" + std::string(255, 'n') + "|not\xFFunicode|sub/|trailing...|");
-  EXPECT_EQ(read_all(top, "not\xFFunicode"), "n");
-  EXPECT_EQ(read_all(top, std::string(255, 'n')), "long");
+  EXPECT_EQ(listed(top), "a.txt|" + longest + "|not\xFFunicode|sub/|trailing...|");
+  EXPECT_EQ(read_all(top, "not\xFFunicode") + read_all(top, longest), "AA");
   EXPECT_EQ(listed(top + "nowhere/"), "No such file or directory");
-  EXPECT_EQ(listed(top + "a.txt/"), "Not a directory");
-}
-
-TEST_F(PosixFilesTest, WhatIsNoFileFailsInsteadOfBlocking) {
-  ASSERT_EQ(mkfifo((top + "pipe").c_str(), 0600), 0);
+  // What is no file fails instead of blocking.
   EXPECT_EQ(read_all(top, "pipe"), "Not a file on a disk");
-  EXPECT_EQ(read_all("/dev/", "zero"), "Not a file on a disk");
   EXPECT_EQ(read_all("", top), "Is a directory");
   EXPECT_EQ(read_all(top, "gone"), "No such file or directory");
 }
@@ -100,10 +95,8 @@ TEST_F(PosixFilesTest, EveryReaderHasItsOwnFileAndPlace) {
   }
   EXPECT_EQ(read, "abAB");
   file->close();
-  ASSERT_FALSE(other->seek(1));
-  ASSERT_FALSE(other->read(&byte, 1, got));
+  ASSERT_FALSE(other->seek(1) || other->read(&byte, 1, got));
   EXPECT_EQ(byte, 'B');
-  EXPECT_EQ(read_all(top + "sub/", "a.txt"), "bB");
 }
 
 TEST_F(PosixFilesTest, PathsOfAnyLength) {
@@ -111,18 +104,16 @@ TEST_F(PosixFilesTest, PathsOfAnyLength) {
   std::string path = top;
   std::string doubled;  // the same below `top`, with two slashes each
   const fs::path start = fs::current_path();
+  fs::current_path(top);
   for (int i = 0; i < 30; ++i) {
     const std::string name(200, static_cast<char>('a' + i % 26));
-    fs::create_directory(fs::path(i == 0 ? top : "") / name);
-    fs::current_path(fs::path(i == 0 ? top : "") / name);
+    fs::create_directory(name);
+    fs::current_path(name);
     path += name + "/";
     doubled += name + "//";
   }
   std::ofstream("deep.txt") << "deep";
   fs::current_path(start);
-  EXPECT_EQ(listed(path), "deep.txt|");
-  EXPECT_EQ(read_all(path, "deep.txt"), "deep");
-  listed(top);
   EXPECT_EQ(read_all(path, "deep.txt"), "deep");
   EXPECT_EQ(listed(path + "gone/"), "No such file or directory");
   FileFacts facts;
@@ -141,17 +132,15 @@ TEST_F(PosixFilesTest, FactsAndLocalDates) {
   const timespec times[2] = {{1710000000, 0}, {1710000000, 500}};
   ASSERT_EQ(utimensat(AT_FDCWD, (top + "a.txt").c_str(), times, 0), 0);
   FileFacts facts;
-  ASSERT_FALSE(files.facts(top, "a.txt", facts).has_value());
-  EXPECT_EQ(facts.size, 5);
-  EXPECT_EQ(facts.modified, (1710000000 + 11644473600) * ticks_per_second + 5);
   EXPECT_TRUE(files.facts(top, "gone", facts).has_value());
+  ASSERT_FALSE(files.facts(top, "a.txt", facts).has_value());
+  EXPECT_EQ(facts, (FileFacts{(1710000000 + 11644473600) * ticks_per_second + 5, 5}));
 
   setenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3", 1);
   tzset();
   const PosixClock clock;
   EXPECT_EQ(clock.to_local(facts.modified), (DateTime{{2024, 3, 9}, 17, 0, 0}));
   const Ticks summer = clock.start_of_day({2024, 7, 1});
-  EXPECT_EQ(clock.to_local(summer), (DateTime{{2024, 7, 1}, 0, 0, 0}));
   EXPECT_EQ(summer - clock.start_of_day({2024, 1, 1}), (182 * 24 - 1) * 3600 * ticks_per_second);
   EXPECT_EQ(clock.start_of_day({-5'000'000, 1, 1}), 0);
   EXPECT_GT(clock.start_of_day({5'000'000, 1, 1}), clock.start_of_day({30000, 12, 31}));
@@ -160,16 +149,17 @@ TEST_F(PosixFilesTest, FactsAndLocalDates) {
 }
 
 TEST(CalendarDates, DaysCountThroughLeapYears) {
-  EXPECT_EQ(days_in_month(2024, 2), 29);
-  EXPECT_EQ(days_in_month(1900, 2), 28);
-  EXPECT_EQ(days_in_month(2000, 2), 29);
-  EXPECT_EQ(add_days({2024, 2, 28}, 2), (Date{2024, 3, 1}));
-  EXPECT_EQ(add_days({2024, 1, 1}, -1), (Date{2023, 12, 31}));
-  EXPECT_EQ(days_from_epoch({1970, 1, 1}), 0);
-  for (const std::int64_t days : {-200000, -1, 0, 59, 19000, 400000}) {
-    EXPECT_EQ(days_from_epoch(add_days({1970, 1, 1}, days)), days);
+  Date day{1599, 12, 31};
+  for (std::int64_t days = days_from_epoch(day); day.year < 2405; ++days) {
+    ASSERT_TRUE(is_valid(day) && days_from_epoch(day) == days);
+    const bool last_of_month = day.day == days_in_month(day.year, day.month);
+    const Date next = add_days(day, 1);
+    ASSERT_TRUE(next > day && next.day == (last_of_month ? 1 : day.day + 1));
+    day = next;
   }
-  EXPECT_FALSE(is_valid({2023, 2, 29}));
+  EXPECT_EQ(days_from_epoch({1970, 1, 1}), 0);
+  EXPECT_TRUE(is_valid({2000, 2, 29}) && is_valid({2024, 2, 29}));
+  EXPECT_FALSE(is_valid({1900, 2, 29}) || is_valid({2023, 2, 29}));
 }
 
 }  // namespace
