@@ -178,7 +178,7 @@ class PackageTest(unittest.TestCase):
         run("reg", "delete", r"HKCU\Software\Tallowmere", "/f")
         home = self.empty_home()
         self.assertEqual(self.install(), 0)
-        self.assertEqual(value(UNINSTALL, "DisplayVersion"), "2.1")
+        self.assertEqual(value(UNINSTALL, "DisplayVersion"), version)
         program = value(UNINSTALL, "DisplayIcon")
         folder = program[:program.rindex("\\")]
         self.assertEqual(value(UNINSTALL, "UninstallString"), f'"{folder}\\uninstall.exe"')
