@@ -4,11 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "engine/unicode.h"
 #include "win32/long_path.h"
 #include "win32/text.h"
 
@@ -17,8 +20,8 @@ namespace tallowmere {
 /// A folder of real files, gone with this object. Names are relative to it.
 class TempFolder {
  public:
-  TempFolder() : TempFolder(system_folder()) {}
-  explicit TempFolder(const std::string& base) {
+  explicit TempFolder(
+      const std::string& base = win32::narrow(std::filesystem::temp_directory_path().wstring())) {
     static int count = 0;
     path_ =
         base + "tw-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count) + "\\";
@@ -32,7 +35,7 @@ class TempFolder {
   const std::string& path() const { return path_; }
   std::string path(const std::string& name) const { return path_ + name; }
   std::wstring native(const std::string& name) const {
-    return win32::wide(to_utf8(win32::long_path(path(name))));
+    return win32::wide(win32::long_path(path(name)));
   }
 
   std::string make_folder(const std::string& name) const {
@@ -40,24 +43,14 @@ class TempFolder {
     return path(name) + "\\";
   }
   std::string write(const std::string& name, const std::string& text, DWORD attributes = 0) const {
-    const HANDLE file = CreateFileW(native(name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                    attributes, nullptr);
-    EXPECT_NE(file, INVALID_HANDLE_VALUE) << name;
-    DWORD written = 0;
-    WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-    CloseHandle(file);
+    std::ofstream(std::filesystem::path(native(name)), std::ios::binary) << text;
+    if (attributes != 0) SetFileAttributesW(native(name).c_str(), attributes);
     return path(name);
   }
   /// What the file holds; "-" when there is none.
   std::string read(const std::string& name) const {
-    const HANDLE file = CreateFileW(native(name).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                    OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return "-";
-    std::string text(GetFileSize(file, nullptr), '\0');
-    DWORD got = 0;
-    ReadFile(file, text.data(), static_cast<DWORD>(text.size()), &got, nullptr);
-    CloseHandle(file);
-    return text;
+    std::ifstream file(std::filesystem::path(native(name)), std::ios::binary);
+    return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "-";
   }
   /// The names in it or in a folder of it, each followed by "|".
   std::string names(const std::string& folder = {}) const {
@@ -67,30 +60,21 @@ class TempFolder {
   }
 
  private:
-  static std::string system_folder() {
-    wchar_t folder[MAX_PATH];
-    GetTempPathW(MAX_PATH, folder);
-    return to_utf8(reinterpret_cast<const char16_t*>(folder));
-  }
   static std::vector<std::pair<std::string, bool>> entries(const std::string& folder) {
     std::vector<std::pair<std::string, bool>> found;
     WIN32_FIND_DATAW entry;
     const HANDLE search = FindFirstFileW(win32::wide(win32::long_path(folder + "*")), &entry);
-    if (search == INVALID_HANDLE_VALUE) return found;
-    do {
-      const std::string name = to_utf8(reinterpret_cast<const char16_t*>(entry.cFileName));
+    for (bool more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileW(search, &entry)) {
+      const std::string name = win32::narrow(entry.cFileName);
       if (name == "." || name == "..") continue;
       found.emplace_back(name, (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0);
-    } while (FindNextFileW(search, &entry));
+    }
     FindClose(search);
     return found;
   }
   static void empty(const std::string& folder) {
     for (const auto& [name, is_folder] : entries(folder)) {
-      if (is_folder) {
-        empty(folder + name + "\\");
-        continue;
-      }
+      if (is_folder) empty(folder + name + "\\");
       const std::u16string file = win32::long_path(folder + name);
       SetFileAttributesW(win32::wide(file), FILE_ATTRIBUTE_NORMAL);
       DeleteFileW(win32::wide(file));
@@ -106,15 +90,11 @@ class FileLock {
  public:
   FileLock(const TempFolder& folder, const std::string& name)
       : file_(CreateFileW(folder.native(name).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0,
-                          nullptr)) {
-    EXPECT_NE(file_, INVALID_HANDLE_VALUE) << name;
-  }
-  ~FileLock() { CloseHandle(file_); }
-  FileLock(const FileLock&) = delete;
-  FileLock& operator=(const FileLock&) = delete;
+                          nullptr),
+              &CloseHandle) {}
 
  private:
-  HANDLE file_;
+  std::unique_ptr<void, decltype(&CloseHandle)> file_;
 };
 
 }  // namespace tallowmere
