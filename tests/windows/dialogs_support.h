@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <commctrl.h>
-
 #include <gtest/gtest.h>
 
 #include <deque>
@@ -28,14 +26,9 @@ class Hand {
  public:
   using Step = std::function<void()>;
 
-  Hand() {
-    WNDCLASSW window_class{};
-    window_class.lpfnWndProc = &Hand::window_proc;
-    window_class.hInstance = GetModuleHandleW(nullptr);
-    window_class.lpszClassName = L"DialogTestOwner";
-    RegisterClassW(&window_class);
-    window_ = CreateWindowW(window_class.lpszClassName, L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
-                            200, 100, 800, 600, nullptr, nullptr, window_class.hInstance, nullptr);
+  Hand()
+      : window_(CreateWindowW(L"STATIC", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 200, 100, 800,
+                              600, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr)) {
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   }
   ~Hand() { DestroyWindow(window_); }
@@ -48,29 +41,25 @@ class Hand {
   void work(const Step& show, std::initializer_list<Step> steps) {
     steps_.assign(steps);
     idle_ticks_ = 0;
-    SetTimer(window_, 1, 15, nullptr);
+    SetTimer(window_, 1, 15, &Hand::next);
     show();
     KillTimer(window_, 1);
     EXPECT_TRUE(steps_.empty()) << "the dialog closed before the last step";
     EXPECT_TRUE(IsWindowEnabled(window_));
   }
-
- private:
-  static LRESULT CALLBACK window_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    auto* hand = reinterpret_cast<Hand*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (message == WM_TIMER && hand != nullptr) {
-      hand->next();
-      return 0;
-    }
-    return DefWindowProcW(window, message, wparam, lparam);
+  template <typename Dialog>
+  void show(Dialog& dialog, std::initializer_list<Step> steps) {
+    work([&] { dialog.show(window_, window_); }, steps);
   }
 
-  void next() {
-    if (!steps_.empty()) {
-      const Step step = std::move(steps_.front());
-      steps_.pop_front();
+ private:
+  static void CALLBACK next(HWND window, UINT, UINT_PTR, DWORD) {
+    auto& hand = *reinterpret_cast<Hand*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!hand.steps_.empty()) {
+      const Step step = std::move(hand.steps_.front());
+      hand.steps_.pop_front();
       step();
-    } else if (++idle_ticks_ % 100 == 0) {
+    } else if (++hand.idle_ticks_ % 100 == 0) {
       ADD_FAILURE() << "a dialog stayed open after the last step";
       EnumThreadWindows(GetCurrentThreadId(), &Hand::cancel, 0);
     }
@@ -112,6 +101,10 @@ struct DialogWorld {
 inline void press(const win32::Control& control, WPARAM key) {
   PostMessageW(control.handle(), WM_KEYDOWN, key, 1);
   PostMessageW(control.handle(), WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
+}
+
+inline void press_mouse(const win32::Control& control) {
+  SendMessageW(control.handle(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
 }
 
 inline void type(const win32::Control& control, std::string_view text) {

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -14,10 +13,6 @@ struct Picture {
   int height = 0;
   std::vector<std::uint32_t> pixels;
 
-  std::uint32_t at(int x, int y) const {
-    return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                  static_cast<std::size_t>(x)];
-  }
   bool operator==(const Picture&) const = default;
 };
 
