@@ -1,8 +1,10 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "engine/compiled_search.h"
@@ -70,8 +72,13 @@ inline std::string literal_filter(std::string chunk, const std::string& extensio
 /// speed: one-based positions, whole strings, every chunk and every window cut from the file.
 class LiteralViewer {
  public:
-  LiteralViewer(const std::string& file, const SearchCriteria& search, const CodePage& page)
-      : file_(file), search_(search, page), page_(page), terms_(search_.terms) {
+  LiteralViewer(const std::string& file, const std::string& extension, const SearchCriteria& search,
+                const CodePage& page)
+      : file_(file),
+        extension_(extension),
+        search_(search, page),
+        page_(page),
+        terms_(search_.terms) {
     for (const std::string& term : terms_) {
       if (term.size() <= 31000) max_term_len_ = std::max<Position>(max_term_len_, std::ssize(term));
     }
@@ -82,6 +89,11 @@ class LiteralViewer {
   Position chunk_start = 1, file_location = 1;
   bool last_chunk = true, chunk_pending = true;
   int beeps = 0, misses = 0;
+
+  int scroll_value(Position length) const {
+    const auto at = static_cast<double>(chunk_start + sel_start + length);
+    return static_cast<int>(std::nearbyint(std::min(at / std::ssize(file_), 1.0) * 100000));
+  }
 
   void load_text_chunk(Position start, Position position) {
     chunk_start = start;
@@ -95,10 +107,9 @@ class LiteralViewer {
     forward = forward || chunk_pending;
     if (search_.everything) return load_text_chunk(1, 1);
     const bool shown = !chunk_pending;
-    const Position old_start = chunk_start, old_location = file_location;
-    const bool old_last = last_chunk;
+    const auto old = std::tuple(chunk_start, file_location, last_chunk, text1);
     bool wrapped = false;
-    const auto in_text1 = [&] { return shown && wrapped && old_start == 1 && chunk_start <= 1; };
+    const auto in_text1 = [&] { return shown && wrapped && get<0>(old) == 1 && chunk_start <= 1; };
     Position start = forward ? sel_start + 2 : sel_start;
     Position length = 0;
     while (true) {
@@ -108,10 +119,7 @@ class LiteralViewer {
         if (!in_text1()) {
           get_file_chunk(start);
         } else {
-          chunk_start = 1;
-          file_location = old_location;
-          last_chunk = old_last;
-          chunk_text_ = text1;
+          std::tie(chunk_start, file_location, last_chunk, chunk_text_) = old;
           if (!forward) start = std::ssize(text1);
         }
       }
@@ -157,7 +165,7 @@ class LiteralViewer {
   }
 
   void fill_textbox(Position& position) {
-    text1 = chunk_text_ = literal_filter(chunk_text_, "txt", chunk_start, position);
+    text1 = chunk_text_ = literal_filter(chunk_text_, extension_, chunk_start, position);
     chunk_pending = false;
   }
 
@@ -178,39 +186,29 @@ class LiteralViewer {
            !is_letter(code_at(text, at + std::ssize(terms_[term])));
   }
 
-  Position get_hit(const std::string& text, Position start, std::size_t term) const {
-    const std::string in = seen(text);
-    if (terms_[term].empty() || start > std::ssize(in)) return 0;
-    std::size_t found = in.find(terms_[term], static_cast<std::size_t>(start - 1));
-    while (found != std::string::npos && !is_whole(text, static_cast<Position>(found) + 1, term)) {
-      found = in.find(terms_[term], found + 1);
-    }
-    return static_cast<Position>(found + 1);
-  }
-
-  Position get_prev_hit(Position start, std::size_t term) const {
-    const std::string in = seen(chunk_text_);
-    if (terms_[term].empty()) return 0;
-    for (; start >= 1; --start) {
-      const std::size_t found = in.rfind(terms_[term], static_cast<std::size_t>(start - 1));
-      if (found == std::string::npos) return 0;
-      start = static_cast<Position>(found) + 1;
-      if (is_whole(chunk_text_, start, term)) return start;
+  /// The first whole occurrence from a position on, in steps of 1 or -1.
+  Position get_hit(const std::string& in, Position at, int step, std::size_t term) const {
+    const std::string& wanted = terms_[term];
+    if (wanted.empty()) return 0;
+    for (; at >= 1 && at <= std::ssize(in); at += step) {
+      if (code_at(in, at) != code_at(wanted, 1)) continue;
+      if (part(in, at, std::ssize(wanted)) == wanted && is_whole(in, at, term)) return at;
     }
     return 0;
   }
 
   /// The first hit at or behind a position, or the last one at or before it.
   Position get_highlight_position(Position position, bool forward, Position& length) const {
-    const auto hit = [&](Position at, std::size_t term) {
-      return forward ? get_hit(chunk_text_, at, term) : get_prev_hit(at, term);
-    };
+    const std::string in = seen(chunk_text_);
+    const int step = forward ? 1 : -1;
     if (!forward) position = std::min<Position>(position, std::ssize(chunk_text_));
     const bool near = search_.search_type == search_near;
     Position best = 0;
     for (std::size_t term = 0; term < (near ? 1 : terms_.size()); ++term) {
-      Position at = hit(position, term);
-      while (near && at != 0 && !passes_proximity(at)) at = hit(forward ? at + 1 : at - 1, term);
+      Position at = get_hit(in, position, step, term);
+      while (near && at != 0 && !passes_proximity(at)) {
+        at = get_hit(in, at + step, step, term);
+      }
       if (forward ? at == 0 || at > (best == 0 ? 32500 : best) : at <= best) continue;
       best = at;
       length = std::ssize(terms_[term]);
@@ -231,11 +229,12 @@ class LiteralViewer {
     }
     if (window.empty()) return true;
     std::size_t found = 0;
-    for (std::size_t term = 1; term < terms_.size(); ++term) found += get_hit(window, 1, term) != 0;
+    for (std::size_t term = 1; term < terms_.size(); ++term)
+      found += get_hit(seen(window), 1, 1, term) != 0;
     return search_.prox_all ? found == terms_.size() - 1 : found > 0;
   }
 
-  const std::string& file_;
+  const std::string &file_, extension_;
   const CompiledSearch search_;
   const CodePage& page_;
   std::vector<std::string> terms_;  ///< or the phrase alone

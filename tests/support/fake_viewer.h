@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <climits>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -35,9 +36,8 @@ class FakeFace : public TextFace {
   TextSelection selection() const override { return selected; }
   /// A negative length puts the caret before the anchor `start`.
   void select(int start, int length) override {
-    const int size = static_cast<int>(text.size());
-    const int anchor = std::clamp(start, 0, size);
-    const int caret = std::clamp(start + length, 0, size);
+    const auto fit = [this](int at) { return std::clamp(at, 0, static_cast<int>(text.size())); };
+    const int anchor = fit(start), caret = fit(start + length);
     selected = {std::min(anchor, caret), std::abs(caret - anchor)};
     caret_first = caret < anchor;
   }
@@ -62,16 +62,13 @@ class FakeFace : public TextFace {
   std::string part(int start, int length) const {
     return text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(length));
   }
-  std::string selected_text() const { return part(selected.start, selected.length); }
-  /// The whole lines on view.
+  /// The lines on view with their line breaks.
   std::vector<std::string> lines_on_view() const {
     std::vector<std::string> lines;
     for (int line = first_line_; line < std::min(first_line_ + page, line_count()); ++line) {
-      const int start = line_index(line);
-      const int end =
-          line + 1 < line_count() ? line_index(line + 1) : static_cast<int>(text.size());
-      lines.push_back(part(start, end - start));
-      if (lines.back().ends_with("\r\n")) lines.back().resize(lines.back().size() - 2);
+      const bool last = line + 1 == line_count();
+      lines.push_back(
+          part(line_index(line), last ? INT_MAX : line_index(line + 1) - line_index(line)));
     }
     return lines;
   }
@@ -104,10 +101,8 @@ class FakeHost : public ViewerHost {
   std::function<void()> on_go_on = [] {};
   int steps_asked = 0;
   std::vector<std::string> messages;  ///< "! title: prompt" with the exclamation icon
-  int beeps = 0;
-  int cleared = 0;
-  int corrected = 0;
-  std::vector<std::size_t> selected_rows;
+  int beeps = 0, cleared = 0;
+  int corrected = 0, rows_selected = 0;
 
   bool go_on() override {
     ++steps_asked;
@@ -121,7 +116,7 @@ class FakeHost : public ViewerHost {
   void file_opened(std::size_t) override {}
   void viewer_cleared() override { ++cleared; }
   void row_corrected() override { ++corrected; }
-  void select_row(std::size_t row) override { selected_rows.push_back(row); }
+  void select_row(std::size_t) override { ++rows_selected; }
 };
 
 }  // namespace tallowmere

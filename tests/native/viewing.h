@@ -1,0 +1,52 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "results/result_list.h"
+#include "tests/support/fake_viewer.h"
+#include "tests/support/memory_files.h"
+#include "viewer/file_viewer.h"
+#include "viewer/hit_navigation.h"
+
+namespace tallowmere {
+
+/// A viewer that has opened a file, the second row of its list.
+struct Viewing {
+  CodePage page = CodePage::windows_1252();
+  MemoryFiles files;
+  ResultList results;
+  FakeFace face;
+  FakeHost host;
+  SearchCriteria search;
+  FileViewer viewer{results, files, face, host};
+  HitNavigation navigation{viewer, face, host};
+  std::optional<HitFinder> finder;
+
+  explicit Viewing(std::string text, const CriteriaInput& input = {"hit"},
+                   const std::string& name = "f.txt") {
+    const auto& file = files.add("/" + name, std::move(text), ticks_per_second);
+    results.add_file_row("/", "other", {});
+    results.add_file_row("/", name, file.facts);
+    load_search_criteria(search, input);
+    finder.emplace(search, page, [this](std::int64_t position, std::int64_t length) {
+      return viewer.read_window(position, length);
+    });
+    EXPECT_TRUE(viewer.viewfile(1));
+  }
+
+  FindResult find(bool forward = true) {
+    return forward ? navigation.find_next(*finder) : navigation.find_prev(*finder);
+  }
+  ChunkResult load(std::int64_t start = 1, std::int64_t position = 1) {
+    int line = 0;
+    return viewer.load_text_chunk(start, position, line);
+  }
+  const Chunk& shown() const { return viewer.shown_chunk(); }
+  std::int64_t hit_at() const { return shown().file_position(face.selected.start); }
+};
+
+}  // namespace tallowmere
