@@ -21,14 +21,15 @@ std::string clock_text(const DateTime& moment) {
   return text + std::to_string(moment.minute) + (moment.hour < 12 ? 'a' : 'p');
 }
 
-}  // namespace
-
+/// The short date without its blanks, then the time, such as 9:05a. Exactly midnight shows no time.
 std::string format_row_date(const DateTime& moment, std::string_view short_date_text) {
   const std::string date = without_blanks(short_date_text);
   if (moment.hour == 0 && moment.minute == 0 && moment.second == 0) return date;
   const std::string time = clock_text(moment);
   return date + (time.size() < 6 ? "  " : " ") + time;
 }
+
+}  // namespace
 
 std::string row_cell(const FileRecord& record, ResultColumn column, const DateFormat& format) {
   switch (column) {

@@ -19,11 +19,8 @@ struct DateFormat {
   std::function<std::string(const Date&)> short_date;
 };
 
-/// The date cell: the short date without its blanks, then the time, such as 9:05a, set so that the
-/// times line up on the right. Exactly midnight shows no time.
-std::string format_row_date(const DateTime& moment, std::string_view short_date_text);
-
-/// The text of one cell; empty for a date that is not known.
+/// The text of one cell; empty for a date that is not known. The time of a date is set so that the
+/// times line up on the right.
 std::string row_cell(const FileRecord& record, ResultColumn column, const DateFormat& format);
 
 }  // namespace tallowmere
