@@ -26,7 +26,8 @@ std::optional<SystemError> BlockReader::read(std::int64_t position, std::int64_t
     if (auto error = load(position, length)) return error;
   }
   const std::int64_t offset = position - block_start_;
-  const std::int64_t count = std::clamp<std::int64_t>(block_size_ - offset, 0, length);
+  const auto count =
+      static_cast<std::size_t>(std::clamp<std::int64_t>(block_size_ - offset, 0, length));
   if (count > 0) into.assign(reinterpret_cast<const char*>(block_.data()) + offset, count);
   return std::nullopt;
 }
