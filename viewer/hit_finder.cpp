@@ -153,10 +153,11 @@ bool HitFinder::proximity_view_search(std::string_view prox_window) const {
 
 bool HitFinder::repeats_criteria(std::string_view selection) const {
   if (selection.empty()) return false;
-  return std::any_of(search_.patterns.begin(), search_.patterns.end(), [&](const BytePattern& pattern) {
-    std::uint64_t work = 0;
-    return pattern.length() == selection.size() && pattern.equal_at(bytes(selection), work);
-  });
+  return std::any_of(
+      search_.patterns.begin(), search_.patterns.end(), [&](const BytePattern& pattern) {
+        std::uint64_t work = 0;
+        return pattern.length() == selection.size() && pattern.equal_at(bytes(selection), work);
+      });
 }
 
 }  // namespace tallowmere
