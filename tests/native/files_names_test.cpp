@@ -114,6 +114,7 @@ TEST(FileCommandTexts, DeletingNamesTheFilesAndWhereTheyGo) {
   const SelectedFiles one{"a.txt", "C:\\docs\\", 1}, many{"a.txt", "C:\\docs\\", 12};
   EXPECT_EQ(delete_question(one, 0),
             "Delete \"C:\\docs\\a.txt\" from Disk?\n\nIt goes to the Recycle Bin.");
+  EXPECT_TRUE(remove_question(one).ends_with("The file stays on the Disk."));
   EXPECT_TRUE(delete_question(many, 1).ends_with("for 1 of them: it will be gone for good."));
   for (const auto& [files, lost] : {std::pair{one, 1}, {many, 12}, {many, 2}}) {
     EXPECT_TRUE(delete_question(files, lost).ends_with("will be gone for good.")) << lost;

@@ -108,6 +108,14 @@ TEST(Layout, ControlsFillTheWindowWithoutOverlap) {
   EXPECT_EQ(layout_main_window({9600, 2000}, {9360, 1100}).Text1.height, 240);
 }
 
+TEST(Layout, MemoryNoticesChangesOnly) {
+  LayoutMemory memory;
+  EXPECT_TRUE(memory.changed({}));
+  EXPECT_FALSE(memory.changed({}));
+  memory.forget();
+  EXPECT_TRUE(memory.changed({}));
+}
+
 /// A letter for each rule that allows its command.
 std::string enabled(const WindowState& state) {
   const std::string letters = "ANBLSDVHRM";
