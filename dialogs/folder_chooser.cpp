@@ -6,7 +6,7 @@
 
 namespace tallowmere {
 
-FolderChooser::FolderChooser(int template_id, HWND owner, FileSystem& files, int drive_list,
+FolderChooser::FolderChooser(int template_id, HWND owner, const FileSystem& files, int drive_list,
                              int folder_list)
     : Form(template_id, owner), Drive1(item(drive_list)) {
   Dir1.attach(item(folder_list), files);

@@ -16,7 +16,8 @@ class FolderChooser : public win32::Form {
   FolderListBox Dir1;
 
  protected:
-  FolderChooser(int template_id, HWND owner, FileSystem& files, int drive_list, int folder_list);
+  FolderChooser(int template_id, HWND owner, const FileSystem& files, int drive_list,
+                int folder_list);
 
   /// Draws the folder list; forms that take other messages hand on the rest to it.
   bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;

@@ -92,7 +92,8 @@ class LiteralViewer {
 
   int scroll_value(Position length) const {
     const auto at = static_cast<double>(chunk_start + sel_start + length);
-    return static_cast<int>(std::nearbyint(std::min(at / std::ssize(file_), 1.0) * 100000));
+    const double fraction = std::min(at / static_cast<double>(file_.size()), 1.0);
+    return static_cast<int>(std::nearbyint(fraction * 100000));
   }
 
   void load_text_chunk(Position start, Position position) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "engine/letter_case.h"
 #include "engine/unicode.h"
 #include "tests/windows/temp_folder.h"
 #include "win32/ansi_code_page.h"
