@@ -76,7 +76,8 @@ class ConsoleTest(unittest.TestCase):
                 ("words", "--search near --prox all", "big red barn"),
                 ("words", "--files L?G", "big"),
                 ("plain upper part words", "--no-subfolders", "big"),
-                ("part plain upper words accent empty sub/deep", "--files txt --files log", ""),
+                ("part plain upper words accent empty sub/deep",
+                 "--files txt --files ??? --files log", ""),
                 ("plain", "--year 2001", "dog"),
                 ("plain", "--month 5/2001", "dog"),
                 ("", "--month 6/2001", "dog"),
@@ -130,7 +131,7 @@ class ConsoleTest(unittest.TestCase):
     def test_bad_usage(self):
         folder = shown(self.folder)
         wrong = ("--nonsense", "--search xor", "--before 0 --after 0", "--before 1001",
-                 "--month 13/2001", "--between 2001-02-31 soon", "--files a.b/c", "--reverse",
+                 "--month 13/2001", "--between 2001-02-31 2001-03-01", "--files a.b/c", "--reverse",
                  "--year 2001 --month 5/2001", "--quiet=yes")
         for arguments in ([], [folder], [folder, "x", "y"], ["--list", "", "x"],
                           [shown(os.path.join(self.folder, "nowhere")), "x"],

@@ -58,6 +58,8 @@ TEST(Matcher, WhatMatches) {
   const std::string lacking = "\xE4\xB8\xAD";  // no character of the code page
   const std::string seam = with(two_chunks, chunk - 2, "needle");
   const std::string short_end = with(two_chunks, chunk - 2, "cat").substr(0, chunk + 1);
+  std::string many;  // so many terms that they are looked for in two passes
+  for (char c = 'a'; c < 'a' + 16; ++c) many += std::string("\"q") + c + "\" ";
   const struct {
     CriteriaInput input;
     std::string text;
@@ -72,6 +74,9 @@ TEST(Matcher, WhatMatches) {
       {input(lacking, search_phrase), std::string("?\0", 2), false},
       {input(lacking + " cat", search_or), "cat", true},
       {input(lacking + " cat", search_and), "cat", false},
+      {input(many + "cat dog", search_or), "concat dogs", false},
+      {input(many + "cat dog", search_or), "concat dog", true},
+      {input(many + "\"x" + lacking + "\"", search_or), std::string("x\0", 2), false},
       // Without criteria every file matches, without text only that.
       {input("\"\"", search_and), "", true},
       {input(" ", search_phrase), "", false},

@@ -97,6 +97,7 @@ TEST_F(PosixFilesTest, EveryReaderHasItsOwnFileAndPlace) {
   file->close();
   ASSERT_FALSE(other->seek(1) || other->read(&byte, 1, got));
   EXPECT_EQ(byte, 'B');
+  EXPECT_EQ(read_all(top + "sub/", "a.txt"), "bB");
 }
 
 TEST_F(PosixFilesTest, PathsOfAnyLength) {
