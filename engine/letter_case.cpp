@@ -59,11 +59,18 @@ char32_t capital_of(char32_t letter) {
   return found != upper_cases.end() && found->first == letter ? found->second : letter;
 }
 
+/// `fold` leaves ASCII within ASCII: the beginning of a text, mostly all of it, is folded in place.
 template <typename Fold>
 std::string folded(std::string_view text, const Fold& fold) {
-  std::string result;
-  result.reserve(text.size());
-  for (std::size_t position = 0; position < text.size();) {
+  std::string result(text);
+  std::size_t position = 0;
+  for (; position < text.size(); ++position) {
+    const auto unit = static_cast<unsigned char>(text[position]);
+    if (unit >= 0x80) break;
+    result[position] = static_cast<char>(fold(char32_t{unit}));
+  }
+  result.resize(position);
+  while (position < text.size()) {
     append_utf8(result, fold(next_code_point(text, position)));
   }
   return result;
