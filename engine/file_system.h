@@ -106,6 +106,16 @@ class FileReader {
   virtual void close() = 0;
 };
 
+/// What one thread waits for in the system. Others may give it up.
+class PendingCalls {
+ public:
+  virtual ~PendingCalls() = default;
+
+  /// Ends a call in which the thread waits now, which then fails, as far as the system can. Any
+  /// thread may call it, also after that thread has ended.
+  virtual void cancel() = 0;
+};
+
 /// The system's files, seen as the engine needs them. Has no state: any thread may ask at any time.
 /// Folders are given with their final separator. Implemented in posix/ and win32/; tests have one
 /// in memory.
@@ -126,6 +136,13 @@ class FileSystem {
 
   /// A reader without a file yet.
   virtual std::unique_ptr<FileReader> reader() const = 0;
+
+  /// True when the system says that the disk of this folder has to move its head from one file to
+  /// the next, so that several threads would only make it slower.
+  virtual bool has_to_seek(const std::string&) const { return false; }
+
+  /// The calls of the thread that asks; null where the system cannot give them up.
+  virtual std::unique_ptr<PendingCalls> pending_calls() const { return nullptr; }
 };
 
 }  // namespace tallowmere

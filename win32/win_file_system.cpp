@@ -2,9 +2,13 @@
 
 #include <windows.h>
 
+#include <winioctl.h>
+
+#include <array>
 #include <memory>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 #include "engine/unicode.h"
 #include "win32/file_redirection.h"
@@ -140,6 +144,29 @@ HANDLE find_first(const std::u16string& pattern, WIN32_FIND_DATAW& entry) {
                           FIND_FIRST_EX_LARGE_FETCH);
 }
 
+/// The volume that a folder lies on; null for a share, and where the system does not tell.
+Handle open_volume(const std::u16string& folder) {
+  std::array<wchar_t, MAX_PATH> mount_point;
+  std::array<wchar_t, MAX_PATH> volume;
+  if (!GetVolumePathNameW(wide(folder), mount_point.data(), MAX_PATH) ||
+      !GetVolumeNameForVolumeMountPointW(mount_point.data(), volume.data(), MAX_PATH)) {
+    return nullptr;
+  }
+  std::wstring name(volume.data());
+  name.pop_back();  // with its final backslash it would be the root folder
+  constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE;
+  return file_handle(CreateFileW(name.c_str(), 0, share, nullptr, OPEN_EXISTING, 0, nullptr));
+}
+
+class WinPendingCalls : public PendingCalls {
+ public:
+  explicit WinPendingCalls(Handle thread) : thread_(std::move(thread)) {}
+  void cancel() override { CancelSynchronousIo(thread_.get()); }
+
+ private:
+  const Handle thread_;
+};
+
 }  // namespace
 
 std::optional<SystemError> WinFileSystem::list_folder(const std::string& folder,
@@ -177,6 +204,26 @@ std::optional<SystemError> WinFileSystem::facts(const std::string& folder, std::
 
 std::unique_ptr<FileReader> WinFileSystem::reader() const {
   return std::make_unique<WinFileReader>();
+}
+
+// Source: the documentation of IOCTL_STORAGE_QUERY_PROPERTY.
+bool WinFileSystem::has_to_seek(const std::string& folder) const {
+  const Handle volume = open_volume(long_path(folder));
+  if (!volume) return false;
+  STORAGE_PROPERTY_QUERY query{};
+  query.PropertyId = StorageDeviceSeekPenaltyProperty;
+  query.QueryType = PropertyStandardQuery;
+  DEVICE_SEEK_PENALTY_DESCRIPTOR answer{};
+  DWORD size = 0;
+  return DeviceIoControl(volume.get(), IOCTL_STORAGE_QUERY_PROPERTY, &query, sizeof query, &answer,
+                         sizeof answer, &size, nullptr) &&
+         size >= sizeof answer && answer.IncursSeekPenalty;
+}
+
+std::unique_ptr<PendingCalls> WinFileSystem::pending_calls() const {
+  Handle thread(OpenThread(THREAD_TERMINATE, FALSE, GetCurrentThreadId()));
+  if (!thread) return nullptr;
+  return std::make_unique<WinPendingCalls>(std::move(thread));
 }
 
 }  // namespace tallowmere::win32

@@ -14,6 +14,8 @@ class WinFileSystem : public FileSystem {
   std::optional<SystemError> facts(const std::string& folder, std::string_view name,
                                    FileFacts& facts) const override;
   std::unique_ptr<FileReader> reader() const override;
+  bool has_to_seek(const std::string& folder) const override;
+  std::unique_ptr<PendingCalls> pending_calls() const override;
 };
 
 }  // namespace tallowmere::win32
