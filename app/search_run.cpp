@@ -16,6 +16,11 @@ FoundFile found_file(const FileRecord& record) {
   return {record.filepath, record.filename, {record.filedate, record.filesize}};
 }
 
+/// The disk keeps none of the window's own thread.
+ThreadUse threads() {
+  return {machine_threads(), true};
+}
+
 /// The running state ends however the run does.
 struct RunEnd {
   bool& running;
@@ -59,7 +64,8 @@ void SearchRun::search_files(const std::function<void(FileSearch&)>& test) {
     ShowWindow(window_.form.handle(), SW_MINIMIZE);
   }
   WindowSearchHost host(window_.form.handle(), results_, stop_, true);
-  FileSearch search(services_.search, services_.page, services_.files, services_.clock, host);
+  FileSearch search(services_.search, services_.page, services_.files, services_.clock, host,
+                    threads());
   host.set_progress([&] { show_progress(search); });
   go_through([&] { test(search); });
   if (!window_.closing()) {
@@ -79,7 +85,8 @@ void SearchRun::search_file(const CriteriaInput& input, std::size_t row) {
   load(input);
   prepare_to_search();
   WindowSearchHost host(window_.form.handle(), results_, stop_, false);
-  FileSearch search(services_.search, services_.page, services_.files, services_.clock, host);
+  FileSearch search(services_.search, services_.page, services_.files, services_.clock, host,
+                    threads());
   bool matches = false;
   go_through([&] { matches = search_selected_file(search, row); });
   if (!window_.closing()) {

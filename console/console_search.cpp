@@ -184,6 +184,13 @@ std::optional<std::vector<std::string>> read_lines(const std::string& path, Surr
   return lines;
 }
 
+/// A single thread is this one, which then works instead of waiting.
+ThreadUse thread_use(const Options& options) {
+  const bool asked = options.threads > 0;
+  const unsigned most = asked ? static_cast<unsigned>(options.threads) : machine_threads();
+  return {most == 1 ? 0 : most, !asked};
+}
+
 void search_lines(FileSearch& search, const std::vector<std::string>& lines) {
   search.SearchListboxFiles(lines.size(), [&lines](std::size_t i) {
     const std::string_view path = lines[i];
@@ -222,7 +229,7 @@ int search(const Options& options, Surroundings& around) {
 
   const auto started = SteadyClock::now();
   ConsoleHost host(options, around);
-  FileSearch search(criteria, around.page, around.files, around.clock, host);
+  FileSearch search(criteria, around.page, around.files, around.clock, host, thread_use(options));
   if (lines) {
     search_lines(search, *lines);
   } else {

@@ -14,6 +14,7 @@ namespace tallowmere::console {
 namespace {
 
 constexpr int largest_past_days = 9999;
+constexpr int most_threads = 64;
 
 std::optional<int> number(std::string_view text, int low, int high) {
   int value = 0;
@@ -213,6 +214,8 @@ class Parser {
       options_.null_terminated = true;
     } else if (name_ == "--quiet") {
       options_.quiet = true;
+    } else if (name_ == "--threads") {
+      store(options_.threads, number(value(), 1, most_threads), "a number from 1 to 64");
     } else if (name_ == "--help") {
       options_.help = true;
     } else if (name_ == "--version") {
@@ -288,6 +291,9 @@ Output
                                 (default: as found, printed at once)
   --null                        end each path with a zero byte, not a line break
   --quiet                       print no matches; stop at the first one
+  --threads N                   how many files to read at the same time, 1 to 64
+                                (default: one for each processor core; one on a
+                                disk that has to seek); the output is the same
   --help  --version
 
 Matches go to standard output, one full path a line. The summary and the files

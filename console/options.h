@@ -21,6 +21,7 @@ struct Options {
   bool quiet = false;
   bool help = false;
   bool version = false;
+  int threads = 0;  ///< 0: as many as the machine runs at once
 };
 
 struct UsageError {

@@ -2,16 +2,14 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "engine/compiled_search.h"
-#include "engine/date_filter.h"
 #include "engine/file_system.h"
 #include "engine/search_criteria.h"
-#include "engine/text_matcher.h"
+#include "engine/search_folder.h"
+#include "engine/search_threads.h"
 
 namespace tallowmere {
 
@@ -28,18 +26,20 @@ struct UnreadFile {
   std::string reason;  ///< the system's own words
 };
 
-/// What a search tells and asks the program around it. All calls come on the search's own thread.
+/// What a search tells and asks the program around it. All calls come on the thread that runs the
+/// search, in the order of the walk.
 class SearchHost {
  public:
   virtual ~SearchHost() = default;
 
-  /// Serves pending events. Called before every file and every further chunk; returns false when
-  /// the run is to stop.
+  /// Serves pending events. Called before every file, and every few milliseconds while a file or a
+  /// folder takes long; returns false when the run is to stop.
   virtual bool go_on() = 0;
 
   virtual void file_matched(const FoundFile& file) = 0;
 
-  /// Whether file_matched needs the facts where the system's listings tell names only.
+  /// Whether file_matched needs the facts where the system's listings tell names only. Asked once,
+  /// before the run.
   virtual bool wants_facts() const { return true; }
 
   /// Reading broke off inside `path`, which counts as unread; false when the run is to stop.
@@ -49,11 +49,14 @@ class SearchHost {
   virtual bool retry_folder(const SystemError& error) = 0;
 };
 
-/// One search run over the files of a folder, of a list or of a selection.
+/// One search run over the files of a folder, of a list or of a selection. Files are tested by
+/// threads of the run's own, ahead of the host; what the host sees is the walk, file by file.
 class FileSearch {
  public:
+  /// `files` and `page` must outlive the threads, also those that hang in the system and are left
+  /// behind when the run is stopped.
   FileSearch(const SearchCriteria& search, const CodePage& page, const FileSystem& files,
-             const Clock& clock, SearchHost& host);
+             const Clock& clock, SearchHost& host, const ThreadUse& use);
   FileSearch(const FileSearch&) = delete;
   FileSearch& operator=(const FileSearch&) = delete;
 
@@ -74,37 +77,20 @@ class FileSearch {
   const std::vector<UnreadFile>& unread() const { return unread_; }
 
  private:
-  void SearchAllDir(const std::string& root);
-  void search_folder_files(const std::string& folder);
-  void search_slot(const std::string& folder, const std::string& pattern);
-  bool test_listed_file(const std::string& folder, std::size_t row);
-  bool test_file(const std::string& folder, std::string_view name);
-  bool test_opened(const std::string& folder, std::string_view name,
-                   const std::optional<SystemError>& open_error);
-  bool wanted_by_date(const std::string& folder, FolderListing::File& file);
-  std::optional<SystemError> list(const std::string& folder);
-  void search_listed(const std::string& folder, const std::optional<SystemError>& error);
+  void SearchAllDir();
+  void search_folder_files(const SearchFolder& folder);
+  bool matches(const SearchFolder& folder, const SearchFolder::Turn& turn);
   bool keep_going();
   void note_unread(const std::string& folder, std::string_view name, const SystemError& error);
 
   const SearchCriteria& search_;
-  const FileSystem& files_;
-  const std::unique_ptr<FileReader> file_;  ///< the one being tested
   SearchHost& host_;
-  DateFilter dates_;
-  const CompiledSearch compiled_;
-  TextMatcher matcher_;
-  FolderListing listing_;
-
-  /// What testing a row of the listing has told already, for a file that fits several types.
-  enum class Verdict : signed char { untested, match, no_match };
-  std::vector<Verdict> verdicts_;
-
-  std::function<bool()> go_on_;
+  const ThreadUse use_;
   std::int64_t files_searched_ = 0;
   std::int64_t files_matched_ = 0;
   bool stopped_ = false;
   std::vector<UnreadFile> unread_;
+  SearchThreads threads_;
 };
 
 }  // namespace tallowmere

@@ -30,6 +30,11 @@ void FolderListing::add_folder(std::string_view name) {
   names_.append(name);
 }
 
+void FolderListing::set_facts(std::size_t index, const FileFacts& facts) {
+  files_[index].facts_known = true;
+  files_[index].facts = facts;
+}
+
 FolderListing::File FolderListing::file(std::size_t index) const {
   const FileRow& row = files_[index];
   return {text(row.name), row.facts_known, row.facts};

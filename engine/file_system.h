@@ -51,6 +51,8 @@ class FolderListing {
   bool begun() const { return begun_; }
   void add_file(std::string_view name, const FileFacts* facts);
   void add_folder(std::string_view name);
+  /// Threads may set and read the facts of different files at the same time.
+  void set_facts(std::size_t index, const FileFacts& facts);
 
   std::size_t file_count() const { return files_.size(); }
   File file(std::size_t index) const;

@@ -44,7 +44,7 @@ class FileSearchTest : public ::testing::Test {
     for (const char* name : names) files.add(std::string("/top/") + name, "cat");
   }
 
-  FileSearch make() { return FileSearch(search, page, files, clock, host); }
+  FileSearch make() { return FileSearch(search, page, files, clock, host, use); }
 
   std::string found() {
     FileSearch run = make();
@@ -68,6 +68,7 @@ class FileSearchTest : public ::testing::Test {
   RecordingHost host;
   CodePage page = CodePage::windows_1252();
   SearchCriteria search;
+  ThreadUse use;
   std::int64_t searched = 0;
   std::string unread;
   bool stopped = false;

@@ -1,0 +1,75 @@
+#include "engine/file_tester.h"
+
+#include <utility>
+
+namespace tallowmere {
+
+namespace {
+
+std::vector<std::string> checked_patterns(const SearchCriteria& search) {
+  std::vector<std::string> patterns;
+  for (std::size_t slot = 0; slot < search.user_types.size(); ++slot) {
+    if (search.type_checked[slot]) patterns.push_back(search.user_types[slot]);
+  }
+  return patterns;
+}
+
+}  // namespace
+
+SearchJob::SearchJob(const SearchCriteria& search, const CodePage& page,
+                     const FileSystem& the_files, const Clock& clock, bool facts_wanted)
+    : files(the_files),
+      compiled(search, page),
+      dates(search, clock),
+      patterns(checked_patterns(search)),
+      subfolders(search.search_subfolders),
+      wants_facts(facts_wanted) {}
+
+FileTester::FileTester(const SearchJob& job)
+    : job_(job), file_(job.files.reader()), matcher_(job.compiled) {}
+
+void FileTester::list(SearchFolder& folder, const std::function<bool()>& go_on) {
+  folder.listing.clear();
+  folder.error = job_.files.list_folder(folder.path(), folder.listing, go_on);
+  folder.plan(job_.patterns);
+  if (job_.subfolders) folder.subfolders = sorted_subfolders(folder.listing);
+}
+
+Verdict FileTester::test(SearchFolder& folder, std::size_t row, const std::function<bool()>& go_on,
+                         SystemError& error) {
+  using Source = SearchFolder::Source;
+  FolderListing::File file = folder.listing.file(row);
+  const auto failed = [&error](std::optional<SystemError> failure) {
+    if (failure) error = std::move(*failure);
+    return failure.has_value();
+  };
+  const auto ask_facts = [&] {
+    auto failure = job_.files.facts(folder.path(), file.name, file.facts);
+    file.facts_known = !failure;
+    if (!failure) folder.listing.set_facts(row, file.facts);
+    return failure;
+  };
+  if (job_.dates.limits() && folder.source() != Source::selection) {
+    if (!file.facts_known && failed(ask_facts())) return Verdict::unread;
+    if (!job_.dates.file_in_date_range(file.facts.modified)) return Verdict::no_match;
+  }
+  const bool listed = folder.source() == Source::folder;
+  if (failed(listed ? file_->open_listed(folder.path(), file.name)
+                    : file_->open(folder.path(), file.name))) {
+    return Verdict::unread;
+  }
+  switch (matcher_.match_open_file(*file_, go_on, error)) {
+    case MatchOutcome::match:
+      if (listed && job_.wants_facts && !file.facts_known) ask_facts();
+      return Verdict::match;
+    case MatchOutcome::no_match:
+      return Verdict::no_match;
+    case MatchOutcome::failed:
+      return Verdict::broken_off;
+    case MatchOutcome::stopped:
+      break;
+  }
+  return Verdict::untested;
+}
+
+}  // namespace tallowmere

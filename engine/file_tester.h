@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "engine/compiled_search.h"
+#include "engine/date_filter.h"
+#include "engine/file_system.h"
+#include "engine/search_folder.h"
+#include "engine/text_matcher.h"
+
+namespace tallowmere {
+
+/// What all threads of a search run share. Nothing changes in it once the run has begun.
+struct SearchJob {
+  /// Keeps nothing of `search` and `clock`. `page` and `files` must outlive the threads, also
+  /// those that the run leaves behind.
+  SearchJob(const SearchCriteria& search, const CodePage& page, const FileSystem& the_files,
+            const Clock& clock, bool facts_wanted);
+
+  const FileSystem& files;
+  const CompiledSearch compiled;
+  const DateFilter dates;
+  std::vector<std::string> patterns;  ///< of the file types to search, in their order
+  const bool subfolders;
+  const bool wants_facts;  ///< of files that match, where listings tell names only
+};
+
+/// Lists folders and tests files for one thread, with a reader and a matcher of its own.
+class FileTester {
+ public:
+  explicit FileTester(const SearchJob& job);
+
+  /// Lists the folder and plans the turns of its files.
+  void list(SearchFolder& folder, const std::function<bool()>& go_on);
+
+  /// The verdict on a file of the folder; `untested` when `go_on` says no. `error` tells why a file
+  /// is unread. Corrects the file's facts in the listing.
+  Verdict test(SearchFolder& folder, std::size_t row, const std::function<bool()>& go_on,
+               SystemError& error);
+
+ private:
+  const SearchJob& job_;
+  const std::unique_ptr<FileReader> file_;
+  TextMatcher matcher_;
+};
+
+}  // namespace tallowmere

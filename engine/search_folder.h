@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/file_system.h"
+
+namespace tallowmere {
+
+/// What testing a file has told.
+enum class Verdict : unsigned char {
+  untested,
+  no_match,
+  match,
+  unread,     ///< it could not be opened, or asked for its date
+  broken_off  ///< reading broke off
+};
+
+inline bool is_trouble(Verdict verdict) {
+  return verdict == Verdict::unread || verdict == Verdict::broken_off;
+}
+
+/// The files of one folder that a search tests, in the order in which they are delivered. One
+/// thread lists the folder; then any threads test its files, each file by one of them, while the
+/// thread of the host waits for their verdicts. Objects are used again for other folders, so that
+/// they allocate only while they grow.
+class SearchFolder {
+ public:
+  /// One delivery of a file: it has one for each file type that it fits.
+  struct Turn {
+    std::uint32_t row;  ///< of the listing
+    bool repeated;      ///< an earlier turn has tested it
+  };
+
+  /// Where the files come from.
+  enum class Source {
+    folder,    ///< from the system's listing
+    list,      ///< from the result list: what they are has to be asked
+    selection  ///< the same, tested whatever its date
+  };
+
+  /// Begins anew with another folder; `path` ends with a separator.
+  void start(std::string_view path, Source source);
+  /// Makes the turns of the files listed: each pattern of file types is a pass of its own.
+  void plan(const std::vector<std::string>& patterns);
+  /// Makes the turns of all files in the listing, in its order.
+  void plan_all();
+
+  const std::string& path() const { return path_; }
+  Source source() const { return source_; }
+  const std::vector<Turn>& turns() const { return turns_; }
+
+  /// Atomic: what was written before a verdict is set can be read by who sees it.
+  Verdict verdict(std::size_t row) const;
+  void set_verdict(std::size_t row, Verdict verdict);
+
+  FolderListing listing;
+  std::optional<SystemError> error;     ///< of listing it; what came before it is in the listing
+  std::vector<std::string> subfolders;  ///< in the order of the walk
+
+  /// Why a file is unread. Who adds one or looks for one holds the lock that the threads share.
+  struct Trouble {
+    std::size_t row;
+    SystemError error;
+  };
+  std::vector<Trouble> troubles;
+
+ private:
+  std::uint32_t begin_plan();
+
+  std::string path_;
+  Source source_ = Source::folder;
+  std::vector<Turn> turns_;
+  mutable std::vector<unsigned char> verdicts_;  ///< one of Verdict per row, reached atomically
+};
+
+}  // namespace tallowmere
