@@ -43,7 +43,7 @@ void FileSearch::search_files() {
   }
   if (folder && keep_going()) search_folder_files(*folder);
   SearchAllDir();
-  if (!stopped_) threads_.finish();
+  finish();
 }
 
 /// The folders below come after the first one; there are none when they are not wanted.
@@ -108,7 +108,14 @@ void FileSearch::SearchListboxFiles(std::size_t count,
       host_.file_matched(file_at(index));
     }
   }
-  if (!stopped_) threads_.finish();
+  finish();
+}
+
+/// Everything has been delivered: who stops the run now stops nothing.
+void FileSearch::finish() {
+  if (stopped_) return;
+  threads_.finish();
+  stopped_ = false;
 }
 
 bool FileSearch::search_selected_file(const std::string& folder, const std::string& name) {
@@ -116,7 +123,7 @@ bool FileSearch::search_selected_file(const std::string& folder, const std::stri
   threads_.add_files(folder, {name}, SearchFolder::Source::selection);
   const SearchFolder* file = threads_.next();
   const bool match = file && matches(*file, file->turns().front());
-  if (!stopped_) threads_.finish();
+  finish();
   return match;
 }
 

@@ -81,6 +81,7 @@ class FileSearch {
   void search_folder_files(const SearchFolder& folder);
   bool matches(const SearchFolder& folder, const SearchFolder::Turn& turn);
   bool keep_going();
+  void finish();
   void note_unread(const std::string& folder, std::string_view name, const SystemError& error);
 
   const SearchCriteria& search_;

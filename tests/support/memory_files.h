@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <functional>
 #include <map>
@@ -32,17 +33,29 @@ class MemoryFiles : public FileSystem {
   }
 
   void remove(const std::string& path) { files_.erase(path); }
+  void clear() {
+    files_.clear();
+    folder_errors.clear();
+    listed_before_error.clear();
+  }
+  std::vector<std::string> paths() const {
+    std::vector<std::string> all;
+    for (const auto& [path, file] : files_) all.push_back(path);
+    return all;
+  }
 
   std::map<std::string, SystemError> folder_errors;  ///< by path with final separator
   /// The folders above are listed up to this many files before their error comes.
   std::map<std::string, std::size_t> listed_before_error;
-  std::function<void()> on_read;  ///< runs before every read
+  std::function<void()> on_list, on_facts, on_open, on_read;  ///< run before every such call
   bool listing_knows_facts = true;
-  mutable int opened = 0;
-  mutable int closed = 0;
+  bool seeks = false;  ///< the disk has to
+  mutable std::atomic<int> opened{0};
+  mutable std::atomic<int> closed{0};
 
   std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,
                                          const std::function<bool()>&) const override {
+    if (on_list) on_list();
     const auto error = folder_errors.find(folder);
     const auto before_error = listed_before_error.find(folder);
     if (error != folder_errors.end() && before_error == listed_before_error.end()) {
@@ -68,12 +81,14 @@ class MemoryFiles : public FileSystem {
 
   std::optional<SystemError> facts(const std::string& folder, std::string_view name,
                                    FileFacts& facts) const override {
+    if (on_facts) on_facts();
     const File* file = find(folder, name);
     if (!file) return SystemError{2, "File not found"};
     facts = file->facts;
     return std::nullopt;
   }
 
+  bool has_to_seek(const std::string&) const override { return seeks; }
   std::unique_ptr<FileReader> reader() const override { return std::make_unique<Reader>(*this); }
 
  private:
@@ -86,6 +101,7 @@ class MemoryFiles : public FileSystem {
 
     std::optional<SystemError> open(const std::string& folder, std::string_view name) override {
       close();
+      if (files_.on_open) files_.on_open();
       const File* file = files_.find(folder, name);
       if (!file) return SystemError{2, "File not found"};
       if (file->unreadable) return SystemError{5, "Access is denied"};
