@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <deque>
 #include <functional>
 #include <initializer_list>
 #include <map>
@@ -23,8 +22,8 @@ class MemoryDisk : public FileOperations {
 
   std::map<std::string, std::string> files;  ///< contents by key of the path
   std::string locked;                        ///< the key of a file in use
-  std::vector<std::string> recycled;
-  std::function<void()> before_writing;  ///< what happens once, when the target was looked at
+  std::string recycled;                      ///< paths, each behind a blank
+  std::function<void()> before_writing;      ///< what happens once, when the target was looked at
 
   Result facts(const std::string& path, FileFacts& facts) override {
     const auto file = files.find(name_key(path));
@@ -46,9 +45,9 @@ class MemoryDisk : public FileOperations {
   }
   Result move(const std::string& source, const std::string& target, const Replace& replace,
               const Progress& progress) override {
-    if (Result error = copy(source, target, replace, progress)) return error;
-    files.erase(name_key(source));
-    return std::nullopt;
+    Result error = copy(source, target, replace, progress);
+    if (!error) files.erase(name_key(source));
+    return error;
   }
   Result rename(const std::string& source, const std::string& target) override {
     return move(source, target, {name_key(source) == name_key(target)},
@@ -58,7 +57,7 @@ class MemoryDisk : public FileOperations {
   Result remove(const std::string& path, bool recycle) override {
     if (Result error = trouble(path)) return error;
     files.erase(name_key(path));
-    if (recycle) recycled.push_back(path);
+    if (recycle) recycled += " " + path;
     return std::nullopt;
   }
   Result create_folder(const std::string&) override { return std::nullopt; }
@@ -67,15 +66,15 @@ class MemoryDisk : public FileOperations {
   Result trouble(const std::string& path) {
     // The code alone means nothing.
     if (name_key(path) == locked) return SystemError{in_the_way, "in use"};
-    if (!files.contains(name_key(path))) return SystemError{2, "not found"};
-    return std::nullopt;
+    FileFacts none;
+    return facts(path, none);
   }
 };
 
 class ScriptedUser : public BatchUser {
  public:
-  std::deque<ReplaceAnswer> answers;
-  std::vector<ReplaceQuestion> asked;
+  std::vector<ReplaceAnswer> answers;
+  std::string asked;  ///< per question the target, the sizes of the source and of the target
   std::function<void()> on_question;   ///< what happens once, while the user thinks
   std::size_t stop_before = SIZE_MAX;  ///< the file at which the user has had enough
   bool give_up_inside = false;         ///< or amid the first one
@@ -85,11 +84,11 @@ class ScriptedUser : public BatchUser {
   }
   bool at_bytes(std::int64_t, std::int64_t) override { return !give_up_inside; }
   ReplaceAnswer ask_replace(const ReplaceQuestion& question) override {
-    asked.push_back(question);
+    asked += question.target + " " + std::to_string(question.source_facts.size) + ">" +
+             std::to_string(question.target_facts.size) + " ";
     if (const auto happen = std::exchange(on_question, nullptr)) happen();
-    const ReplaceAnswer answer = answers.empty() ? ReplaceAnswer::cancel : answers.front();
-    if (!answers.empty()) answers.pop_front();
-    return answer;
+    if (answers.empty()) return ReplaceAnswer::cancel;
+    return std::exchange(answers, {answers.begin() + 1, answers.end()}).front();
   }
 };
 
@@ -115,9 +114,6 @@ class FileBatchTest : public testing::Test {
     for (const char* name : names) text += file(name);
     return text;
   }
-  std::vector<std::string> paths(const std::vector<std::size_t>& rows) {
-    return paths_of(list, rows);
-  }
   /// How many files are done, what became of the viewed one, and what the list holds then.
   std::string update() {
     constexpr const char* viewed[] = {" done, ", " done, view moved, ", " done, view rewritten, ",
@@ -131,7 +127,14 @@ class FileBatchTest : public testing::Test {
   }
   std::string transfer(FileCommand command, const std::vector<std::size_t>& rows,
                        const std::string& name = {}) {
-    outcome = transfer_files(paths(rows), {command, "/to/", name, confirm}, disk, user);
+    outcome = transfer_files(paths_of(list, rows), {command, "/to/", name, confirm}, disk, user);
+    return update();
+  }
+  void remove(const std::vector<std::size_t>& rows, const std::vector<bool>& recycle) {
+    outcome = delete_files(paths_of(list, rows), recycle, disk, user);
+  }
+  std::string give_name(const std::string& path, const std::string& name) {
+    outcome = rename_file(path, name, disk);
     return update();
   }
 
@@ -153,10 +156,8 @@ TEST_F(FileBatchTest, ACopyLeavesItsRowAMoveAndARenameTakeItAlong) {
   EXPECT_TRUE(change.records_changed);
   EXPECT_EQ(on_disk({"/to/one.txt", "/to/new.txt", "/a/One.txt"}), "11");
 
-  outcome = rename_file("/to/New.txt", "ONE.txt", disk);
-  EXPECT_EQ(update(), "0 done, /to/New.txt /b/Two.txt ");
-  outcome = rename_file("/to/New.txt", "NEW.txt", disk);
-  EXPECT_EQ(update(), "1 done, view moved, /to/NEW.txt /b/Two.txt ");
+  EXPECT_EQ(give_name("/to/New.txt", "ONE.txt"), "0 done, /to/New.txt /b/Two.txt ");
+  EXPECT_EQ(give_name("/to/New.txt", "NEW.txt"), "1 done, view moved, /to/NEW.txt /b/Two.txt ");
 }
 
 // The rows are those of the files when the work is over, wherever they have gone meanwhile.
@@ -164,21 +165,20 @@ TEST_F(FileBatchTest, RowsThatMoveDuringTheWork) {
   add_numbered(3);
   add("/a/1", "1");  // found by two types
   list.viewed_index = 1;
-  const std::vector<std::string> chosen = paths({0, 1, 3});
+  const std::vector<std::string> chosen = paths_of(list, std::vector<std::size_t>{0, 1, 3});
   EXPECT_EQ(chosen.size(), 2u) << "one file is one file, listed twice or not";
   outcome = transfer_files(chosen, {move, "/to/", {}}, disk, user);
   std::ranges::reverse(list.records());
   list.viewed_index = 2;
   EXPECT_EQ(update(), "2 done, view moved, /to/1 /a/2 /to/1 /to/0 ");
 
-  outcome = delete_files(paths({0, 3}), {true, false}, disk, user);
+  remove({0, 3}, {true, false});
   std::ranges::rotate(list.records(), list.records().begin() + 1);
   list.viewed_index = -1;
   EXPECT_EQ(update(), "2 done, /a/2 ");
-  EXPECT_TRUE(change.rows_removed);
-  EXPECT_EQ(change.row_to_select, 0);
+  EXPECT_TRUE(change.rows_removed && change.row_to_select == 0);
   EXPECT_EQ(on_disk({"/a/2", "/to/0"}), "2");
-  EXPECT_EQ(disk.recycled, std::vector<std::string>{"/to/1"});
+  EXPECT_EQ(disk.recycled, " /to/1");
 
   outcome = rename_file("/a/2", "4", disk);
   list.setup_new_list();
@@ -198,54 +198,41 @@ TEST_F(FileBatchTest, OneFailureKeepsNoOtherBack) {
   EXPECT_EQ(transfer(move, {0, 1, 2, 3, 4, 5, 6}),
             "3 done, /a/locked /a/gone /to/THERE /to/x /b/X /to/\u03c2 /to/\u03c3 ");
   std::string faults;
-  for (const FileFault& fault : outcome.faults) {
-    faults += fault.path + ": " + fault.reason + "\n";
-  }
+  for (const auto& [path, reason] : outcome.faults) faults += path + ": " + reason + "\n";
   EXPECT_EQ(faults,
             "/a/locked: in use\n/a/gone: not found\n/to/THERE: The file is already there\n"
             "/b/X: Another of the selected files has taken its name there\n");
   EXPECT_EQ(on_disk({"/to/x", "/b/x"}), "/a/x/b/X");
-  EXPECT_TRUE(user.asked.empty());
+  EXPECT_EQ(user.asked, "");
 }
 
 TEST_F(FileBatchTest, QuestionsAndAnswers) {
+  using enum ReplaceAnswer;
   add_numbered(5);
   for (const char* name : {"/to/0", "/to/1", "/to/2", "/to/3", "/to/4"}) file(name) = "old";
-  using enum ReplaceAnswer;
   user.answers = {no, yes, cancel};
   transfer(copy, {0, 1, 2, 3});
   EXPECT_TRUE(outcome.stopped);
-  ASSERT_EQ(user.asked.size(), 3u);
-  EXPECT_EQ(user.asked[1].target, "/to/1");
-  EXPECT_EQ(user.asked[1].target_facts.size, 3);
-  EXPECT_EQ(user.asked[1].source_facts.size, 1);
-  EXPECT_EQ(on_disk({"/to/0", "/to/1", "/to/2"}), "old1old");
-
+  EXPECT_EQ(user.asked, "/to/0 1>3 /to/1 1>3 /to/2 1>3 ");
   user.answers = {yes_to_all};
   transfer(copy, {2, 3, 4});
-  EXPECT_EQ(on_disk({"/to/2", "/to/3", "/to/4"}), "234");
-}
+  EXPECT_EQ(on_disk({"/to/0", "/to/1", "/to/2", "/to/3", "/to/4"}), "old1234");
 
-TEST_F(FileBatchTest, AnotherTargetIsAskedAboutAgain) {
-  add("/a/x", "new");
-  file("/to/x") = "old";
-  using enum ReplaceAnswer;
   // It changes while the user thinks, and again when the copy is ready.
-  user.on_question = [&] { file("/to/x") = "other"; };
-  disk.before_writing = [&] { file("/to/x") = "another"; };
+  user.asked.clear();
+  user.on_question = [&] { file("/to/0") = "other"; };
+  disk.before_writing = [&] { file("/to/0") = "another"; };
   user.answers = {yes, yes, no};
   transfer(copy, {0});
-  ASSERT_EQ(user.asked.size(), 3u);
-  EXPECT_EQ(user.asked[2].target_facts.size, 7);
-  EXPECT_EQ(file("/to/x"), "another");
+  EXPECT_EQ(user.asked + file("/to/0"), "/to/0 1>3 /to/0 1>5 /to/0 1>7 another");
 
   // It is there only now. To replace all is to replace this one, too.
-  for (const auto& [answer, left] : {std::pair{no, "late"}, {yes_to_all, "new"}}) {
-    disk.files.erase(name_key("/to/x"));
-    disk.before_writing = [&] { file("/to/x") = "late"; };
+  for (const auto& [answer, left] : {std::pair{no, "late"}, {yes_to_all, "0"}}) {
+    disk.files.erase("/TO/0");
+    disk.before_writing = [&] { file("/to/0") = "late"; };
     user.answers = {answer};
     transfer(copy, {0});
-    EXPECT_EQ(file("/to/x"), left);
+    EXPECT_EQ(file("/to/0"), left);
   }
 }
 
@@ -256,15 +243,12 @@ TEST_F(FileBatchTest, AReplacedFileThatIsListed) {
   confirm = false;
   EXPECT_EQ(transfer(copy, {0}), "1 done, view rewritten, /a/x /to/X ");
   EXPECT_TRUE(change.rows_refreshed);
-  EXPECT_EQ(list.record(1).filesize, 13);
-  EXPECT_EQ(list.record(1).filedate, 7 * ticks_per_second);
+  EXPECT_EQ(list.record(1), (FileRecord{"X", 7 * ticks_per_second, "/to/", 13}));
 
   // The replaced row is selected, too: it is gone before its turn comes.
   EXPECT_EQ(transfer(move, {0, 1}), "1 done, view rewritten, /to/x ");
-  EXPECT_TRUE(outcome.faults.empty());
-  EXPECT_EQ(list.viewed_index, 0);
-  EXPECT_EQ(change.row_to_select, 0);
-  EXPECT_EQ(list.matched_count, 1);
+  EXPECT_TRUE(outcome.faults.empty() && list.matched_count == 1);
+  EXPECT_TRUE(list.viewed_index == 0 && change.row_to_select == 0);
 }
 
 TEST_F(FileBatchTest, WhatTheUserGivesUpIsNoFailure) {
@@ -277,8 +261,7 @@ TEST_F(FileBatchTest, WhatTheUserGivesUpIsNoFailure) {
   EXPECT_TRUE(outcome.stopped && outcome.faults.empty());
 
   user.stop_before = 1;
-  outcome = delete_files(paths({0, 2}), {true, true}, disk, user);
-  EXPECT_TRUE(outcome.stopped);
+  remove({0, 2}, {true, true});
   EXPECT_EQ(update(), "1 done, /a/1 /a/2 ");
 }
 
@@ -286,17 +269,15 @@ TEST_F(FileBatchTest, OnlyWhatIsDeletedLeavesTheList) {
   add_numbered(5);
   disk.locked = name_key("/a/1");
   list.viewed_index = 3;
-  outcome = delete_files(paths({0, 1, 4}), {true, true, false}, disk, user);
+  remove({0, 1, 4}, {true, true, false});
   EXPECT_EQ(update(), "2 done, /a/1 /a/2 /a/3 ");
   EXPECT_EQ(outcome.faults.at(0).reason, "in use");
-  EXPECT_EQ(list.viewed_index, 2);
-  EXPECT_EQ(list.matched_count, 3);
+  EXPECT_TRUE(list.viewed_index == 2 && list.matched_count == 3);
 
-  outcome.gone = paths({2});
+  outcome.gone = {"/a/3"};
   EXPECT_EQ(update(), "2 done, view gone, /a/1 /a/2 ");
-  EXPECT_EQ(change.row_to_select, 1) << "the last one";
-  EXPECT_EQ(list.viewed_index, -1);
-  outcome.gone = paths({0, 1});
+  EXPECT_TRUE(change.row_to_select == 1 && list.viewed_index == -1);
+  outcome.gone = {"/a/1", "/a/2"};
   EXPECT_EQ(update(), "2 done, ");
   EXPECT_EQ(change.row_to_select, -1);
 }

