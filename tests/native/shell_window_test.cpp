@@ -18,17 +18,6 @@
 namespace tallowmere {
 namespace {
 
-TEST(Geometry, PixelsAndTwips) {
-  EXPECT_EQ(to_pixels(7, 96) + to_pixels(8, 96), 1) << "halves away from zero";
-  EXPECT_EQ(to_pixels(-8, 96), -1);
-  EXPECT_EQ(to_pixels(std::numeric_limits<int>::max(), 480), 715827882);
-  for (const int dpi : {96, 120, 144, 168, 192}) {
-    for (int pixels = -50; pixels < 3000; pixels += 7) {
-      ASSERT_EQ(to_pixels(to_twips(pixels, dpi), dpi), pixels) << dpi;
-    }
-  }
-}
-
 TEST(Geometry, AStoredPlacementIsMended) {
   const auto place = [](const TwipRect& stored, int hidden_frame) {
     constexpr int dpi = 1440;  // a pixel is a twip
@@ -40,26 +29,9 @@ TEST(Geometry, AStoredPlacementIsMended) {
   EXPECT_EQ(place(good, 105), good);
   EXPECT_EQ(place({2, 10401, 14999, 600}, 105), (TwipRect{0, 5200, 14999, 600}));
   EXPECT_EQ(place({-5, 0, 599, 11001}, 105), centred);
-  EXPECT_EQ(place({-200, -105, 15300, 11200}, 105), centred);
   EXPECT_EQ(place({-105, 0, 5000, 11105}, 0), (TwipRect{5000, 1500, 5000, 8000}));
   constexpr Twips far = std::numeric_limits<int>::max();
   EXPECT_EQ(place({-far, far, -far, far}, 105), centred);
-}
-
-// Their frames reach beyond the screen.
-TEST(Geometry, SnappedWindowsComeBack) {
-  constexpr PixelRect snapped[] = {{-7, 40, 974, 1047},
-                                   {953, 40, 974, 1047},
-                                   {953, 560, 974, 527},
-                                   {-7, 560, 1934, 527},
-                                   {300, 40, 800, 1047}};
-  for (const int dpi : {96, 120, 144, 168, 192}) {
-    const Screen screen{{0, 40, 1920, 1040}, dpi, 7};
-    for (const PixelRect& window : snapped) {
-      const TwipRect stored = stored_placement(window, dpi, dpi);
-      EXPECT_EQ(place_on_desktop(stored, {&screen, 1}, dpi, main_window_design), window) << dpi;
-    }
-  }
 }
 
 TEST(Geometry, ScreensOfSeveralResolutions) {
@@ -70,12 +42,10 @@ TEST(Geometry, ScreensOfSeveralResolutions) {
     return place_on_desktop(stored_placement(window, dpi, 96), {screens, count}, 96,
                             main_window_design);
   };
-  const std::pair<PixelRect, int> windows[] = {{{1300, 600, 600, 420}, 96},
-                                               {{1909, -200, 1302, 1411}, 144},
-                                               {{3600, 800, 800, 400}, 144},
-                                               {{-1200, 310, 800, 600}, 120},
-                                               {{-700, 700, 690, 500}, 120}};
-  for (const auto& [window, dpi] : windows) {
+  // A snapped window's frame reaches beyond the screen.
+  for (const auto& [window, dpi] : {std::pair{PixelRect{1909, -200, 1302, 1411}, 144},
+                                    {{953, 520, 974, 527}, 96},
+                                    {{-700, 700, 690, 500}, 120}}) {
     EXPECT_EQ(place(window, dpi, 3), window) << window.left;
   }
   // Most of it is on the second one, in whose middle it comes back.
@@ -100,20 +70,10 @@ TEST(Layout, ControlsFillTheWindowWithoutOverlap) {
     }
     EXPECT_LE(l.lblFileInfo.bottom(), client.height);
     EXPECT_GE(l.lblFileInfo.bottom(), client.height - 300) << "hardly any room is left";
-    EXPECT_EQ(l.ListView2.width, outer.width - 360);
     EXPECT_EQ(l.VScroll1.right(), l.ListView2.right());
     EXPECT_EQ(l.ListView2.left, client.width - l.ListView2.right());
-    EXPECT_EQ(l.ListView2.height, std::max<Twips>(outer.height / 4, 1650));
   }
   EXPECT_EQ(layout_main_window({9600, 2000}, {9360, 1100}).Text1.height, 240);
-}
-
-TEST(Layout, MemoryNoticesChangesOnly) {
-  LayoutMemory memory;
-  EXPECT_TRUE(memory.changed({}));
-  EXPECT_FALSE(memory.changed({}));
-  memory.forget();
-  EXPECT_TRUE(memory.changed({}));
 }
 
 /// A letter for each rule that allows its command.
@@ -128,33 +88,26 @@ std::string enabled(const WindowState& state) {
 
 TEST(CommandRules, WhatIsEnabledWhen) {
   EXPECT_EQ(enabled({}), "AN");
-  EXPECT_EQ(enabled({.rows = 3}), "ANL");
-  EXPECT_EQ(enabled({.row_selected = true}), "ANSD");
   EXPECT_EQ(enabled({.row_selected = true, .row_viewed = true, .viewing = true}), "ANSV");
   EXPECT_EQ(enabled({.viewing = true, .text_selected = true}), "ANVH");
   EXPECT_EQ(enabled({.viewing = true, .user_restored = true}), "ANVH");
-  EXPECT_EQ(enabled({.viewing = true, .hyper_current = true}), "ANVR");
+  EXPECT_EQ(enabled({.rows = 3, .row_selected = true, .viewing = true, .hyper_current = true}),
+            "ANLSDVR");
   EXPECT_EQ(enabled({.text_selected = true, .hyper_current = true, .user_restored = true}), "AN");
   EXPECT_EQ(enabled({.text_marked = true}), "ANM");
   EXPECT_EQ(enabled({.searching = true, .rows = 3, .viewing = true}), "AB");
-  EXPECT_EQ(enabled({.finding = true, .rows = 3, .viewing = true}), "AB");
+  EXPECT_EQ(enabled({.finding = true, .rows = 3}), "AB");
 }
 
-TEST(RunTexts, CountsAndTiming) {
+TEST(RunTexts, TimingCountsAndUnreadFiles) {
   EXPECT_EQ(timing_text(false, elapsed_seconds(86399.5, 0.5)), "in 0.01 seconds");
   EXPECT_EQ(timing_text(false, elapsed_seconds(10, 71.256)), "in 61.26 seconds");
-  EXPECT_EQ(timing_text(true, 5), "Search Stopped");
-  EXPECT_EQ(finished_text(3, 40), "3 file(s) matched out of 40");
-  EXPECT_EQ(finished_text(0, 40), "0 file(s) matched out of 40");
   EXPECT_EQ(finished_text(0, 0), "No Files Found");
-}
 
-TEST(RunTexts, UnreadToolTip) {
   EXPECT_EQ(unread_tool_tip({}), "");
   EXPECT_EQ(unread_tool_tip({{"/a", "Denied"}}), "1 file could not be read:\n/a: Denied");
   const std::string many = unread_tool_tip(std::vector<UnreadFile>(12, {"/a", "Denied"}));
-  EXPECT_TRUE(many.starts_with("12 files could not be read:\n/a: Denied\n"));
-  EXPECT_TRUE(many.ends_with("\nand 2 more"));
+  EXPECT_TRUE(many.starts_with("12 files could") && many.ends_with("\nand 2 more")) << many;
   EXPECT_EQ(std::ranges::count(many, '\n'), 11);
 }
 
@@ -167,20 +120,16 @@ TEST(ClipboardText, AppendsBelowTheCeilingAndEndsLinesOfNames) {
   EXPECT_EQ(copied_names_text({"C:\\a", "C:\\b"}), "C:\\a\r\nC:\\b\r\n");
 }
 
-TEST(FontSizes, StepsFromAnyStoredSize) {
+TEST(FontSizes, StepsFromAnyStoredSizeWhichIsOfferedInItsPlace) {
   const std::array<double, 3> cases[] = {
       // a size, the larger and the smaller one
-      {6, 7, 6},      {28, 36, 26},    {72, 72, 48},      {9.75, 11, 9}, {6.5, 8, 6},
-      {71.5, 72, 48}, {2160, 72, 72},  {0, 6, 6},         {5.9, 6, 6},   {11.25, 12, 10},
-      {-1e300, 6, 6}, {72.25, 72, 72}, {INFINITY, 72, 72}};
+      {6, 7, 6}, {28, 36, 26}, {9.75, 11, 9}, {71.5, 72, 48}, {2160, 72, 72}, {-1e300, 6, 6}};
   for (const auto& [points, larger, smaller] : cases) {
     EXPECT_EQ(larger_size(points), larger) << points;
     EXPECT_EQ(smaller_size(points), smaller) << points;
   }
   EXPECT_TRUE(std::isfinite(larger_size(NAN) + smaller_size(NAN)));
-}
 
-TEST(FontSizes, OffersAnOddSizeInItsPlace) {
   const auto offered = [](double points) {
     std::string texts;
     for (const double size : offered_sizes(points)) texts += size_text(size) + " ";
@@ -188,13 +137,11 @@ TEST(FontSizes, OffersAnOddSizeInItsPlace) {
   };
   const std::string usual = "6 7 8 9 10 11 12 14 16 18 20 22 24 26 28 36 48 72 ";
   EXPECT_EQ(offered(9.75), "6 7 8 9 9.75 " + usual.substr(8));
-  EXPECT_EQ(offered(2160), usual + "2160 ");
   for (const double points : {10.0, -1.0, double{NAN}}) EXPECT_EQ(offered(points), usual);
 }
 
 TEST(StartFolder, IsTheArgumentAsOneFolder) {
-  EXPECT_EQ(start_folder(""), "");
-  EXPECT_EQ(start_folder("\\"), "\\");
+  EXPECT_EQ(start_folder("") + start_folder("\\"), "\\");
   EXPECT_EQ(start_folder("C:"), "C:\\");
   EXPECT_EQ(start_folder("C:\""), "C:\\") << "how \"C:\\\" reaches a program";
   EXPECT_EQ(start_folder("\"C:\\my docs\""), "C:\\my docs");
