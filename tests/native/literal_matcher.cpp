@@ -21,8 +21,8 @@ std::size_t position_of(const std::string& text, const std::string& part, std::s
 }
 
 bool not_whole_word(const std::string& text, std::size_t at, std::size_t length) {
-  if (at > 1 && is_word(text[at - 2])) return true;
-  return at + length <= text.size() && is_word(text[at + length - 1]);
+  return (at > 1 && is_word(text[at - 2])) ||
+         (at + length <= text.size() && is_word(text[at + length - 1]));
 }
 
 class LiteralMatcher {
@@ -45,24 +45,14 @@ class LiteralMatcher {
 
  private:
   bool match_chunk() {
-    if (search_.search_type == search_and) return match_and();
-    if (search_.search_type == search_or) return match_or();
-    return search_.search_type == search_phrase ? match_phrase() : match_near();
-  }
-
-  bool match_and() {
+    if (search_.search_type == search_phrase) return match_phrase();
+    if (search_.search_type == search_near) return match_near();
+    const bool all = search_.search_type == search_and;
     for (std::size_t term = 0; term < found_.size(); ++term) {
-      if (!found_[term] && !match_term_in_chunk(term)) return false;
-      found_[term] = true;
+      found_[term] = found_[term] || match_term_in_chunk(term);
+      if (found_[term] != all) return !all;
     }
-    return true;
-  }
-
-  bool match_or() {
-    for (std::size_t term = 0; term < found_.size(); ++term) {
-      if (match_term_in_chunk(term)) return true;
-    }
-    return false;
+    return all;
   }
 
   bool match_term_in_chunk(std::size_t term) {
@@ -82,10 +72,9 @@ class LiteralMatcher {
     const std::string& phrase = search_.terms[0];
     if (position_of(chunk_, phrase, 1) != 0) return true;
     const std::size_t less_one = phrase.size() - 1;
-    const bool at_seam =
-        number_ > 0 && position_of(carry_ + chunk_.substr(0, less_one), phrase, 1) != 0;
+    const std::string boundary = number_ > 0 ? carry_ + chunk_.substr(0, less_one) : "";
     carry_ = right(chunk_, less_one);
-    return at_seam;
+    return position_of(boundary, phrase, 1) != 0;
   }
 
   bool match_near() {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "engine/compiled_search.h"
@@ -74,11 +75,7 @@ class LiteralViewer {
  public:
   LiteralViewer(const std::string& file, const std::string& extension, const SearchCriteria& search,
                 const CodePage& page)
-      : file_(file),
-        extension_(extension),
-        search_(search, page),
-        page_(page),
-        terms_(search_.terms) {
+      : file_(file), extension_(extension), search_(search, page), page_(page) {
     for (const std::string& term : terms_) {
       if (term.size() <= 31000) max_term_len_ = std::max<Position>(max_term_len_, std::ssize(term));
     }
@@ -92,8 +89,8 @@ class LiteralViewer {
 
   int scroll_value(Position length) const {
     const auto at = static_cast<double>(chunk_start + sel_start + length);
-    const double fraction = std::min(at / static_cast<double>(file_.size()), 1.0);
-    return static_cast<int>(std::nearbyint(fraction * 100000));
+    return static_cast<int>(
+        std::nearbyint(std::min(at / static_cast<double>(file_.size()), 1.0) * 100000));
   }
 
   void load_text_chunk(Position start, Position position) {
@@ -150,17 +147,10 @@ class LiteralViewer {
   }
 
   void get_file_chunk(Position& position) {
-    if (chunk_start < 1) {
-      position += chunk_start;
-      chunk_start = 1;
-    }
-    const Position file_length = std::ssize(file_);
-    last_chunk = chunk_start + 31000 > file_length;
-    if (last_chunk) {
-      const Position old_start = chunk_start;
-      chunk_start = std::max<Position>(file_length - 30999, 1);
-      position += old_start - chunk_start;
-    }
+    if (chunk_start < 1) position += std::exchange(chunk_start, 1);
+    const Position last_start = std::max<Position>(std::ssize(file_) - 30999, 1);
+    last_chunk = chunk_start + 31000 > std::ssize(file_);
+    if (last_chunk) position += std::exchange(chunk_start, last_start) - last_start;
     chunk_text_ = part(file_, chunk_start, 31000);
     file_location = chunk_start + std::ssize(chunk_text_) - 1;
   }
@@ -179,12 +169,12 @@ class LiteralViewer {
   }
 
   bool is_whole(const std::string& text, Position at, std::size_t term) const {
-    const auto is_letter = [](int code) {
-      return (code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z') || code >= 192;
-    };
     if (search_.search_type == search_phrase || !search_.whole_word[term]) return true;
-    return !is_letter(code_at(text, at - 1)) &&
-           !is_letter(code_at(text, at + std::ssize(terms_[term])));
+    for (const Position beside : {at - 1, at + std::ssize(terms_[term])}) {
+      const int code = code_at(text, beside);
+      if ((code | 32) >= 'a' && ((code | 32) <= 'z' || code >= 192)) return false;
+    }
+    return true;
   }
 
   /// The first whole occurrence from a position on, in steps of 1 or -1.
@@ -238,7 +228,7 @@ class LiteralViewer {
   const std::string &file_, extension_;
   const CompiledSearch search_;
   const CodePage& page_;
-  std::vector<std::string> terms_;  ///< or the phrase alone
+  const std::vector<std::string>& terms_ = search_.terms;  ///< or the phrase alone
   Position max_term_len_ = 1;
   std::string chunk_text_;
 };

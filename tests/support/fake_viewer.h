@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <climits>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -59,16 +58,13 @@ class FakeFace : public TextFace {
   bool enabled() const override { return is_enabled; }
   void set_scroll_value(int value) override { scroll_value = value; }
 
-  std::string part(int start, int length) const {
-    return text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(length));
-  }
   /// The lines on view with their line breaks.
   std::vector<std::string> lines_on_view() const {
     std::vector<std::string> lines;
     for (int line = first_line_; line < std::min(first_line_ + page, line_count()); ++line) {
-      const bool last = line + 1 == line_count();
-      lines.push_back(
-          part(line_index(line), last ? INT_MAX : line_index(line + 1) - line_index(line)));
+      const auto start = text.begin() + line_index(line);
+      lines.emplace_back(
+          start, line + 1 < line_count() ? text.begin() + line_index(line + 1) : text.end());
     }
     return lines;
   }

@@ -57,15 +57,14 @@ class MemoryFiles : public FileSystem {
                                          const std::function<bool()>&) const override {
     if (on_list) on_list();
     const auto error = folder_errors.find(folder);
+    const bool fails = error != folder_errors.end();
     const auto before_error = listed_before_error.find(folder);
-    if (error != folder_errors.end() && before_error == listed_before_error.end()) {
-      return error->second;
-    }
+    if (fails && before_error == listed_before_error.end()) return error->second;
     listing.set_begun();
     std::string last_folder;
     for (const auto& [path, file] : files_) {
       if (!path.starts_with(folder)) continue;
-      if (error != folder_errors.end() && listing.file_count() == before_error->second) break;
+      if (fails && listing.file_count() == before_error->second) break;
       const std::string rest = path.substr(folder.size());
       const std::size_t separator = rest.find(path_separator);
       if (separator == std::string::npos) {
@@ -75,8 +74,7 @@ class MemoryFiles : public FileSystem {
         listing.add_folder(last_folder);
       }
     }
-    if (error != folder_errors.end()) return error->second;
-    return std::nullopt;
+    return fails ? std::optional(error->second) : std::nullopt;
   }
 
   std::optional<SystemError> facts(const std::string& folder, std::string_view name,
