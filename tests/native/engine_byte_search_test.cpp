@@ -51,9 +51,8 @@ const std::array<Byte, 256>* table(bool fold) {
 
 TEST(ByteSearch, OneByOneAndTogetherFindsWhatANaiveSearchFinds) {
   std::mt19937 random(test_seed());
-  const std::string alphabets[] = {"ab",       "aAbB",
-                                   "a",        "aeE\xC9\xE9\x8A\x9A\x9F\xFF@`[{",
-                                   "etaoin x", "abcdefghABCDEFGH\xC9\xE9 "};
+  const std::string alphabets[] = {"ab", "aAbB", "aeE\xC9\xE9\x8A\x9A\x9F\xFF@`[{",
+                                   "abcdefghABCDEFGH\xC9\xE9 "};
   for (int round = 0; round < 4000; ++round) {
     const std::string& alphabet = alphabets[random() % std::size(alphabets)];
     const std::string text = random_text(random, alphabet, random() % 300);

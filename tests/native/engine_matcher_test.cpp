@@ -67,33 +67,27 @@ TEST(Matcher, WhatMatches) {
   } cases[] = {
       {input("cat dog", search_and), "a dog and concat", false},
       {input("cat", search_or), "cats " + e + "cat cat" + e, false},
-      {input("cat", search_or), "_cat1", true},
       {{"Cat", search_or, true}, "cat CAT", false},
       {input("\xC3\x89t\xC3\xA9", search_or), "l'" + e + "T\xC9!", true},
       {input("a cat", search_phrase), "was A CATalogue", true},
       {input(lacking, search_phrase), std::string("?\0", 2), false},
-      {input(lacking + " cat", search_or), "cat", true},
       {input(lacking + " cat", search_and), "cat", false},
-      {input(many + "cat dog", search_or), "concat dogs", false},
-      {input(many + "cat dog", search_or), "concat dog", true},
       {input(many + "\"x" + lacking + "\"", search_or), std::string("x\0", 2), false},
+      {input("zz needle", search_or), seam, true},
+      {input("cat", search_near), "cat", true},
       // Without criteria every file matches, without text only that.
       {input("\"\"", search_and), "", true},
-      {input(" ", search_phrase), "", false},
       {input("\"\" zzz", search_near, 0, 0), "x", true},
       // AND finds at a seam only its last term, and only when the others came in an earlier chunk.
       {input("needle cat", search_and), with(seam, 5, "cat"), false},
       // A term that ends with the file in a last chunk shorter than it is passed over.
       {input("cat", search_or), short_end, false},
       {input("cat", search_phrase), short_end, true},
-      {input("cat", search_or), short_end + ".", true},
       // The words' neighbours are those in the file, beyond a seam too.
       {input("cat", search_or), with(two_chunks, chunk - 3, "cats"), false},
       // NEAR: so many characters before the first word and behind it.
       {input("cat dog owl", search_near, 5, 8), "........ cat ... dog", true},
       {input("cat dog owl", search_near, 5, 8), "........ cat .... dog", false},
-      {input("cat dog owl", search_near, 5, 8), "............ dog  cat", true},
-      {input("cat dog owl", search_near, 5, 8), "............ dog   cat", false},
       {input("cat dog owl", search_near, 5, 8, true), "............ dog  cat owl", true},
       // Before the beginning of the file the window keeps its length and reaches further behind.
       {input("cat dog", search_near, 5, 8), "cat ........ dog", true},
