@@ -23,8 +23,7 @@ FILES = {"Tallowmere32.exe", "tallowmere-find.exe", "s_done.wav", "ReadMe.txt"}
 MACHINES = {"win64": 0x8664, "win32": 0x14C}
 NAMES = {"win64": NAME, "win32": f"{NAME}-win32"}
 UNINSTALL = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Tallowmere32"
-EXPLORER = r"HKCU\Software\Classes\Directory\shell\Tallowmere32"
-DRIVES = r"HKCU\Software\Classes\Drive\shell\Tallowmere32"
+MENUS = [rf"HKCU\Software\Classes\{kind}\shell\Tallowmere32" for kind in ("Directory", "Drive")]
 OVERRIDES = r"HKCU\Software\Wine\AppDefaults\Tallowmere32.exe\DllOverrides"
 SETTINGS = r"HKCU\Software\Tallowmere\Startup"
 DEFAULT_FOLDER = r"%LOCALAPPDATA%\Programs\Tallowmere32"
@@ -182,12 +181,12 @@ class PackageTest(unittest.TestCase):
         program = value(UNINSTALL, "DisplayIcon")
         folder = program[:program.rindex("\\")]
         self.assertEqual(value(UNINSTALL, "UninstallString"), f'"{folder}\\uninstall.exe"')
-        for key in (EXPLORER, DRIVES):
+        for key in MENUS:
             self.assertEqual(value(key), "Search with Tallowmere")
             self.assertEqual(value(key + r"\command"), f'"{program}" "%1"')
         self.assertIn("Tallowmere32.exe".encode("utf-16-le"), read(unix_path(SHORTCUT)))
         self.assertEqual(self.install("/NOEXPLORER"), 0)
-        self.assertIsNone(value(EXPLORER))
+        self.assertIsNone(value(MENUS[0]))
 
         # It is not replaced while it runs.
         running = self.start(program)
@@ -196,15 +195,14 @@ class PackageTest(unittest.TestCase):
         self.assertEqual(set(os.listdir(home)), FILES | {"uninstall.exe"})
         self.assertEqual(self.close(running), 0)
         self.assertEqual(self.install(), 0)
-        self.assertIsNotNone(value(EXPLORER))
+        self.assertIsNotNone(value(MENUS[0]))
 
         # Nothing is left but the settings, and what the user has put into the folder.
-        with open(os.path.join(home, "notes.txt"), "wb"):
-            pass
+        open(os.path.join(home, "notes.txt"), "wb").close()
         self.uninstall(home)
         self.assertEqual(os.listdir(home), ["notes.txt"])
         self.assertFalse(os.path.exists(unix_path(SHORTCUT)))
-        for key in (EXPLORER, DRIVES):
+        for key in MENUS:
             self.assertIsNone(value(key))
         self.assertIsNotNone(value(SETTINGS, "checked"))
 
