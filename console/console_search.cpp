@@ -230,10 +230,15 @@ int search(const Options& options, Surroundings& around) {
   const auto started = SteadyClock::now();
   ConsoleHost host(options, around);
   FileSearch search(criteria, around.page, around.files, around.clock, host, thread_use(options));
-  if (lines) {
-    search_lines(search, *lines);
-  } else {
-    search.search_files();
+  bool out_of_memory = false;
+  try {
+    if (lines) {
+      search_lines(search, *lines);
+    } else {
+      search.search_files();
+    }
+  } catch (const std::bad_alloc&) {
+    out_of_memory = true;  // what was found so far is listed
   }
   if (host.folder_error()) {
     return trouble("cannot search " + criteria.path + ": " + host.folder_error()->text, around);
@@ -242,6 +247,7 @@ int search(const Options& options, Surroundings& around) {
   const Written written = host.finish_output();
   const std::chrono::duration<double> elapsed = SteadyClock::now() - started;
   if (written == Written::failed) return trouble("cannot write the list", around);
+  if (out_of_memory) return trouble("out of memory; the list is not complete", around);
   if (written == Written::good) report(search, host, options, elapsed.count(), around);
   return host.matched() > 0 ? exit_matched : exit_nothing;
 }

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <cstdlib>
 
 #include "console/console_search.h"
 #include "posix/posix_clock.h"
@@ -54,5 +55,6 @@ int main(int count, char** arguments) {
                                [](std::string_view text) { return write_all(STDOUT_FILENO, text); },
                                [](std::string_view text) { write_all(STDERR_FILENO, text); },
                                [] { return interrupt_asked.load(std::memory_order_relaxed); }};
-  return console::run({arguments + 1, arguments + count}, around);
+  // Threads that hang in the system may still use what stands here.
+  std::_Exit(console::run({arguments + 1, arguments + count}, around));
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdlib>
 #include <string_view>
 
 #include "console/console_search.h"
@@ -82,5 +83,6 @@ int wmain(int count, wchar_t** arguments) {
   for (int i = 1; i < count; ++i) {
     utf8.push_back(to_utf8(reinterpret_cast<const char16_t*>(arguments[i])));
   }
-  return console::run(utf8, around);
+  // Threads that hang in the system may still use what stands here.
+  std::_Exit(console::run(utf8, around));
 }

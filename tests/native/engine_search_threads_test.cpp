@@ -122,7 +122,7 @@ std::string SearchThreadsTest::told(unsigned threads, int stop_after,
 
 TEST_F(SearchThreadsTest, TellTheSameAsOneWhereverTheyAreStopped) {
   std::mt19937 random(test_seed());
-  for (int tree = 0; tree < 8; ++tree) {
+  for (int tree = 0; tree < 4; ++tree) {
     files.clear();
     plant_tree(random);
     search.user_types = {"*", "txt", "t?xt", "c", "t??", "", ""};
