@@ -9,8 +9,7 @@
 namespace tallowmere {
 
 void Form1::Form_Resize() {
-  // The window is sized once while it is made, before its controls are known.
-  if (cmdSearch.handle() == nullptr || IsIconic(handle())) return;
+  if (IsIconic(handle())) return;
   const TwipRect outer = window_rect(handle());
   if (!layout_memory_.changed(outer)) return;
   const int dpi = win32::window_dpi(handle());
