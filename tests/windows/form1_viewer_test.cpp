@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "tests/windows/form1_fixture.h"
 
 namespace tallowmere {
@@ -20,11 +22,8 @@ class Form1ViewerTest : public Form1Test {
     return text;
   }
 
-  /// "selected criteria: hyper caption, tip, +enabled" of the viewer, the search and the buttons;
-  /// the menus must say the same.
+  /// "selected criteria: hyper caption, tip, +enabled" of the viewer, the search and the buttons.
   std::string hyper() const {
-    EXPECT_EQ(entry_enabled(ID_MNUHYPER), form->cmdHyper.enabled());
-    EXPECT_EQ(entry_enabled(ID_MNURESTORE), form->cmdRestore.enabled());
     const TextSelection selection = form->Text1.selection();
     return form->Text1.text().substr(static_cast<std::size_t>(selection.start),
                                      static_cast<std::size_t>(selection.length)) +
@@ -67,28 +66,22 @@ TEST_F(Form1ViewerTest, ASelectedRowShowsItsFirstHitInTheMiddle) {
 TEST_F(Form1ViewerTest, HyperFindInItsThreeStates) {
   list("needle dog bird dog needle bird");
   click_row(0);
-  const auto select = [this](const std::string& wanted) {
-    const auto start = static_cast<int>(form->Text1.text().find(wanted));
-    form->Text1.select(start, static_cast<int>(wanted.size()));
+  const std::tuple<std::string, int, std::string> steps[] = {
+      {"needle", 0, "needle needle: HyperFind, Find Selected Text"},  // only repeats them
+      {"dog", 0, "dog needle: HyperFind, Find Selected Text +hyper"},
+      {"dog", ID_MNUHYPER, "dog dog: HyperFind, Find Selected Text +restore"},
+      {"bird", 0, "bird dog: HyperFind, Find Selected Text +hyper +restore"},
+      {"bird", ID_MNUHYPER, "bird bird: HyperFind, Find Selected Text +restore"},
+      {"", ID_MNURESTORE, "needle needle: Restore Hyper, Redo Last HyperFind +hyper"},
+      {"dog", 0, "dog needle: HyperFind, Find Selected Text +hyper"},
+      {"", ID_MNUHYPER, "bird bird: HyperFind, Find Selected Text +restore"}};
+  for (const auto& [selected, command, expected] : steps) {
+    form->Text1.select(static_cast<int>(form->Text1.text().find(selected)),
+                       static_cast<int>(selected.size()));
     SendMessageW(form->Text1.handle(), WM_KEYUP, VK_RIGHT, 0);
-  };
-  select("needle");
-  EXPECT_EQ(hyper(), "needle needle: HyperFind, Find Selected Text") << "only repeats them";
-  select("dog");
-  EXPECT_EQ(hyper(), "dog needle: HyperFind, Find Selected Text +hyper");
-  form->cmdHyper_Click();
-  EXPECT_EQ(hyper(), "dog dog: HyperFind, Find Selected Text +restore");
-  EXPECT_EQ(form->Text1.selection(), (TextSelection{7, 3}));
-  select("bird");
-  EXPECT_EQ(hyper(), "bird dog: HyperFind, Find Selected Text +hyper +restore");
-  form->cmdHyper_Click();
-  form->cmdRestore_Click();  // the user's own, after two HyperFinds
-  EXPECT_EQ(hyper(), "needle needle: Restore Hyper, Redo Last HyperFind +hyper");
-  select("dog");
-  EXPECT_EQ(hyper(), "dog needle: HyperFind, Find Selected Text +hyper");
-  select("");
-  form->cmdHyper_Click();
-  EXPECT_EQ(hyper(), "bird bird: HyperFind, Find Selected Text +restore");
+    if (command != 0) choose(command);
+    EXPECT_EQ(hyper(), expected);
+  }
 }
 
 TEST_F(Form1ViewerTest, WhatCannotBeginDuringAStepDoesNotEndIt) {
@@ -136,6 +129,28 @@ TEST_F(Form1ViewerTest, ANameBeingTypedBelongsToItsFileWhereverItsRowGoes) {
     SendMessageW(edit, WM_KEYDOWN, VK_RETURN, 0);
   }
   EXPECT_TRUE(told.ends_with("C:\\docs\\a.txt")) << told;
+}
+
+TEST_F(Form1ViewerTest, ACommandFromTheTextIsForItsFile) {
+  list("a needle", "b needle");
+  form->show(SW_SHOW);
+  click_row(0);
+  form->ListView2.select_only(1);
+  form->Text1.focus();
+  const User user("Remove Files", press_button(IDYES));
+  choose(ID_MNUREMOVE);
+  EXPECT_EQ(names(), "b.txt ");
+}
+
+TEST_F(Form1ViewerTest, TheSelectedFileIsLaunched) {
+  files.add("C:\\docs\\gone.exe", "needle");
+  list("needle");
+  form->ListView2.select_only(1);
+  const User user("Cannot Launch", [](HWND box) {
+    EXPECT_TRUE(message_box_text(box).ends_with("START C:\\docs\\gone.exe"));
+    press_button(IDOK)(box);
+  });
+  choose(ID_MNULAUNCH);
 }
 
 TEST_F(Form1ViewerTest, TheFocusIsNeverLost) {
