@@ -1,5 +1,6 @@
+#include <tuple>
+
 #include "dialogs/frmCopyMove.h"
-#include "tests/windows/find_row.h"
 #include "tests/windows/form1_fixture.h"
 #include "tests/windows/temp_folder.h"
 
@@ -38,16 +39,17 @@ class Form1ListTest : public Form1Test {
 TEST_F(Form1ListTest, HeadersAndMenuShowTheOrderAndKeepTheSelection) {
   open_with_list();
   form->ListView2.select_only(0);
-  click_column(2);
-  EXPECT_EQ(arrows(), "  v ");
-  click_column(2);
-  EXPECT_EQ(arrows(), "  ^ ");
-  EXPECT_EQ(names(), "C.txt b.txt a.log ");
-  EXPECT_EQ(form->ListView2.selected_rows(), std::vector<std::size_t>{2});
-  choose(ID_MNUSORT + 4);
-  EXPECT_EQ(arrows(), "    ");
-  EXPECT_TRUE(entry_checked(ID_MNUSORT + 4));
-  EXPECT_FALSE(entry_checked(ID_MNUSORT + 2));
+  const std::tuple<bool, int, std::string, std::string> steps[] = {
+      {true, 0, "a.log b.txt C.txt ", "^   "},  // afresh: only then it reverses
+      {true, 0, "C.txt b.txt a.log ", "v   "},  {true, 2, "a.log b.txt C.txt ", "  v "},
+      {false, 2, "C.txt b.txt a.log ", "  ^ "}, {true, 1, "b.txt a.log C.txt ", " v  "},
+      {false, 3, "a.log b.txt C.txt ", "   ^"}, {false, 4, "a.log b.txt C.txt ", "    "}};
+  for (const auto& [header, key, order, arrow] : steps) {
+    header ? click_column(key) : choose(ID_MNUSORT + key);
+    EXPECT_EQ(names() + arrows(), order + arrow);
+    EXPECT_EQ(form->ListView2.selected_rows(), std::vector{order.find("a.log") / 6});
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(entry_checked(ID_MNUSORT + i), i == key);
+  }
 }
 
 // The box that tells of the other file serves events, too.
@@ -126,18 +128,23 @@ TEST_F(Form1ListTest, TypingAheadFindsNamesOfAnyScriptAndLength) {
   run(SearchKind::new_search, "needle");
   EXPECT_EQ(names(), "birne Birnen " + long_name + " Äpfel 中😀 ");
   constexpr UINT beginning = LVFI_STRING | LVFI_PARTIAL;
-  const struct {
-    UINT flags;
-    const wchar_t* text;
-    int start, row;
-  } cases[] = {{beginning | LVFI_WRAP, L"birn", 2, 0},
-               {LVFI_STRING | lvfi_substring, L"birn", 1, 1},
-               {beginning, L"birn", 2, -1},
-               {LVFI_STRING, L"birnen", 0, 1},
-               {beginning, L"äp", 99, -1},
-               {LVFI_PARAM, L"birne", 0, -1}};
-  for (const auto& [flags, text, start, row] : cases)
-    EXPECT_EQ(find_row(form->ListView2.handle(), flags, text, start), row) << flags << start;
+  constexpr UINT substring = 0x0004;  // LVFI_SUBSTRING, as keys come on Windows
+  const std::tuple<UINT, const wchar_t*, int, int> cases[] = {
+      {beginning | LVFI_WRAP, L"birn", 2, 0},
+      {LVFI_STRING | substring, L"birn", 1, 1},
+      {beginning, L"birn", 2, -1},
+      {LVFI_STRING, L"birnen", 0, 1},
+      {beginning, L"äp", 99, -1},
+      {LVFI_PARAM, L"birne", 0, -1}};
+  for (const auto& [flags, text, start, row] : cases) {
+    NMLVFINDITEMW request{};
+    request.hdr = {form->ListView2.handle(), IDC_LISTVIEW2, LVN_ODFINDITEMW};
+    request.iStart = start;
+    request.lvfi.flags = flags;
+    request.lvfi.psz = text;
+    const auto event = reinterpret_cast<LPARAM>(&request);
+    EXPECT_EQ(SendMessageW(form->handle(), WM_NOTIFY, IDC_LISTVIEW2, event), row) << flags << start;
+  }
 }
 
 }  // namespace
