@@ -121,15 +121,17 @@ inline std::string answer_box(const wchar_t* title) {
   return text;
 }
 
-/// The numbers of the controls that Tab visits, from `first` round to it again.
-inline std::vector<int> tab_order(HWND form, HWND first) {
-  std::vector<int> ids;
-  HWND control = first;
-  do {
-    ids.push_back(GetDlgCtrlID(control));
-    control = GetNextDlgTabItem(form, control, FALSE);
-  } while (control != first && ids.size() < 100);
-  return ids;
+/// What screen readers call a text box: the text of the label before it.
+inline std::string label_of(const win32::Control& control) {
+  return win32::Control(GetWindow(control.handle(), GW_HWNDPREV)).text();
+}
+
+/// The one that a control has.
+inline LOGFONTW font_of(const win32::Control& control) {
+  LOGFONTW font{};
+  const LRESULT handle = SendMessageW(control.handle(), WM_GETFONT, 0, 0);
+  GetObjectW(reinterpret_cast<HFONT>(handle), sizeof font, &font);
+  return font;
 }
 
 }  // namespace tallowmere
