@@ -1,4 +1,4 @@
-#include <algorithm>
+#include <tuple>
 
 #include "tests/journeys/journey.h"
 
@@ -30,11 +30,7 @@ class Search : public Journey {
 };
 
 TEST_F(Search, EachTypeListsItsFiles) {
-  const struct {
-    int type;
-    std::string criteria;
-    Rows rows;
-  } cases[] = {
+  const std::tuple<int, std::string, Rows> cases[] = {
       {all_words, "\"dog\" \"cat\"", {apart(), both(), cafe()}},
       {any_word, "alone one further", {alone(), both()}},
       {phrase, "CAF\xC3\x89 Noir", {cafe()}},
@@ -51,30 +47,6 @@ TEST_F(Search, EachTypeListsItsFiles) {
     EXPECT_EQ(program->timing_label().substr(0, 3), "in ");
     ASSERT_TRUE(program->quit());
   }
-}
-
-TEST_F(Search, TheFolderIsChosenInTheWhereDialog) {
-  settings().set("path", folder().substr(0, 3));
-  const auto program = start();
-  const Window criteria = program->press_search(new_search_caption);
-  const Window where = program->open(criteria, IDC_SEARCH_WHERE, where_caption);
-  const Window tree = where.child(IDC_PATH_DIR1);
-  std::size_t begin = 3;  // behind the drive
-  for (std::size_t end; (end = folder().find('\\', begin)) != std::string::npos; begin = end + 1) {
-    const std::string name = folder().substr(begin, end - begin);
-    const Names entries = tree.list_box_texts();
-    const auto entry = std::find(entries.begin(), entries.end(), name);
-    ASSERT_NE(entry, entries.end()) << name;
-    tree.open_list_box_entry(static_cast<int>(entry - entries.begin()));
-    // An open folder's own subfolders show below it.
-    ASSERT_TRUE(wait_until([&] { return tree.list_box_texts() != entries; })) << name;
-  }
-  where.child(IDC_PATH_SUBFOLDERS).click();
-  ASSERT_TRUE(wait_until([&] { return !where.child(IDC_PATH_SUBFOLDERS).is_checked(); }));
-  ASSERT_TRUE(program->close(where, IDOK));
-  program->begin(criteria, phrase, "");
-  ASSERT_TRUE(program->wait_for_end());
-  EXPECT_EQ(program->list().rows(), (Rows{alone(), apart(), both(), empty()}));
 }
 
 TEST_F(Search, ANarrowedSearchKeepsToTheListOrToTheFile) {

@@ -6,7 +6,7 @@ namespace {
 class SettingsJourney : public Journey {};
 
 TEST_F(SettingsJourney, ARestartFindsEverythingAsItWasLeft) {
-  write("one.abc", "red dog");
+  write("below\\one.abc", "red dog");
   set_folder_settings();
   RECT place{};
   Names panels;  // the types, the folder and the dates
@@ -25,6 +25,8 @@ TEST_F(SettingsJourney, ARestartFindsEverythingAsItWasLeft) {
     ASSERT_TRUE(program->close(proximity, IDOK));
 
     const Window where = program->open(criteria, IDC_SEARCH_WHERE, where_caption);
+    const Window tree = where.child(IDC_PATH_DIR1);
+    tree.open_list_box_entry(static_cast<int>(tree.list_box_texts().size()) - 1);
     choose(where.child(IDC_PATH_ALL_FILES));
     where.child(IDC_PATH_USER_TYPE + 5).set_text("a?c");
     ASSERT_TRUE(wait_until([&] { return where.child(IDC_PATH_USER_CHECK + 5).is_enabled(); }));
@@ -49,10 +51,11 @@ TEST_F(SettingsJourney, ARestartFindsEverythingAsItWasLeft) {
   // matters, no find on launch, all words near.
   EXPECT_EQ(settings().get("checked"), "NNNNNNYNNYNNNNYYNNY");
 
+  EXPECT_EQ(settings().get("path"), folder() + "below");
+
   const auto program = start();
   const RECT restored = program->window().rectangle();
-  EXPECT_TRUE(EqualRect(&place, &restored))
-      << restored.left << ' ' << restored.top << ' ' << restored.right << ' ' << restored.bottom;
+  EXPECT_TRUE(EqualRect(&place, &restored)) << restored.left << ' ' << restored.bottom;
   const Window criteria = program->press_search(new_search_caption);
   EXPECT_EQ(criteria.child(IDC_SEARCH_TEXT).text(), "red dog");
   EXPECT_TRUE(criteria.child(IDC_SEARCH_OPTION + near_words).is_checked());
