@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/file_search.h"
 #include "files/file_operations.h"
 #include "results/result_list.h"
 
@@ -41,10 +42,8 @@ class BatchUser {
   virtual ReplaceAnswer ask_replace(const ReplaceQuestion& question) = 0;
 };
 
-struct FileFault {
-  std::string path;
-  std::string reason;
-};
+/// A file that a command failed on; told like one that a search passed over.
+using FileFault = UnreadFile;
 
 /// A file that has another path now.
 struct MovedFile {

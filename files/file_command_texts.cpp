@@ -1,11 +1,9 @@
 #include "files/file_command_texts.h"
 
-#include <algorithm>
+#include "results/fault_lines.h"
 
 namespace tallowmere {
 namespace {
-
-constexpr std::size_t most_lines = 10;
 
 struct Words {
   std::string_view title;  ///< as in the menus
@@ -35,12 +33,8 @@ std::string failure_text(FileCommand command, const BatchOutcome& outcome) {
     return faults[0].reason + " - encountered while trying to " +
            std::string(words_of(command).loud) + " " + faults[0].path;
   }
-  std::string text = std::to_string(faults.size()) + " of " + std::to_string(outcome.selected) +
-                     " files could not be " + std::string(words_of(command).done) + ":\n";
-  const std::size_t lines = std::min(faults.size(), most_lines);
-  for (std::size_t i = 0; i < lines; ++i) text += "\n" + faults[i].path + ": " + faults[i].reason;
-  if (faults.size() > lines) text += "\nand " + std::to_string(faults.size() - lines) + " more";
-  return text;
+  return std::to_string(faults.size()) + " of " + std::to_string(outcome.selected) +
+         " files could not be " + std::string(words_of(command).done) + ":\n" + fault_lines(faults);
 }
 
 std::string files_text(const SelectedFiles& files) {

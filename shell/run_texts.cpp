@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "results/fault_lines.h"
+
 namespace tallowmere {
 namespace {
 
 constexpr double shortest_elapsed = 0.01;
-constexpr std::size_t most_unread_lines = 10;
 
 }  // namespace
 
@@ -39,12 +40,7 @@ std::string unread_tool_tip(const std::vector<UnreadFile>& unread) {
   if (unread.empty()) return {};
   std::string text = std::to_string(unread.size());
   text += unread.size() == 1 ? " file could not be read:" : " files could not be read:";
-  const std::size_t lines = std::min(unread.size(), most_unread_lines);
-  for (std::size_t i = 0; i < lines; ++i) {
-    text += "\n" + unread[i].path + ": " + unread[i].reason;
-  }
-  if (unread.size() > lines) text += "\nand " + std::to_string(unread.size() - lines) + " more";
-  return text;
+  return text + fault_lines(unread);
 }
 
 }  // namespace tallowmere
