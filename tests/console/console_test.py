@@ -95,6 +95,21 @@ class ConsoleTest(unittest.TestCase):
         quiet = self.run_program("--quiet", shown(self.folder), "barn")
         self.assertEqual((quiet.returncode, quiet.stdout, quiet.stderr), (0, b"", b""))
 
+    def test_threads_change_nothing(self):
+        os.symlink("nowhere", os.path.join(self.folder, "broken"))
+        listing = "\n".join(shown(os.path.join(self.folder, name)) for name in
+                            ("part.txt", "broken", "plain.txt", "sub/deep.txt")).encode()
+        for arguments in (["--search", "or", "--files", "???", "--files", "txt",
+                           shown(self.folder), "big barn"],
+                          ["--sort", "date", shown(self.folder), "big"],
+                          ["--list", "-", "big"]):
+            told = set()
+            for threads in ("1", "2", "3", "8", "32"):
+                result = self.run_program("--threads", threads, *arguments, stdin=listing)
+                told.add(result.stdout + re.sub(rb"in \S+ seconds", b"", result.stderr))
+                self.assertEqual(result.returncode, 0)
+            self.assertEqual(len(told), 1, told)
+
     def test_names_beyond_ascii(self):
         with open(os.path.join(self.folder, "naïve中文😀.txt"), "wb") as file:
             file.write(b"umbrella")
@@ -132,7 +147,7 @@ class ConsoleTest(unittest.TestCase):
         folder = shown(self.folder)
         wrong = ("--nonsense", "--search xor", "--before 0 --after 0", "--before 1001",
                  "--month 13/2001", "--between 2001-02-31 2001-03-01", "--files a.b/c", "--reverse",
-                 "--year 2001 --month 5/2001", "--quiet=yes")
+                 "--year 2001 --month 5/2001", "--quiet=yes", "--threads 0", "--threads 65")
         for arguments in ([], [folder], [folder, "x", "y"], ["--list", "", "x"],
                           [shown(os.path.join(self.folder, "nowhere")), "x"],
                           *([*options.split(), folder, "x"] for options in wrong)):
