@@ -6,6 +6,7 @@
 #include <condition_variable>
 #include <exception>
 #include <mutex>
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -73,7 +74,8 @@ struct SearchThreads::Shared {
 /// One thread's part of the work.
 class SearchThreads::Worker {
  public:
-  Worker(Shared& shared, unsigned index) : shared_(shared), index_(index), tester_(*shared.job) {
+  Worker(Shared& shared, unsigned index, FileTester& tester)
+      : shared_(shared), index_(index), tester_(tester) {
     std::lock_guard held(shared_.lock);
     shared_.pending.push_back(shared_.job->files.pending_calls());
   }
@@ -159,7 +161,7 @@ class SearchThreads::Worker {
 
   Shared& shared_;
   const unsigned index_;
-  FileTester tester_;
+  FileTester& tester_;
   const std::function<bool()> go_on_ = [this] {
     return !shared_.stop.load(std::memory_order_relaxed);
   };
@@ -184,30 +186,35 @@ SearchThreads::~SearchThreads() {
   for (std::thread& thread : threads_) thread.detach();
 }
 
+// A thread starts with what it needs: where there is no memory for more, fewer do the work.
 void SearchThreads::start(const ThreadUse& use, const std::string& folder) {
   std::lock_guard held(shared_->lock);
   shared_->allowed = use.one_for_seeks ? 1 : use.most;
-  for (unsigned index = 0; index < use.most; ++index) {
-    try {
-      threads_.emplace_back([=, shared = shared_] { work(*shared, index, use, folder); });
+  try {
+    for (unsigned index = 0; index < use.most; ++index) {
+      auto tester = std::make_unique<FileTester>(*shared_->job);
+      threads_.emplace_back([=, shared = shared_, tester = std::move(tester)]() mutable {
+        work(*shared, index, std::move(tester), use, folder);
+      });
       ++shared_->alive;
-    } catch (const std::system_error&) {
-      break;  // the system has no more of them
     }
+  } catch (const std::bad_alloc&) {
+  } catch (const std::system_error&) {
   }
   if (threads_.empty()) own_tester_ = std::make_unique<FileTester>(*shared_->job);
 }
 
-void SearchThreads::work(Shared& shared, unsigned index, const ThreadUse& use,
-                         const std::string& folder) {
+void SearchThreads::work(Shared& shared, unsigned index, std::unique_ptr<FileTester> tester,
+                         const ThreadUse& use, const std::string& folder) {
   std::exception_ptr failure;
   try {
-    Worker worker(shared, index);
+    Worker worker(shared, index, *tester);
     if (index == 0 && use.one_for_seeks) worker.ask_disk(use.most, folder);
     worker.run();
   } catch (...) {
     failure = std::current_exception();
   }
+  tester.reset();
   std::lock_guard held(shared.lock);
   if (failure) {
     if (!shared.failure) shared.failure = failure;

@@ -69,7 +69,8 @@ class SearchThreads {
   struct Shared;
   class Worker;
 
-  static void work(Shared& shared, unsigned index, const ThreadUse& use, const std::string& folder);
+  static void work(Shared& shared, unsigned index, std::unique_ptr<FileTester> tester,
+                   const ThreadUse& use, const std::string& folder);
   template <typename Condition>
   bool wait(Condition condition);
   void release_current();
