@@ -65,6 +65,12 @@ void FileViewer::clear_textbox() {
   host_.viewer_cleared();
 }
 
+void FileViewer::step_given_up() {
+  if (shows_chunk()) return;
+  results_.viewed_index = failed_view;
+  clear_textbox();
+}
+
 ChunkResult FileViewer::get_file_chunk(std::int64_t chunk_start, std::int64_t& position) {
   if (!loaded()) return ChunkResult::no_file;
   const Step step(*this);

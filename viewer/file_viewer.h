@@ -23,7 +23,7 @@ enum class ChunkResult {
 
 /// The file in the viewer, of which one chunk at a time is loaded and shown. Owns the viewer's
 /// state; the navigation and the scroll bar work through it. No file stays open between steps:
-/// others may write, rename or delete it.
+/// others may write, rename or delete it. What its file system throws ends the step.
 class FileViewer {
  public:
   FileViewer(ResultList& results, const FileSystem& files, TextFace& face, ViewerHost& host);
@@ -33,6 +33,8 @@ class FileViewer {
   /// message, when the file is empty or cannot be opened; the viewer is then empty.
   bool viewfile(std::size_t row);
   void clear_textbox();
+  /// After a step that has been given up: what shows stays, a file that does not show yet goes.
+  void step_given_up();
   bool loaded() const { return loaded_.file_location != 0; }
   /// True while a chunk of the file loaded shows.
   bool shows_chunk() const { return shown_.file_location != 0; }

@@ -34,10 +34,12 @@ class HangingFiles : public MemoryFiles {
   void wait_for_hang() {
     wait([this] { return hanging_ > 0; });
   }
+  /// What hangs goes on.
   void release() {
-    const std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     ++releases_;
     changed_.notify_all();
+    changed_.wait(lock, [this] { return hanging_ == 0; });
   }
   /// Waits until only so many threads are left.
   void wait_for_threads(int count) {
@@ -72,6 +74,7 @@ class HangingFiles : public MemoryFiles {
     changed_.notify_all();
     changed_.wait(lock, [this, before = releases_] { return releases_ != before; });
     --hanging_;
+    changed_.notify_all();
   }
   void count(int& what, int change) const {
     const std::lock_guard lock(mutex_);
