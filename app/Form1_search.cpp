@@ -6,13 +6,9 @@
 namespace tallowmere {
 
 void Form1::cmdSearch_Click() {
-  if (viewer_.finding()) {
-    viewer_.stop();
-    return;
-  }
-  if (searching()) {
-    run_.stop();
-    cmdSearch.set_text("Search");
+  if (busy()) {
+    mnuStop_Click();
+    if (searching()) cmdSearch.set_text("Search");
     return;
   }
   SearchKind kind = SearchKind::new_search;

@@ -26,7 +26,8 @@ std::string first_argument() {
   return arguments && count > 1 ? tallowmere::win32::narrow(arguments.get()[1]) : std::string();
 }
 
-// Everything that lives as long as the program is owned here and handed on by reference.
+// Everything that lives as long as the program is owned here and handed on by reference. A thread
+// may still wait for a disk then and use it: nothing is destroyed, the process ends with all of it.
 int run_program(int show_command) {
   using namespace tallowmere;
   win32::load_libraries_from_system();
@@ -41,7 +42,7 @@ int run_program(int show_command) {
   const std::string folder = start_folder(first_argument());
   if (!folder.empty()) form.set_start_folder(folder);
   form.show(show_command);
-  return win32::run_message_loop();
+  ExitProcess(static_cast<UINT>(win32::run_message_loop()));
 }
 
 }  // namespace

@@ -25,7 +25,8 @@ ViewerPane::ViewerPane(ViewerBox& box, ResultList& results, const FileSystem& fi
       search_(search),
       page_(page),
       window_(std::move(window)),
-      viewer_(results, files, box, *this),
+      files_(files, [this] { return keep_waiting(); }),
+      viewer_(results, files_, box, *this),
       navigation_(viewer_, box, *this),
       scroll_(viewer_, box),
       finder_(make_finder()) {
@@ -47,6 +48,7 @@ void ViewerPane::wire() {
 }
 
 void ViewerPane::VScroll1_Change(int code) {
+  const bool pressed = GetKeyState(VK_LBUTTON) < 0;
   scroll([&](ViewScroll& view) {
     switch (code) {
       case SB_LINEUP:
@@ -63,6 +65,18 @@ void ViewerPane::VScroll1_Change(int code) {
         return view.scroll_to(box_.VScroll1.track_position());
     }
   });
+  if (pressed && GetKeyState(VK_LBUTTON) >= 0) tell_button_up();
+}
+
+/// The system's own loop follows the mouse on the scroll bar. A button that came up while a step
+/// served events came past it, and the thumb would go on moving with the mouse.
+void ViewerPane::tell_button_up() const {
+  const HWND bar = box_.VScroll1.handle();
+  if (GetCapture() != bar) return;
+  POINT at;
+  GetCursorPos(&at);
+  ScreenToClient(bar, &at);
+  PostMessageW(bar, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
 }
 
 HitFinder ViewerPane::make_finder() {
@@ -75,32 +89,39 @@ void ViewerPane::criteria_loaded() {
   finder_.emplace(make_finder());
 }
 
-bool ViewerPane::make_step(Step kind, const std::function<void()>& work) {
+bool ViewerPane::make_step(const std::function<void()>& work) {
   if (step_ != Step::none) return false;
   struct End {
     Step& step;
     ~End() { step = Step::none; }
   } const end{step_};
-  step_ = kind;
-  work();
+  step_ = Step::quick;
+  stop_ = false;
+  busy_shown_ = false;
+  started_ = GetTickCount64();
+  try {
+    work();
+  } catch (const GivenUp&) {
+    viewer_.step_given_up();
+  }
   return true;
 }
 
 bool ViewerPane::open(std::size_t row) {
   bool opened = false;
-  make_step(Step::opening, [&] { opened = viewer_.viewfile(row); });
+  make_step([&] { opened = viewer_.viewfile(row); });
   return opened;
 }
 
 void ViewerPane::show_first_hit(std::size_t row) {
-  const bool made = make_step(Step::opening, [&] {
+  const bool made = make_step([&] {
     if (viewer_.viewfile(row)) find_hit(true);
   });
   if (made) forget_selection();
 }
 
 void ViewerPane::show_if_pending() {
-  const bool made = make_step(Step::opening, [this] {
+  const bool made = make_step([this] {
     if (viewer_.chunk_pending()) navigation_.show_first_chunk();
   });
   if (made) forget_selection();
@@ -108,7 +129,7 @@ void ViewerPane::show_if_pending() {
 
 void ViewerPane::find(bool forward) {
   if (!viewing()) return;
-  const bool made = make_step(Step::finding, [this, forward] {
+  const bool made = make_step([this, forward] {
     if (text_selected_) face_.select(face_.selection().start, 0);
     continue_from_view(forward);
     find_hit(forward);
@@ -119,9 +140,6 @@ void ViewerPane::find(bool forward) {
 /// The part of a step that can take long and be stopped.
 void ViewerPane::find_hit(bool forward) {
   step_ = Step::finding;
-  stop_ = false;
-  busy_shown_ = false;
-  started_ = GetTickCount64();
   const win32::Hourglass hourglass;
   if (forward) {
     navigation_.find_next(*finder_);
@@ -148,7 +166,13 @@ void ViewerPane::continue_from_view(bool forward) {
 
 void ViewerPane::scroll(const std::function<void(ViewScroll&)>& move) {
   if (!viewer_.shows_chunk()) return;
-  if (make_step(Step::scrolling, [&] { move(scroll_); })) check_selection();
+  if (make_step([&] { move(scroll_); })) check_selection();
+}
+
+/// No step goes on with what it has read of the file.
+void ViewerPane::clear() {
+  stop_ = true;
+  viewer_.clear_textbox();
 }
 
 std::string ViewerPane::selected_text() const {
@@ -180,6 +204,12 @@ void ViewerPane::keep_view(const std::function<void()>& change) {
   change();
   anchor.restore(face_, navigation_);
   scroll([](ViewScroll& view) { view.show_position(); });
+}
+
+/// Any step that has to wait for a disk can be stopped from here on.
+bool ViewerPane::keep_waiting() {
+  step_ = Step::finding;
+  return go_on();
 }
 
 bool ViewerPane::go_on() {

@@ -17,13 +17,14 @@
 #include "viewer/hit_navigation.h"
 #include "viewer/hyper_find.h"
 #include "viewer/view_scroll.h"
+#include "viewer/waiting_files.h"
 
 namespace tallowmere {
 
 /// The viewer's part of the main window: the file on view, the steps through its hits and what the
-/// user has selected in it. A step through many chunks, and any message, serves events meanwhile;
-/// what those may do then is up to the window, which asks finding(). One step is made at a time: a
-/// call that would begin another one meanwhile does nothing.
+/// user has selected in it. A step through many chunks or on a slow disk, and any message, serves
+/// events meanwhile; what those may do then is up to the window, which asks finding(). One step is
+/// made at a time: a call that would begin another one meanwhile does nothing.
 class ViewerPane : private ViewerHost {
  public:
   /// What the main window does for the viewer.
@@ -36,18 +37,21 @@ class ViewerPane : private ViewerHost {
     std::function<void(std::size_t)> select_row;
   };
 
-  /// All of them outlive the pane.
+  /// All of them outlive the pane; `files` lives until the program ends, since a call that hangs
+  /// may need it.
   ViewerPane(ViewerBox& box, ResultList& results, const FileSystem& files,
              const SearchCriteria& search, const CodePage& page, Window window);
 
   bool viewing() const { return viewer_.loaded(); }
+  /// A step is under way that serves events and can be stopped.
   bool finding() const { return step_ == Step::finding; }
   bool text_selected() const { return text_selected_; }
 
   /// The criteria have been loaded anew; hits are those of these from now on.
   void criteria_loaded();
 
-  /// Opens the file of a row; nothing of it shows yet. False, after a message, when it cannot be.
+  /// Opens the file of a row; nothing of it shows yet. False, after a message, when it cannot be,
+  /// and without one when that was stopped.
   bool open(std::size_t row);
   /// Opens the file of a row at its first hit.
   void show_first_hit(std::size_t row);
@@ -56,9 +60,9 @@ class ViewerPane : private ViewerHost {
   /// Steps to another hit.
   void find_next() { find(true); }
   void find_prev() { find(false); }
-  /// Ends the step under way, if there is one.
+  /// Ends the step under way, if there is one, also while a disk hangs.
   void stop() { stop_ = true; }
-  void clear() { viewer_.clear_textbox(); }
+  void clear();
 
   /// The scroll bar has been worked; `code` is one of SB_*.
   void VScroll1_Change(int code);
@@ -74,18 +78,20 @@ class ViewerPane : private ViewerHost {
   void keep_view(const std::function<void()>& change);
 
  private:
-  enum class Step { none, opening, scrolling, finding };
+  enum class Step { none, quick, finding };
 
   HitFinder make_finder();
   void wire();
+  void tell_button_up() const;
   void scroll(const std::function<void(ViewScroll&)>& move);
   /// Makes one step unless another one is under way; false when it did not begin.
-  bool make_step(Step kind, const std::function<void()>& work);
+  bool make_step(const std::function<void()>& work);
   void find(bool forward);
   void find_hit(bool forward);
   void continue_from_view(bool forward);
   void forget_selection();
 
+  bool keep_waiting();
   bool go_on() override;
   void message(std::string_view prompt, std::string_view title, bool exclamation) override;
   void beep() override;
@@ -100,6 +106,7 @@ class ViewerPane : private ViewerHost {
   const SearchCriteria& search_;
   const CodePage& page_;
   Window window_;
+  WaitingFiles files_;
   FileViewer viewer_;
   HitNavigation navigation_;
   ViewScroll scroll_;

@@ -7,7 +7,7 @@ namespace tallowmere {
 /// What decides whether commands can be used.
 struct WindowState {
   bool searching = false;
-  bool finding = false;  ///< a hit is being looked for in the viewed file
+  bool finding = false;  ///< a step in the viewer takes long: it finds a hit or waits for a disk
   std::size_t rows = 0;
   bool row_selected = false;
   bool row_viewed = false;     ///< the selected row's file is the one in the viewer
