@@ -27,9 +27,10 @@ class BlockReader {
   /// Replaces `into` by `length` bytes from the 1-based `position`, fewer at the file's end.
   /// Pieces longer than a block are not for this.
   std::optional<SystemError> read(std::int64_t position, std::int64_t length, std::string& into);
+  /// Reading this needs nothing of the disk.
+  bool holds(std::int64_t position, std::int64_t length) const;
 
  private:
-  bool holds(std::int64_t position, std::int64_t length) const;
   std::optional<SystemError> load(std::int64_t position, std::int64_t length);
 
   /// What a first read takes: about one chunk.

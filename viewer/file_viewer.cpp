@@ -74,7 +74,11 @@ void FileViewer::step_given_up() {
 ChunkResult FileViewer::get_file_chunk(std::int64_t chunk_start, std::int64_t& position) {
   if (!loaded()) return ChunkResult::no_file;
   const Step step(*this);
-  const Change change = changed_on_disk();
+  loaded_.chunk_start = chunk_start;
+  std::int64_t length = place_chunk(position);
+  // Within a step, what has been read already is of the same file.
+  const bool held = reader_.holds(loaded_.chunk_start, length);
+  const Change change = held ? Change::none : changed_on_disk();
   if (change != Change::none) {
     if (change == Change::facts) {
       host_.message("The file has been modified since last accessed.", "File Has Changed", true);
@@ -82,10 +86,10 @@ ChunkResult FileViewer::get_file_chunk(std::int64_t chunk_start, std::int64_t& p
     const auto row = static_cast<std::size_t>(results_.viewed_index);
     host_.select_row(row);
     if (!viewfile(row)) return ChunkResult::no_file;
-    chunk_start = position = 1;
+    position = 1;
+    length = place_chunk(position);
   }
-  loaded_.chunk_start = chunk_start;
-  if (const auto error = read_chunk(place_chunk(position))) {
+  if (const auto error = read_chunk(length)) {
     clear_textbox();
     results_.viewed_index = failed_view;
     host_.message(error->text + " - encountered while trying to GET DATA.", "Cannot Get Data",

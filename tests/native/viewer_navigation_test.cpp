@@ -290,7 +290,7 @@ TEST(FileViewer, FilesThatChangeOrFail) {
 
 TEST(HitNavigation, AFileChangedJustBeforeItsBeginningShows) {
   for (const int call : {10, 63, 64, 65}) {
-    Viewing view(dots(31000 * 70, {}));
+    Viewing view(dots(31000 * 120, {}));
     view.host.on_go_on = [&] {
       if (view.host.steps_asked != call) return;
       view.files.add("/f.txt", dots(100000, {4}), 9 * ticks_per_second);
