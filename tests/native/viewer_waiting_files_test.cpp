@@ -47,6 +47,7 @@ TEST(WaitingFiles, WhatHangsIsGivenUpAndTouchesNothingThatIsGone) {
       EXPECT_FALSE(files->facts("/", "a", facts)) << "another thread goes on";
       EXPECT_EQ(facts.modified, 7);
     }
+    EXPECT_EQ(disk.closed, 0) << "closed under the call that uses it";
     files.reset();
     disk.release();
     disk.wait_for_threads(0);
