@@ -103,6 +103,10 @@ bool ViewerPane::make_step(const std::function<void()>& work) {
     work();
   } catch (const GivenUp&) {
     viewer_.step_given_up();
+  } catch (...) {
+    step_ = Step::none;
+    window_.state_changed();  // what waits for the step's end may have its turn
+    throw;
   }
   return true;
 }
