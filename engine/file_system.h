@@ -143,8 +143,9 @@ class FileSystem {
   /// the next, so that several threads would only make it slower.
   virtual bool has_to_seek(const std::string&) const { return false; }
 
-  /// The calls of the thread that asks; null where the system cannot give them up.
-  virtual std::unique_ptr<PendingCalls> pending_calls() const { return nullptr; }
+  /// To be called once by a thread that opens and closes files on its own; it shares none of them
+  /// with others. Returns its calls; null where the system cannot give them up.
+  virtual std::unique_ptr<PendingCalls> enter_thread() const { return nullptr; }
 };
 
 }  // namespace tallowmere

@@ -15,6 +15,7 @@ class PosixFileSystem : public FileSystem {
   std::optional<SystemError> facts(const std::string& folder, std::string_view name,
                                    FileFacts& facts) const override;
   std::unique_ptr<FileReader> reader() const override;
+  std::unique_ptr<PendingCalls> enter_thread() const override;
 };
 
 }  // namespace tallowmere

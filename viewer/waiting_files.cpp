@@ -134,7 +134,7 @@ class WaitingFiles::CallThread {
   static void serve(Shared& shared, const FileSystem& files) {
     std::unique_lock lock(shared.mutex);
     try {
-      shared.pending = files.pending_calls();
+      shared.pending = files.enter_thread();
     } catch (const std::bad_alloc&) {
       // then they cannot be cancelled
     }

@@ -220,7 +220,7 @@ bool WinFileSystem::has_to_seek(const std::string& folder) const {
          size >= sizeof answer && answer.IncursSeekPenalty;
 }
 
-std::unique_ptr<PendingCalls> WinFileSystem::pending_calls() const {
+std::unique_ptr<PendingCalls> WinFileSystem::enter_thread() const {
   Handle thread(OpenThread(THREAD_TERMINATE, FALSE, GetCurrentThreadId()));
   if (!thread) return nullptr;
   return std::make_unique<WinPendingCalls>(std::move(thread));

@@ -15,7 +15,7 @@ class WinFileSystem : public FileSystem {
                                    FileFacts& facts) const override;
   std::unique_ptr<FileReader> reader() const override;
   bool has_to_seek(const std::string& folder) const override;
-  std::unique_ptr<PendingCalls> pending_calls() const override;
+  std::unique_ptr<PendingCalls> enter_thread() const override;
 };
 
 }  // namespace tallowmere::win32

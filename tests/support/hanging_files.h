@@ -49,7 +49,7 @@ class HangingFiles : public MemoryFiles {
   int hanging() const { return locked(hanging_); }
   int cancelled() const { return locked(cancelled_); }
 
-  std::unique_ptr<PendingCalls> pending_calls() const override {
+  std::unique_ptr<PendingCalls> enter_thread() const override {
     return std::make_unique<Thread>(*this);
   }
 
