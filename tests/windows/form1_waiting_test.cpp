@@ -88,6 +88,27 @@ TEST_F(Form1WaitingTest, NothingElseBeginsWhileItHangs) {
   EXPECT_EQ(text_and_caption(), "b needle, b.txt - Tallowmere 32") << "the row chosen last";
 }
 
+TEST_F(Form1WaitingTest, AStoppedSearchLeavesItsHangBehindAndTheNextOneStarts) {
+  for (const Call call : {Call::list, Call::open, Call::read}) {
+    hang(
+        call,
+        [&] {
+          run(SearchKind::new_search, "needle");
+          EXPECT_EQ(form->Label2.text(), "Search Stopped");
+          run(SearchKind::new_search, "needle");
+          EXPECT_EQ(form->Label1.text(), "2 file(s) matched out of 2");
+        },
+        [&] { choose(IDC_CMDSEARCH); });
+  }
+}
+
+TEST_F(Form1WaitingTest, TheWindowClosesWhileASearchHangs) {
+  hang(
+      Call::list, [&] { run(SearchKind::new_search, "needle"); },
+      [&] { PostMessageW(form->handle(), WM_CLOSE, 0, 0); });
+  EXPECT_EQ(form->handle(), nullptr);
+}
+
 TEST_F(Form1WaitingTest, TheWindowClosesWhileItHangs) {
   hang(
       Call::open, [&] { click_row(0); }, [&] { PostMessageW(form->handle(), WM_CLOSE, 0, 0); });
