@@ -100,6 +100,9 @@ TEST_F(FileSearchTest, FileTypesAreTakenOneAfterAnother) {
   // A file that fits two types is listed and counted twice, but read once.
   EXPECT_EQ(found(), "/top/c.doc\n/top/a.txt\n/top/a.txt\n");
   EXPECT_TRUE(searched == 5 && reads == 3);
+  files.add("/top/f.txt", "cat").unreadable = true;
+  found();
+  EXPECT_EQ(unread, "/top/f.txt: Access is denied\n");
 }
 
 TEST(FileTypes, PatternsFitTheWholeExtension) {

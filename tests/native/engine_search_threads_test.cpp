@@ -23,6 +23,7 @@ class LoggingHost : public SearchHost {
   int matches = 0;
   int stop_after = INT_MAX;    ///< matches
   std::function<bool()> stop;  ///< also stops it
+  std::function<bool()> retry;
 
   bool go_on() override {
     check_thread();
@@ -38,7 +39,7 @@ class LoggingHost : public SearchHost {
   }
   bool retry_folder(const SystemError& error) override {
     note(error.text);
-    return false;
+    return retry && retry();
   }
 
  private:
@@ -159,7 +160,11 @@ TEST_F(SearchThreadsTest, AHangDoesNotHoldUpTheHost) {
       {
         FileSearch run = make(host, {threads, false});
         files.hang_next(call);
-        run.search_files();
+        if (call == Call::open) {
+          EXPECT_FALSE(run.search_selected_file("/a/", "3"));
+        } else {
+          run.search_files();
+        }
         EXPECT_TRUE(run.stopped());
         EXPECT_EQ(files.hanging(), 1);
       }
@@ -192,6 +197,60 @@ TEST_F(SearchThreadsTest, WhatAThreadThrowsReachesTheHostAndWhatWasFoundIsKept) 
     for (int i = 0; i < host.matches; ++i) kept += "/" + std::to_string(1000 + i) + " 3\n";
     EXPECT_EQ(host.log, kept);
   }
+}
+
+TEST_F(SearchThreadsTest, AFolderThatComesBackIsSearched) {
+  files.add("/sub/1", "cat");
+  for (const unsigned threads : {0u, 1u, 4u}) {
+    files.folder_errors["/"] = {21, "The device is not ready"};
+    LoggingHost host;
+    int tries = 0;
+    host.retry = [&] {
+      if (++tries == 20) files.folder_errors.clear();
+      return true;
+    };
+    make(host, {threads, false}).search_files();
+    EXPECT_EQ(tries, 20);
+    EXPECT_EQ(host.matches, 1);
+  }
+}
+
+/// Files of which one folder is listed only when nothing else goes on any more.
+class BlockedFiles : public MemoryFiles {
+ public:
+  std::string blocked;
+  std::atomic<bool> blocking = true;
+
+  std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,
+                                         const std::function<bool()>& go_on) const override {
+    if (folder == blocked) blocking.wait(true);
+    return MemoryFiles::list_folder(folder, listing, go_on);
+  }
+};
+
+TEST_F(SearchThreadsTest, WhatIsHeldHasABoundButForTheFolderThatTheHostWaitsFor) {
+  BlockedFiles tree;
+  tree.blocked = "/0/";
+  tree.add("/0/0/deep", "cat");
+  for (int i = 0; i < 20000; ++i) {
+    tree.add("/" + std::to_string(1 + i / 250) + "/" + std::to_string(i), "cat");
+  }
+  LoggingHost host;
+  int opened = 0;
+  int quiet = 0;
+  host.stop = [&] {
+    quiet = tree.opened == opened ? quiet + 1 : 0;
+    opened = tree.opened;
+    if (quiet < 60 && opened < 20000) return false;
+    if (tree.blocking.exchange(false)) {
+      EXPECT_LT(opened, 7000);
+      tree.blocking.notify_all();
+    }
+    return false;
+  };
+  FileSearch(search, page, tree, clock, host, {2, false}).search_files();
+  EXPECT_EQ(host.matches, 20001);
+  EXPECT_TRUE(host.log.starts_with("/0/0/deep"));
 }
 
 /// Lets nobody pass before so many threads have come, which never happens with fewer.
