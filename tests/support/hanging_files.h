@@ -41,9 +41,9 @@ class HangingFiles : public MemoryFiles {
     changed_.notify_all();
     changed_.wait(lock, [this] { return hanging_ == 0; });
   }
-  /// Waits until only so many threads are left.
+  /// Waits until no more than so many threads are left.
   void wait_for_threads(int count) {
-    wait([&] { return threads_ == count; });
+    wait([&] { return threads_ <= count; });
   }
 
   int hanging() const { return locked(hanging_); }

@@ -13,7 +13,7 @@
 
 #include "app/Form1.h"
 #include "app/resource.h"
-#include "tests/support/memory_files.h"
+#include "tests/support/hanging_files.h"
 #include "tests/support/memory_settings.h"
 #include "win32/message_loop.h"
 #include "win32/text.h"
@@ -86,6 +86,7 @@ class Form1Test : public testing::Test {
     CriteriaInput input;
     input.criteria = criteria;
     form->run_search(kind, input);
+    files.wait_for_threads(1);  // the viewer's may be kept
   }
 
   /// As if the user chose it, but served at once.
@@ -135,11 +136,11 @@ class Form1Test : public testing::Test {
   bool entry_enabled(int id) const { return (entry_state(id) & (MF_GRAYED | MF_DISABLED)) == 0; }
   bool entry_checked(int id) const { return (entry_state(id) & MF_CHECKED) != 0; }
 
-  MemoryFiles files;
+  CodePage page = CodePage::windows_1252();
+  HangingFiles files;  ///< outlives the threads of a run that was stopped
   FixedClock clock;
   MemorySettings settings;
   SearchCriteria search;
-  CodePage page = CodePage::windows_1252();
   std::unique_ptr<Form1> form;
 };
 
