@@ -1,0 +1,61 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "engine/byte_search.h"
+#include "engine/code_page.h"
+#include "engine/search_criteria.h"
+
+namespace tallowmere {
+
+/// A code page made for one search: it gives every character of Unicode a byte, so that a decoded
+/// text is searched as one byte per character. ASCII keeps its place. Beyond it each character of
+/// the criteria has a byte of its own, with all that match it when case is ignored; all others
+/// share two, one for letters and one for the rest. Nothing changes in it later: threads share it.
+class SearchPage {
+ public:
+  /// So many different characters beyond ASCII can the criteria hold.
+  static constexpr std::size_t most = 126;
+
+  /// `page` tells what invalid bytes of UTF-8 stand for. Keeps nothing of either.
+  SearchPage(const SearchCriteria& search, const CodePage& page);
+
+  /// False when the criteria hold more different characters than there is room for: then nothing
+  /// can be searched for with this page.
+  bool fits() const { return fits_; }
+
+  /// The byte of a character as next_character yields it.
+  Byte byte_of(char32_t code) const { return code < first_pair ? table_[code] : rare(code); }
+
+  /// Criteria in the bytes of the page. Half a surrogate pair, or a byte of ill-formed text, has
+  /// none, so that no file holds it.
+  PageText to_bytes(std::string_view utf8) const;
+
+  /// What makes capitals small: only ASCII is left to be, the rest is folded in byte_of.
+  const std::array<Byte, 256>& lower_table() const { return lower_; }
+  /// The bytes of letters, which continue a word.
+  const std::array<bool, 256>& word_table() const { return words_; }
+
+ private:
+  static constexpr char32_t first_pair = 0x10000;  ///< from here on characters are rare
+
+  char32_t folded(char32_t code) const;
+  void give_bytes(std::string_view criteria);
+  void fill_table();
+  Byte rare(char32_t code) const;
+
+  bool ignore_case_;
+  bool fits_ = true;
+  std::vector<std::pair<char32_t, Byte>> own_;  ///< by character
+  std::unique_ptr<Byte[]> table_;               ///< of the characters below first_pair
+  std::array<Byte, 256> stray_;                 ///< of invalid bytes
+  std::array<Byte, 256> lower_;
+  std::array<bool, 256> words_{};
+};
+
+}  // namespace tallowmere
