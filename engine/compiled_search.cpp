@@ -24,11 +24,21 @@ bool take_quoted_term(std::string_view text, std::size_t& start, std::size_t& en
 }  // namespace
 
 CompiledSearch::CompiledSearch(const SearchCriteria& search, const CodePage& page)
+    : CompiledSearch(search,
+                     Page{[&page](std::string_view utf8) { return to_page_text(utf8, page); },
+                          page.lower_table(), word_bytes}) {}
+
+CompiledSearch::CompiledSearch(const SearchCriteria& search, const SearchPage& page)
+    : CompiledSearch(search, Page{[&page](std::string_view utf8) { return page.to_bytes(utf8); },
+                                  page.lower_table(), page.word_table()}) {}
+
+CompiledSearch::CompiledSearch(const SearchCriteria& search, const Page& page)
     : search_type(search.search_type),
       ignore_case(!search.match_case),
       prox_before(search.prox_before),
       prox_all(search.prox_all),
-      everything(search.criteria.empty()) {
+      everything(search.criteria.empty()),
+      word(page.words) {
   if (search_type == search_phrase) {
     add_term(search.criteria, false, page);
   } else {
@@ -39,12 +49,12 @@ CompiledSearch::CompiledSearch(const SearchCriteria& search, const CodePage& pag
     max_term_len = *std::max_element(term_len.begin(), term_len.end());
     window_len = term_len[0] + prox_before + search.prox_after;
   }
-  compile(ignore_case ? &page.lower_table() : nullptr);
+  compile(ignore_case ? &page.lower : nullptr);
   if (search_type == search_or) prepare_passes();
 }
 
 // Positions count from 0; `end` is one past the term. The text has no blank at its end.
-void CompiledSearch::split(const std::string& criteria, const CodePage& page) {
+void CompiledSearch::split(const std::string& criteria, const Page& page) {
   const std::string_view text = criteria;
   std::size_t start = text.find_first_not_of(' ');
   while (start < text.size()) {
@@ -58,10 +68,10 @@ void CompiledSearch::split(const std::string& criteria, const CodePage& page) {
   }
 }
 
-void CompiledSearch::add_term(std::string_view text, bool whole, const CodePage& page) {
-  PageText term = to_page_text(text, page);
+void CompiledSearch::add_term(std::string_view text, bool whole, const Page& page) {
+  PageText term = page.to_bytes(text);
   if (ignore_case) {
-    for (char& c : term.bytes) c = static_cast<char>(page.lower(static_cast<Byte>(c)));
+    for (char& c : term.bytes) c = static_cast<char>(page.lower[static_cast<Byte>(c)]);
   }
   whole_word.push_back(whole);
   representable.push_back(term.representable);
@@ -72,7 +82,7 @@ void CompiledSearch::add_term(std::string_view text, bool whole, const CodePage&
 void CompiledSearch::compile(const std::array<Byte, 256>* lower) {
   for (const std::string& term : terms) patterns.emplace_back(term, lower);
   for (std::size_t byte = 0; byte < 256; ++byte) {
-    word_in_text[byte] = word_bytes[lower ? (*lower)[byte] : byte];
+    word_in_text[byte] = word[lower ? (*lower)[byte] : byte];
   }
 }
 

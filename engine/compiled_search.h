@@ -2,21 +2,26 @@
 
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/byte_search.h"
 #include "engine/code_page.h"
 #include "engine/multi_search.h"
 #include "engine/search_criteria.h"
+#include "engine/search_page.h"
 
 namespace tallowmere {
 
 /// What a search works out of the criteria before it looks at the first file: terms, patterns,
 /// tables. Nothing changes in it later, so matchers on several threads can share one.
 struct CompiledSearch {
-  /// Keeps nothing of `search`; `page` must outlive this object.
+  /// For files in the code page. Keeps nothing of `search`; `page` must outlive this object.
   CompiledSearch(const SearchCriteria& search, const CodePage& page);
+  /// For texts that have been decoded into the bytes of `page`, which must fit.
+  CompiledSearch(const SearchCriteria& search, const SearchPage& page);
   // The passes point to the patterns, which stay where they are when a vector is moved.
   CompiledSearch(CompiledSearch&&) = default;
   CompiledSearch(const CompiledSearch&) = delete;
@@ -29,11 +34,11 @@ struct CompiledSearch {
   bool everything;  ///< there are no criteria
 
   // One entry per term in each array. A phrase is one entry, except that it is no term. Lengths are
-  // in characters, which are bytes of the code page.
+  // in characters, which are bytes of the page.
   std::vector<std::string> terms;  ///< lower-cased when `ignore_case`
   std::vector<int> term_len;
   std::vector<bool> whole_word;     ///< false: also matches inside a word
-  std::vector<bool> representable;  ///< false: the code page lacks a character of it
+  std::vector<bool> representable;  ///< false: the page lacks a character of it
   int last_term = -1;               ///< -1 for a phrase
   int max_term_len = 0;             ///< 0 matches every file
   int window_len = 0;
@@ -42,11 +47,20 @@ struct CompiledSearch {
   std::vector<MultiPattern> passes;       ///< OR with many terms: several at a time
   std::vector<std::size_t> passes_terms;  ///< their terms, MultiPattern::most to a pass
 
-  std::array<bool, 256> word_in_text;  ///< bytes that continue a word when seen lower-cased
+  std::array<bool, 256> word;          ///< bytes that continue a word
+  std::array<bool, 256> word_in_text;  ///< the same when seen lower-cased
 
  private:
-  void split(const std::string& criteria, const CodePage& page);
-  void add_term(std::string_view text, bool whole, const CodePage& page);
+  /// What characters are to this search.
+  struct Page {
+    std::function<PageText(std::string_view)> to_bytes;
+    const std::array<Byte, 256>& lower;
+    const std::array<bool, 256>& words;
+  };
+
+  CompiledSearch(const SearchCriteria& search, const Page& page);
+  void split(const std::string& criteria, const Page& page);
+  void add_term(std::string_view text, bool whole, const Page& page);
   void compile(const std::array<Byte, 256>* lower);
   void prepare_passes();
 };

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "engine/word_bytes.h"
-
 namespace tallowmere {
 
 namespace {
@@ -197,8 +195,8 @@ bool TextMatcher::match_near_in_chunk() {
 
 bool TextMatcher::not_whole_word_in_file(const Byte* at, std::size_t length) const {
   const Byte* behind = at + length;
-  return (at > chunks_.memory_begin() && word_bytes[at[-1]]) ||
-         (behind < chunks_.memory_end() && word_bytes[*behind]);
+  return (at > chunks_.memory_begin() && search_.word[at[-1]]) ||
+         (behind < chunks_.memory_end() && search_.word[*behind]);
 }
 
 bool TextMatcher::not_whole_word_in_text(const Text& text, const Byte* at,
