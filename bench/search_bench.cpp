@@ -8,6 +8,7 @@
 #include "engine/code_page.h"
 #include "engine/multi_search.h"
 #include "engine/text_matcher.h"
+#include "engine/unicode.h"
 #include "results/result_list.h"
 #include "results/result_sort.h"
 
@@ -139,8 +140,13 @@ class RepeatedFile : public FileReader {
   std::optional<SystemError> open(const std::string&, std::string_view) override { return {}; }
   std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
                                   std::size_t& got) override {
-    got = std::min({wanted, left_, text_.size()});
-    std::memcpy(into, text_.data(), got);
+    got = std::min(wanted, left_);
+    for (std::size_t done = 0; done < got;) {
+      const std::size_t count = std::min(got - done, text_.size() - at_);
+      std::memcpy(into + done, text_.data() + at_, count);
+      done += count;
+      at_ = (at_ + count) % text_.size();
+    }
     left_ -= got;
     return std::nullopt;
   }
@@ -149,15 +155,19 @@ class RepeatedFile : public FileReader {
 
  private:
   const std::string& text_;
+  std::size_t at_ = 0;
   std::size_t left_;
 };
 
-void match(benchmark::State& state, const std::string& text, const CriteriaInput& input) {
+void match(benchmark::State& state, const std::string& text, const CriteriaInput& input,
+           bool unicode_text = false) {
   constexpr std::size_t file_size = 16 << 20;
   SearchCriteria search;
+  search.unicode_text = unicode_text;
   load_search_criteria(search, input);
   const CompiledSearch compiled(search, page());
-  TextMatcher matcher(compiled);
+  const UnicodeSearch unicode(search, page());
+  TextMatcher matcher(compiled, search.unicode_text ? &unicode : nullptr);
   for (auto _ : state) {
     RepeatedFile file(text, file_size);
     SystemError error;
@@ -176,6 +186,38 @@ void BM_MatchFile(benchmark::State& state) {
   match(state, prose(), input);
 }
 BENCHMARK(BM_MatchFile)->DenseRange(search_and, search_near);
+
+/// Words of `letters` characters from `first` on, with blanks between them, as UTF-8.
+std::string words_of(char32_t first, unsigned letters) {
+  std::mt19937 random(20240517);
+  std::string made;
+  while (made.size() < text_size) {
+    for (unsigned left = 2 + random() % 8; left > 0; --left) {
+      append_utf8(made, first + static_cast<char32_t>(std::min(random(), random()) % letters));
+    }
+    made += ' ';
+  }
+  return made;
+}
+
+/// Files in Cyrillic, Chinese and ASCII that are decoded: as UTF-8 and as both kinds of UTF-16.
+void BM_DecodeFile(benchmark::State& state) {
+  const std::string texts[] = {words_of(0x430, 32), words_of(0x4E00, 3000), prose()};
+  std::string text = texts[state.range(0)];
+  if (state.range(1) > 0) {
+    std::string units = state.range(1) == 1 ? "\xFF\xFE" : "\xFE\xFF";
+    for (const char16_t unit : to_utf16(text)) {
+      const char bytes[] = {static_cast<char>(unit & 0xFF), static_cast<char>(unit >> 8)};
+      units += bytes[state.range(1) - 1];
+      units += bytes[2 - state.range(1)];
+    }
+    text = units;
+  }
+  CriteriaInput input;
+  input.criteria = "\xD1\x8A\xD1\x8A\xD1\x8F\xE4\xB8\xAD\xE6\x96\x87";
+  match(state, text, input, true);
+}
+BENCHMARK(BM_DecodeFile)->ArgsProduct({{0, 1, 2}, {0, 1, 2}});
 
 /// Every byte is an anchor, and no window holds what is looked for.
 void BM_NearWithAnchorsEverywhere(benchmark::State& state) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "engine/utf8_check.h"
 #include "engine/word_bytes.h"
 
 namespace tallowmere {
@@ -38,6 +39,7 @@ CompiledSearch::CompiledSearch(const SearchCriteria& search, const Page& page)
       prox_before(search.prox_before),
       prox_all(search.prox_all),
       everything(search.criteria.empty()),
+      beyond_ascii(ascii_length(search.criteria) < search.criteria.size()),
       word(page.words) {
   if (search_type == search_phrase) {
     add_term(search.criteria, false, page);

@@ -31,7 +31,8 @@ struct CompiledSearch {
   bool ignore_case;
   int prox_before;
   bool prox_all;
-  bool everything;  ///< there are no criteria
+  bool everything;    ///< there are no criteria
+  bool beyond_ascii;  ///< the criteria hold other characters, too
 
   // One entry per term in each array. A phrase is one entry, except that it is no term. Lengths are
   // in characters, which are bytes of the page.

@@ -22,12 +22,12 @@ FileChunks::FileChunks(std::size_t lookback, std::size_t lookahead)
   base_ = buffer_.data() + lookback_ + (cache_line - earliest % cache_line) % cache_line;
 }
 
-std::optional<SystemError> FileChunks::first(FileReader& file) {
+std::optional<SystemError> FileChunks::first(FileText& file) {
   before_ = 0;
   return fill(file, 0);
 }
 
-std::optional<SystemError> FileChunks::next(FileReader& file) {
+std::optional<SystemError> FileChunks::next(FileText& file) {
   assert(more());
   const std::size_t kept = after_;
   const std::size_t before = std::min(lookback_, before_ + chunk_size);
@@ -37,7 +37,7 @@ std::optional<SystemError> FileChunks::next(FileReader& file) {
 }
 
 // `kept` bytes of the chunk are in place already.
-std::optional<SystemError> FileChunks::fill(FileReader& file, std::size_t kept) {
+std::optional<SystemError> FileChunks::fill(FileText& file, std::size_t kept) {
   std::size_t got = 0;
   const auto error = file.read(base_ + kept, chunk_size + lookahead_ - kept, got);
   const std::size_t present = kept + got;

@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "engine/byte_search.h"
-#include "engine/file_system.h"
+#include "engine/file_text.h"
 
 namespace tallowmere {
 
-/// The open file as a sequence of chunks, each with some bytes of the file on either side of it in
-/// the same piece of memory. A file that fits into one chunk costs one read.
+/// The text of a file as a sequence of chunks, each with some bytes of the text on either side of
+/// it in the same piece of memory. A file that fits into one chunk costs one read.
 class FileChunks {
  public:
   static constexpr std::size_t chunk_size = 63000;
@@ -19,26 +19,26 @@ class FileChunks {
   /// is at least 1, which also tells whether there is a further chunk.
   FileChunks(std::size_t lookback, std::size_t lookahead);
 
-  /// Loads the file's first chunk. An empty file has one empty chunk.
-  std::optional<SystemError> first(FileReader& file);
+  /// Loads the first chunk. An empty text has one empty chunk.
+  std::optional<SystemError> first(FileText& file);
 
-  /// True when the file goes on behind the chunk.
+  /// True when the text goes on behind the chunk.
   bool more() const { return after_ > 0; }
 
   /// Loads the next chunk; to be called only when there is more.
-  std::optional<SystemError> next(FileReader& file);
+  std::optional<SystemError> next(FileText& file);
 
   const Byte* begin() const { return base_; }
   const Byte* end() const { return base_ + size_; }
   std::size_t size() const { return size_; }
 
-  /// The first byte of the file that is still in memory before the chunk.
+  /// The first byte of the text that is still in memory before the chunk.
   const Byte* memory_begin() const { return base_ - before_; }
-  /// One past the last byte of the file that is in memory.
+  /// One past the last byte of the text that is in memory.
   const Byte* memory_end() const { return base_ + size_ + after_; }
 
  private:
-  std::optional<SystemError> fill(FileReader& file, std::size_t kept);
+  std::optional<SystemError> fill(FileText& file, std::size_t kept);
 
   std::size_t lookback_;
   std::size_t lookahead_;

@@ -76,7 +76,9 @@ bool FileSearch::matches(const SearchFolder& folder, const SearchFolder::Turn& t
     const bool tell = verdict == Verdict::broken_off;
     if (tell && !host_.read_failed(unread_.back().path, error)) stopped_ = true;
   }
-  return verdict == Verdict::match;
+  const bool in_bytes = verdict == Verdict::match_in_bytes || verdict == Verdict::no_match_in_bytes;
+  if (in_bytes && !turn.repeated) ++read_as_bytes_;
+  return is_match(verdict);
 }
 
 void FileSearch::SearchListboxFiles(std::size_t count,

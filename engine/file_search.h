@@ -73,6 +73,9 @@ class FileSearch {
 
   std::int64_t files_searched() const { return files_searched_; }
   std::int64_t files_matched() const { return files_matched_; }
+  /// Files searched byte by byte whose answer may be another as Unicode text; none while that is
+  /// read. A file counts once.
+  std::int64_t read_as_bytes() const { return read_as_bytes_; }
   bool stopped() const { return stopped_; }
   const std::vector<UnreadFile>& unread() const { return unread_; }
 
@@ -89,6 +92,7 @@ class FileSearch {
   const ThreadUse use_;
   std::int64_t files_searched_ = 0;
   std::int64_t files_matched_ = 0;
+  std::int64_t read_as_bytes_ = 0;
   bool stopped_ = false;
   std::vector<UnreadFile> unread_;
   SearchThreads threads_;

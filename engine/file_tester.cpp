@@ -20,13 +20,14 @@ SearchJob::SearchJob(const SearchCriteria& search, const CodePage& page,
                      const FileSystem& the_files, const Clock& clock, bool facts_wanted)
     : files(the_files),
       compiled(search, page),
+      unicode(search.unicode_text ? std::make_unique<UnicodeSearch>(search, page) : nullptr),
       dates(search, clock),
       patterns(checked_patterns(search)),
       subfolders(search.search_subfolders),
       wants_facts(facts_wanted) {}
 
 FileTester::FileTester(const SearchJob& job)
-    : job_(job), file_(job.files.reader()), matcher_(job.compiled) {}
+    : job_(job), file_(job.files.reader()), matcher_(job.compiled, job.unicode.get()) {}
 
 void FileTester::list(SearchFolder& folder, const std::function<bool()>& go_on) {
   folder.listing.clear();
@@ -61,9 +62,9 @@ Verdict FileTester::test(SearchFolder& folder, std::size_t row, const std::funct
   switch (matcher_.match_open_file(*file_, go_on, error)) {
     case MatchOutcome::match:
       if (listed && job_.wants_facts && !file.facts_known) ask_facts();
-      return Verdict::match;
+      return matcher_.another_as_unicode() ? Verdict::match_in_bytes : Verdict::match;
     case MatchOutcome::no_match:
-      return Verdict::no_match;
+      return matcher_.another_as_unicode() ? Verdict::no_match_in_bytes : Verdict::no_match;
     case MatchOutcome::failed:
       return Verdict::broken_off;
     case MatchOutcome::stopped:

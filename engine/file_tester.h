@@ -10,6 +10,7 @@
 #include "engine/file_system.h"
 #include "engine/search_folder.h"
 #include "engine/text_matcher.h"
+#include "engine/unicode_search.h"
 
 namespace tallowmere {
 
@@ -22,6 +23,7 @@ struct SearchJob {
 
   const FileSystem& files;
   const CompiledSearch compiled;
+  const std::unique_ptr<const UnicodeSearch> unicode;  ///< null: every file is in the code page
   const DateFilter dates;
   std::vector<std::string> patterns;  ///< of the file types to search, in their order
   const bool subfolders;

@@ -16,12 +16,18 @@ enum class Verdict : unsigned char {
   untested,
   no_match,
   match,
-  unread,     ///< it could not be opened, or asked for its date
-  broken_off  ///< reading broke off
+  no_match_in_bytes,  ///< another answer may be right, were the file read as Unicode text
+  match_in_bytes,     ///< likewise
+  unread,             ///< it could not be opened, or asked for its date
+  broken_off          ///< reading broke off
 };
 
 inline bool is_trouble(Verdict verdict) {
   return verdict == Verdict::unread || verdict == Verdict::broken_off;
+}
+
+inline bool is_match(Verdict verdict) {
+  return verdict == Verdict::match || verdict == Verdict::match_in_bytes;
 }
 
 /// The files of one folder that a search tests, in the order in which they are delivered. One

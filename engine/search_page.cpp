@@ -1,6 +1,7 @@
 #include "engine/search_page.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 
 #include "engine/letters.h"
@@ -67,11 +68,16 @@ void SearchPage::fill_table() {
   for (const auto& [code, byte] : own_) {
     if (code < first_pair) table_[code] = byte;
   }
-  if (!ignore_case_) return;
+  if (ignore_case_) fold_table();
+}
+
+void SearchPage::fold_table() {
   for (const FoldRange& range : fold_ranges()) {
-    if (range.last >= first_pair) break;
     for (char32_t code = range.first; code <= range.last; code += range.step) {
-      if (code >= ascii) table_[code] = table_[code + static_cast<char32_t>(range.delta)];
+      if (code < ascii) continue;
+      const Byte byte = byte_of(code + static_cast<char32_t>(range.delta));
+      if (code < first_pair) table_[code] = byte;
+      other_forms_[byte] = true;
     }
   }
 }
@@ -85,11 +91,16 @@ Byte SearchPage::rare(char32_t code) const {
   return is_letter(code) ? any_letter : any_other;
 }
 
+char32_t SearchPage::character(Byte byte) const {
+  assert(byte < ascii + own_.size());
+  return byte < ascii ? byte : own_[byte - ascii].first;
+}
+
 PageText SearchPage::to_bytes(std::string_view utf8) const {
   PageText result;
   for (std::size_t at = 0; at < utf8.size();) {
     const char32_t code = next_code_point(utf8, at);
-    if (is_surrogate(code)) result.representable = false;
+    if (is_surrogate(code) || (!fits_ && code >= ascii)) result.representable = false;
     result.bytes.push_back(static_cast<char>(byte_of(code)));
   }
   return result;

@@ -36,6 +36,11 @@ class SearchPage {
   /// none, so that no file holds it.
   PageText to_bytes(std::string_view utf8) const;
 
+  /// The character of a byte of the criteria, folded when case is ignored.
+  char32_t character(Byte byte) const;
+  /// True for such a byte when characters beyond ASCII other than its own match it, too.
+  bool has_other_forms(Byte byte) const { return other_forms_[byte]; }
+
   /// What makes capitals small: only ASCII is left to be, the rest is folded in byte_of.
   const std::array<Byte, 256>& lower_table() const { return lower_; }
   /// The bytes of letters, which continue a word.
@@ -47,6 +52,7 @@ class SearchPage {
   char32_t folded(char32_t code) const;
   void give_bytes(std::string_view criteria);
   void fill_table();
+  void fold_table();
   Byte rare(char32_t code) const;
 
   bool ignore_case_;
@@ -56,6 +62,7 @@ class SearchPage {
   std::array<Byte, 256> stray_;                 ///< of invalid bytes
   std::array<Byte, 256> lower_;
   std::array<bool, 256> words_{};
+  std::array<bool, 256> other_forms_{};
 };
 
 }  // namespace tallowmere

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "engine/unicode.h"
+#include "engine/utf8_check.h"
 
 namespace tallowmere {
 
@@ -39,12 +40,8 @@ bool is_cut(std::string_view text) {
 }
 
 bool is_utf8(std::string_view text) {
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t start = at;
-    const char32_t code = next_code_point(text, at);
-    if (is_surrogate(code)) return is_cut(text.substr(start));
-  }
-  return true;
+  const std::size_t valid = utf8_length(text);
+  return valid == text.size() || is_cut(text.substr(valid));
 }
 
 TextCharacter next_utf8(std::string_view text, std::size_t at) {

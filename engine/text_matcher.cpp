@@ -1,6 +1,9 @@
 #include "engine/text_matcher.h"
 
 #include <algorithm>
+#include <string_view>
+
+#include "engine/utf8_check.h"
 
 namespace tallowmere {
 
@@ -26,8 +29,11 @@ std::size_t wanted_lookahead(const CompiledSearch& search) {
 
 }  // namespace
 
-TextMatcher::TextMatcher(const CompiledSearch& search)
-    : search_(search),
+TextMatcher::TextMatcher(const CompiledSearch& search, const UnicodeSearch* unicode)
+    : in_page_(search),
+      unicode_(unicode),
+      search_(&search),
+      text_(unicode),
       chunks_(wanted_lookback(search), wanted_lookahead(search)),
       found_(search.terms.size()),
       next_(search.terms.size()) {}
@@ -39,12 +45,17 @@ MatchOutcome TextMatcher::match_open_file(FileReader& file, const std::function<
     ~Closer() { file.close(); }
   } closer{file};
 
-  if (search_.max_term_len == 0) return MatchOutcome::match;
+  another_as_unicode_ = false;
+  if (in_page_.max_term_len == 0) return MatchOutcome::match;
   std::fill(found_.begin(), found_.end(), false);
   carry_ = 0;
   go_on_ = &go_on;
   stopped_ = false;
-  auto failure = chunks_.first(file);
+  text_.begin(file);
+  auto failure = chunks_.first(text_);
+  if (text_.cannot_match()) return MatchOutcome::no_match;
+  search_ = text_.encoding() == TextEncoding::code_page ? &in_page_ : &unicode_->compiled;
+  another_as_unicode_ = !unicode_ && !failure && begins_as_unicode();
   while (true) {
     if (failure) {
       error = *failure;
@@ -55,8 +66,18 @@ MatchOutcome TextMatcher::match_open_file(FileReader& file, const std::function<
     if (stopped_) return MatchOutcome::stopped;
     if (!chunks_.more()) return MatchOutcome::no_match;
     if (!go_on()) return MatchOutcome::stopped;
-    failure = chunks_.next(file);
+    failure = chunks_.next(text_);
   }
+}
+
+// Costs a look at one byte, unless the criteria go beyond ASCII.
+bool TextMatcher::begins_as_unicode() const {
+  const std::string_view begin(reinterpret_cast<const char*>(chunks_.begin()), chunks_.size());
+  const bool marked_utf16 = !begin.empty() && *chunks_.begin() >= 0xFE;
+  if (!marked_utf16 && !in_page_.beyond_ascii) return false;
+  const TextEncoding encoding = find_text_encoding(begin);
+  if (encoding == TextEncoding::utf8) return ascii_length(begin) < begin.size();
+  return encoding != TextEncoding::code_page;
 }
 
 // A chunk is searched in no time, unless there are thousands of terms.
@@ -66,7 +87,7 @@ bool TextMatcher::interrupted() {
 }
 
 bool TextMatcher::match_chunk() {
-  switch (search_.search_type) {
+  switch (search_->search_type) {
     case search_and:
       return match_all_terms();
     case search_or:
@@ -99,24 +120,24 @@ bool TextMatcher::match_any_term() {
 }
 
 MultiPattern::Outcome TextMatcher::find_any_term() {
-  if (search_.passes.empty()) return MultiPattern::Outcome::too_costly;
-  for (std::size_t pass = 0; pass < search_.passes.size() && !interrupted(); ++pass) {
+  if (search_->passes.empty()) return MultiPattern::Outcome::too_costly;
+  for (std::size_t pass = 0; pass < search_->passes.size() && !interrupted(); ++pass) {
     const auto accept = [&](std::size_t index, const Byte* at) {
-      const std::size_t term = search_.passes_terms[pass * MultiPattern::most + index];
-      return !search_.whole_word[term] ||
-             !not_whole_word_in_file(at, search_.patterns[term].length());
+      const std::size_t term = search_->passes_terms[pass * MultiPattern::most + index];
+      return !search_->whole_word[term] ||
+             !not_whole_word_in_file(at, search_->patterns[term].length());
     };
-    const auto outcome = search_.passes[pass].find_any(chunks_.begin(), chunks_.end(), accept);
+    const auto outcome = search_->passes[pass].find_any(chunks_.begin(), chunks_.end(), accept);
     if (outcome != MultiPattern::Outcome::none) return outcome;
   }
   return MultiPattern::Outcome::none;
 }
 
 bool TextMatcher::find_term(std::size_t term) const {
-  if (!search_.representable[term]) return false;
-  OccurrenceScan scan(search_.patterns[term], chunks_.begin(), chunks_.end());
-  const std::size_t length = search_.patterns[term].length();
-  const bool whole = search_.whole_word[term];
+  if (!search_->representable[term]) return false;
+  OccurrenceScan scan(search_->patterns[term], chunks_.begin(), chunks_.end());
+  const std::size_t length = search_->patterns[term].length();
+  const bool whole = search_->whole_word[term];
   return scan.next([&](const Byte* at) { return !whole || !not_whole_word_in_file(at, length); }) !=
          nullptr;
 }
@@ -130,7 +151,7 @@ bool TextMatcher::match_term_in_chunk(std::size_t term) {
 // is the last one and all the others came before: this is how AND has always worked.
 bool TextMatcher::match_term_at_boundary(std::size_t term) {
   const bool at_boundary = carry_ > 0 && find_term_at_boundary(term);
-  if (term + 1 == found_.size()) carry_ = std::min(longest(search_), chunks_.size());
+  if (term + 1 == found_.size()) carry_ = std::min(longest(*search_), chunks_.size());
   return at_boundary;
 }
 
@@ -142,32 +163,32 @@ TextMatcher::Text TextMatcher::term_boundary(std::size_t carry, std::size_t head
 // neighbours. In a last chunk shorter than the longest term this passes over a hit that ends with
 // the file, as it always has.
 bool TextMatcher::find_term_at_boundary(std::size_t term) {
-  if (!search_.representable[term]) return false;
-  const Text boundary = term_boundary(carry_, longest(search_));
-  const std::size_t length = search_.patterns[term].length();
-  OccurrenceScan scan(search_.patterns[term], boundary.begin + 1, boundary.end - 1);
-  const bool whole = search_.whole_word[term];
+  if (!search_->representable[term]) return false;
+  const Text boundary = term_boundary(carry_, longest(*search_));
+  const std::size_t length = search_->patterns[term].length();
+  OccurrenceScan scan(search_->patterns[term], boundary.begin + 1, boundary.end - 1);
+  const bool whole = search_->whole_word[term];
   return scan.next([&](const Byte* at) {
     return !whole || !not_whole_word_in_text(boundary, at, length);
   }) != nullptr;
 }
 
 bool TextMatcher::match_phrase_in_chunk() {
-  if (!search_.representable[0]) return false;
+  if (!search_->representable[0]) return false;
   // Chunk and seam in one go: a phrase is taken as it stands, so they are one text.
-  OccurrenceScan scan(search_.patterns[0], chunks_.begin() - carry_, chunks_.end());
+  OccurrenceScan scan(search_->patterns[0], chunks_.begin() - carry_, chunks_.end());
   if (scan.next()) return true;
-  carry_ = std::min(longest(search_) - 1, chunks_.size());
+  carry_ = std::min(longest(*search_) - 1, chunks_.size());
   return false;
 }
 
 bool TextMatcher::match_near_in_chunk() {
-  if (!search_.representable[0]) return false;
+  if (!search_->representable[0]) return false;
   std::fill(next_.begin(), next_.end(), nullptr);
-  const std::size_t length = search_.patterns[0].length();
-  const bool whole = search_.whole_word[0];
+  const std::size_t length = search_->patterns[0].length();
+  const bool whole = search_->whole_word[0];
 
-  OccurrenceScan in_chunk(search_.patterns[0], chunks_.begin(), chunks_.end());
+  OccurrenceScan in_chunk(search_->patterns[0], chunks_.begin(), chunks_.end());
   const auto whole_in_file = [&](const Byte* at) {
     return !whole || !not_whole_word_in_file(at, length);
   };
@@ -178,7 +199,7 @@ bool TextMatcher::match_near_in_chunk() {
   if (carry_ > 0) {
     std::fill(next_.begin(), next_.end(), nullptr);
     const Text boundary = term_boundary(carry_, length);
-    OccurrenceScan at_boundary(search_.patterns[0], boundary.begin + 1, boundary.end - 1);
+    OccurrenceScan at_boundary(search_->patterns[0], boundary.begin + 1, boundary.end - 1);
     const auto whole_at_boundary = [&](const Byte* at) {
       return !whole || !not_whole_word_in_text(boundary, at, length);
     };
@@ -195,34 +216,34 @@ bool TextMatcher::match_near_in_chunk() {
 
 bool TextMatcher::not_whole_word_in_file(const Byte* at, std::size_t length) const {
   const Byte* behind = at + length;
-  return (at > chunks_.memory_begin() && search_.word[at[-1]]) ||
-         (behind < chunks_.memory_end() && search_.word[*behind]);
+  return (at > chunks_.memory_begin() && search_->word[at[-1]]) ||
+         (behind < chunks_.memory_end() && search_->word[*behind]);
 }
 
 bool TextMatcher::not_whole_word_in_text(const Text& text, const Byte* at,
                                          std::size_t length) const {
   const Byte* behind = at + length;
-  return (at > text.begin && search_.word_in_text[at[-1]]) ||
-         (behind < text.end && search_.word_in_text[*behind]);
+  return (at > text.begin && search_->word_in_text[at[-1]]) ||
+         (behind < text.end && search_->word_in_text[*behind]);
 }
 
 bool TextMatcher::anchor_passes(const Byte* anchor) {
-  if (search_.last_term == 0 || search_.window_len == 0) return true;
+  if (search_->last_term == 0 || search_->window_len == 0) return true;
   return near_terms_in_window(load_near_window(anchor));
 }
 
 // A window that would begin before the file begins with the file and keeps its full length.
 TextMatcher::Text TextMatcher::load_near_window(const Byte* anchor) const {
-  const auto before = static_cast<std::ptrdiff_t>(search_.prox_before);
+  const auto before = static_cast<std::ptrdiff_t>(search_->prox_before);
   const Byte* memory = chunks_.memory_begin();
   const Byte* begin = anchor - memory >= before ? anchor - before : memory;
-  const auto length = std::min<std::ptrdiff_t>(search_.window_len, chunks_.memory_end() - begin);
+  const auto length = std::min<std::ptrdiff_t>(search_->window_len, chunks_.memory_end() - begin);
   return {begin, begin + length};
 }
 
 bool TextMatcher::near_terms_in_window(const Text& window) {
-  const bool all = search_.prox_all;
-  for (std::size_t term = 1; term < search_.patterns.size(); ++term) {
+  const bool all = search_->prox_all;
+  for (std::size_t term = 1; term < search_->patterns.size(); ++term) {
     if (interrupted()) return false;
     if (find_term_in_window(window, term) != all) return !all;
   }
@@ -233,10 +254,10 @@ bool TextMatcher::near_terms_in_window(const Text& window) {
 // window that ends before it: many anchors close together do not each search their window. A word
 // that another one continues beyond an end of the window is whole inside it.
 bool TextMatcher::find_term_in_window(const Text& window, std::size_t term) {
-  const BytePattern& pattern = search_.patterns[term];
+  const BytePattern& pattern = search_->patterns[term];
   const auto length = static_cast<std::ptrdiff_t>(pattern.length());
-  if (!search_.representable[term] || window.end - window.begin < length) return false;
-  const bool whole = search_.whole_word[term];
+  if (!search_->representable[term] || window.end - window.begin < length) return false;
+  const bool whole = search_->whole_word[term];
   const Byte*& next = next_[term];
   if (!next || next < window.begin) {
     const Text text{chunks_.memory_begin(), chunks_.memory_end()};

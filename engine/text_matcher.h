@@ -19,13 +19,15 @@ enum class MatchOutcome {
 };
 
 /// Decides whether one file satisfies the criteria. Made once per run and thread; what it owns is
-/// scratch, and its buffer serves all files. The file is seen in chunks of 63,000 bytes, and what
-/// counts as an occurrence at the seam of two chunks is part of the answer: it differs between the
-/// search types.
+/// scratch, and its buffer serves all files. The file is seen in chunks of 63,000 characters, and
+/// what counts as an occurrence at the seam of two chunks is part of the answer: it differs between
+/// the search types.
 class TextMatcher {
  public:
-  /// `search` must outlive the matcher; other matchers may use it too.
-  explicit TextMatcher(const CompiledSearch& search);
+  /// `search` is for files in the code page, `unicode` for the others; without it all files are in
+  /// the code page. Both are made of the same criteria and must outlive the matcher; other matchers
+  /// may use them too.
+  explicit TextMatcher(const CompiledSearch& search, const UnicodeSearch* unicode = nullptr);
   TextMatcher(const TextMatcher&) = delete;
   TextMatcher& operator=(const TextMatcher&) = delete;
 
@@ -35,12 +37,17 @@ class TextMatcher {
   MatchOutcome match_open_file(FileReader& file, const std::function<bool()>& go_on,
                                SystemError& error);
 
+  /// True when that file was searched byte by byte and as Unicode text might have another answer:
+  /// UTF-16 by its mark, or UTF-8 beyond ASCII when the criteria go beyond it, too.
+  bool another_as_unicode() const { return another_as_unicode_; }
+
  private:
   struct Text {
     const Byte* begin;
     const Byte* end;
   };
 
+  bool begins_as_unicode() const;
   bool match_chunk();
   bool interrupted();
   bool match_all_terms();
@@ -61,7 +68,10 @@ class TextMatcher {
   bool stands_whole(const Text& window, const Byte* at, const BytePattern& pattern) const;
   bool anchor_passes(const Byte* anchor);
 
-  const CompiledSearch& search_;
+  const CompiledSearch& in_page_;
+  const UnicodeSearch* const unicode_;
+  const CompiledSearch* search_;  ///< the one that goes with the file
+  FileText text_;
   FileChunks chunks_;
   std::vector<bool> found_;        ///< AND: the terms found in this file so far
   std::size_t carry_ = 0;          ///< bytes before the chunk that its boundary takes in
@@ -70,6 +80,7 @@ class TextMatcher {
   const std::function<bool()>* go_on_ = nullptr;  ///< during match_open_file
   int looks_ = 0;                                 ///< for a term, in this chunk
   bool stopped_ = false;
+  bool another_as_unicode_ = false;
 };
 
 }  // namespace tallowmere

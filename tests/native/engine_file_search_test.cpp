@@ -247,5 +247,33 @@ TEST_F(FileSearchTest, ListSearchKeepsStoredFactsAndAsksTheDiskForDates) {
   EXPECT_FALSE(make().search_selected_file("/top/", "b"));
 }
 
+TEST_F(FileSearchTest, CountsWhatMayReadOtherwiseAsUnicodeText) {
+  files.add("/top/ascii", "cat");
+  files.add("/top/page", "cat \xFC");
+  files.add("/top/utf16.txt", std::string("\xFF\xFE") + std::string("c\0a\0t\0", 6));
+  files.add("/top/utf16be", "\xFE\xFF cat");
+  files.add("/top/utf8", "M\xC3\xBCller cat");
+  search.type_checked[1] = true;  // so one of the files comes twice
+  search.user_types[1] = "txt";
+  const struct {
+    const char* criteria;
+    bool unicode_text;
+    std::int64_t count;
+    const char* last;
+  } cases[] = {{"cat", false, 2, "/top/utf8\n"},
+               {"M\xC3\xBCller", false, 3, ""},
+               {"M\xC3\xBCller", true, 0, "/top/utf8\n"},
+               {"", false, 0, "/top/utf16.txt\n"}};
+  for (const auto& [criteria, unicode_text, count, last] : cases) {
+    load_search_criteria(search, {criteria, search_or});
+    search.unicode_text = unicode_text;
+    host.matches.clear();
+    FileSearch run = make();
+    run.search_files();
+    EXPECT_EQ(run.read_as_bytes(), count) << criteria;
+    EXPECT_TRUE(host.matches.ends_with(last)) << host.matches;
+  }
+}
+
 }  // namespace
 }  // namespace tallowmere

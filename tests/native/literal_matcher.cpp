@@ -1,36 +1,52 @@
 #include "tests/native/literal_matcher.h"
 
 #include <algorithm>
+#include <span>
+#include <vector>
+
+#include "engine/letters.h"
+#include "engine/text_encoding.h"
 
 namespace tallowmere {
 namespace {
 
 constexpr std::size_t chunk_size = 63000;
 
-bool is_word(char c) {
-  const auto byte = static_cast<unsigned char>(c);
+/// A wide character is a whole one on Linux, and is looked for fast.
+using Text = std::wstring;
+static_assert(sizeof(wchar_t) == sizeof(char32_t));
+
+bool is_word_in_page(char32_t byte) {
   return (byte >= 65 && byte <= 90) || (byte >= 97 && byte <= 122) || byte >= 192;
 }
 
-std::string right(const std::string& text, std::size_t count) {
+Text right(const Text& text, std::size_t count) {
   return text.substr(text.size() - std::min(count, text.size()));
 }
 
-std::size_t position_of(const std::string& text, const std::string& part, std::size_t from) {
+std::size_t position_of(const Text& text, const Text& part, std::size_t from) {
   return from > text.size() ? 0 : text.find(part, from - 1) + 1;
 }
 
-bool not_whole_word(const std::string& text, std::size_t at, std::size_t length) {
-  return (at > 1 && is_word(text[at - 2])) ||
-         (at + length <= text.size() && is_word(text[at + length - 1]));
-}
+/// A file and the terms in one alphabet, and what that has for letters and case.
+struct Material {
+  Text file;
+  std::vector<Text> terms;
+  std::span<const wchar_t> lower;  ///< by character
+  bool (*is_word)(char32_t);
+};
 
 class LiteralMatcher {
  public:
-  LiteralMatcher(const CompiledSearch& search, const CodePage& page, const std::string& file)
-      : search_(search), file_(file), seen_(file), found_(search.terms.size()) {
+  LiteralMatcher(const CompiledSearch& search, const Material& material)
+      : search_(search),
+        terms_(material.terms),
+        file_(material.file),
+        is_word_(material.is_word),
+        seen_(file_),
+        found_(terms_.size()) {
     if (!search.ignore_case) return;
-    for (char& c : seen_) c = static_cast<char>(page.lower(static_cast<unsigned char>(c)));
+    for (wchar_t& c : seen_) c = material.lower[static_cast<std::size_t>(c)];
   }
 
   bool matches() {
@@ -60,7 +76,7 @@ class LiteralMatcher {
     const auto longest = static_cast<std::size_t>(search_.max_term_len);
     std::size_t result = 0;
     if (number_ > 0) {
-      const std::string boundary = carry_ + chunk_.substr(0, longest);
+      const Text boundary = carry_ + chunk_.substr(0, longest);
       result = find_term(boundary.substr(0, boundary.size() - 1), 2, term, boundary);
     }
     if (term + 1 == found_.size()) carry_ = right(chunk_, longest);
@@ -69,22 +85,22 @@ class LiteralMatcher {
 
   bool match_phrase() {
     if (!search_.representable[0]) return false;
-    const std::string& phrase = search_.terms[0];
+    const Text& phrase = terms_[0];
     if (position_of(chunk_, phrase, 1) != 0) return true;
     const std::size_t less_one = phrase.size() - 1;
-    const std::string boundary = number_ > 0 ? carry_ + chunk_.substr(0, less_one) : "";
+    const Text boundary = number_ > 0 ? carry_ + chunk_.substr(0, less_one) : Text();
     carry_ = right(chunk_, less_one);
     return position_of(boundary, phrase, 1) != 0;
   }
 
   bool match_near() {
-    const std::size_t length = search_.terms[0].size();
+    const std::size_t length = terms_[0].size();
     for (std::size_t at = 0; (at = find_term(chunk_, at + 1, 0, file_, number_ * chunk_size));) {
       if (near_terms_in(near_window(static_cast<long long>(at)))) return true;
     }
     if (number_ > 0) {
-      const std::string boundary = carry_ + chunk_.substr(0, length);
-      const std::string inner = boundary.substr(0, boundary.size() - 1);
+      const Text boundary = carry_ + chunk_.substr(0, length);
+      const Text inner = boundary.substr(0, boundary.size() - 1);
       for (std::size_t at = 1; (at = find_term(inner, at + 1, 0, boundary));) {
         const auto place = static_cast<long long>(at) - static_cast<long long>(length) + 1;
         if (near_terms_in(near_window(place))) return true;
@@ -95,10 +111,10 @@ class LiteralMatcher {
   }
 
   /// Neighbours are those in `around`, in which the text begins behind `shift` bytes.
-  std::size_t find_term(const std::string& text, std::size_t from, std::size_t term,
-                        const std::string& around, std::size_t shift = 0) const {
+  std::size_t find_term(const Text& text, std::size_t from, std::size_t term, const Text& around,
+                        std::size_t shift = 0) const {
     if (!search_.representable[term]) return 0;
-    const std::string& wanted = search_.terms[term];
+    const Text& wanted = terms_[term];
     std::size_t at = position_of(text, wanted, from);
     while (at != 0 && search_.whole_word[term] &&
            not_whole_word(around, shift + at, wanted.size())) {
@@ -107,8 +123,8 @@ class LiteralMatcher {
     return at;
   }
 
-  std::string near_window(long long at) const {
-    if (search_.last_term == 0) return "";
+  Text near_window(long long at) const {
+    if (search_.last_term == 0) return Text();
     const long long before = search_.prox_before;
     const auto length = static_cast<std::size_t>(search_.window_len);
     const auto size = static_cast<long long>(chunk_.size());
@@ -121,29 +137,74 @@ class LiteralMatcher {
     return seen_.substr(static_cast<std::size_t>(start - 1), length);
   }
 
-  bool near_terms_in(const std::string& window) const {
+  bool near_terms_in(const Text& window) const {
     if (window.empty()) return true;
-    for (std::size_t term = 1; term < search_.terms.size(); ++term) {
+    for (std::size_t term = 1; term < terms_.size(); ++term) {
       const bool found = find_term(window, 1, term, window) != 0;
       if (found != search_.prox_all) return found;
     }
     return search_.prox_all;
   }
 
+  bool not_whole_word(const Text& text, std::size_t at, std::size_t length) const {
+    return (at > 1 && is_word_(static_cast<char32_t>(text[at - 2]))) ||
+           (at + length <= text.size() && is_word_(static_cast<char32_t>(text[at + length - 1])));
+  }
+
   const CompiledSearch& search_;
-  const std::string& file_;
-  std::string seen_;  ///< the file as the search compares it
-  std::string chunk_;
+  const std::vector<Text>& terms_;
+  const Text& file_;
+  bool (*is_word_)(char32_t);
+  Text seen_;  ///< the file as the search compares it
+  Text chunk_;
   std::size_t number_ = 0;  ///< of the chunk, from 0
-  std::string carry_;
+  Text carry_;
   std::vector<bool> found_;
 };
+
+Text characters(const std::string& file, TextEncoding encoding, const CodePage& page) {
+  Text text;
+  for (std::size_t at = mark_length(encoding, file); at < file.size();) {
+    const TextCharacter character = next_character(file, at, encoding);
+    const bool invalid = character.code >= code_page_byte;
+    text += static_cast<wchar_t>(invalid ? page.to_unicode(static_cast<unsigned char>(file[at]))
+                                         : character.code);
+    at += character.length;
+  }
+  return text;
+}
 
 }  // namespace
 
 bool matches_literally(const CompiledSearch& search, const CodePage& page,
                        const std::string& file) {
-  return LiteralMatcher(search, page, file).matches();
+  const auto bytes = [](const std::string& text) {
+    Text codes;
+    for (const char c : text) codes += static_cast<unsigned char>(c);
+    return codes;
+  };
+  Material material{bytes(file), {}, {}, is_word_in_page};
+  for (const std::string& term : search.terms) material.terms.push_back(bytes(term));
+  const std::vector<wchar_t> lower(page.lower_table().begin(), page.lower_table().end());
+  material.lower = lower;
+  return LiteralMatcher(search, material).matches();
+}
+
+bool matches_literally(const CompiledSearch& in_page, const UnicodeSearch& unicode,
+                       const CodePage& page, const std::string& file) {
+  const TextEncoding encoding = find_text_encoding(file);
+  if (encoding == TextEncoding::code_page) return matches_literally(in_page, page, file);
+  static const std::vector<wchar_t> folded = [] {
+    std::vector<wchar_t> all;
+    for (char32_t code = 0; code <= no_character; ++code) all.push_back(wchar_t(fold(code)));
+    return all;
+  }();
+  Material material{characters(file, encoding, page), {}, folded, is_letter};
+  for (const std::string& term : unicode.compiled.terms) {
+    Text& codes = material.terms.emplace_back();
+    for (const char c : term) codes += wchar_t(unicode.page.character(static_cast<Byte>(c)));
+  }
+  return LiteralMatcher(unicode.compiled, material).matches();
 }
 
 }  // namespace tallowmere

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "engine/compiled_search.h"
+#include "engine/unicode_search.h"
 
 namespace tallowmere {
 
@@ -10,5 +10,9 @@ namespace tallowmere {
 /// positions, every neighbour and every window taken from the file. The fast one is held
 /// against it.
 bool matches_literally(const CompiledSearch& search, const CodePage& page, const std::string& file);
+
+/// The same for a file that is read as Unicode text when it is such.
+bool matches_literally(const CompiledSearch& in_page, const UnicodeSearch& unicode,
+                       const CodePage& page, const std::string& file);
 
 }  // namespace tallowmere
