@@ -220,6 +220,9 @@ int trouble(const std::string& text, Surroundings& around) {
 int search(const Options& options, Surroundings& around) {
   SearchCriteria criteria = options.search;
   load_search_criteria(criteria, options.input);
+  if (criteria.unicode_text && !SearchPage(criteria, around.page).fits()) {
+    return trouble(std::string(too_many_characters_text) + " (try --text bytes)", around);
+  }
   std::optional<std::vector<std::string>> lines;
   if (options.from_list) {
     SystemError error;

@@ -50,6 +50,7 @@ class Parser {
   explicit Parser(const std::vector<std::string>& arguments) : arguments_(arguments) {
     options_.input.prox_before = proximity_default;
     options_.input.prox_after = proximity_default;
+    options_.search.unicode_text = true;
   }
 
   std::variant<Options, UsageError> parse() {
@@ -137,6 +138,9 @@ class Parser {
   bool take_file_option() {
     if (name_ == "--files") {
       take_file_type(value());
+    } else if (name_ == "--text") {
+      store(options_.search.unicode_text, one_of<bool>(value(), {{"auto", true}, {"bytes", false}}),
+            "auto or bytes");
     } else if (name_ == "--no-subfolders") {
       options_.search.search_subfolders = false;
     } else if (name_ == "--list") {
@@ -274,6 +278,11 @@ What to search for
   --prox all|any                near: all other words, or any (default: any)
   For and, or and near, CRITERIA are words parted by blanks. A word matches as
   a whole; text in double quotes also matches inside a word and may hold blanks.
+
+How files are read
+  --text auto|bytes             auto: UTF-8 and UTF-16 as their characters, all else
+                                byte by byte in the code page; bytes: every file
+                                byte by byte (default: auto)
 
 Where to search
   --files PATTERN               extension, such as txt or w??; may be repeated up

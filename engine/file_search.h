@@ -73,8 +73,7 @@ class FileSearch {
 
   std::int64_t files_searched() const { return files_searched_; }
   std::int64_t files_matched() const { return files_matched_; }
-  /// Files searched byte by byte whose answer may be another as Unicode text; none while that is
-  /// read. A file counts once.
+  /// Searched files whose answer may be another as Unicode text.
   std::int64_t read_as_bytes() const { return read_as_bytes_; }
   bool stopped() const { return stopped_; }
   const std::vector<UnreadFile>& unread() const { return unread_; }

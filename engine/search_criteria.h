@@ -33,10 +33,10 @@ struct SearchCriteria {
   std::string criteria;  ///< as typed, UTF-8; except for phrases without its trailing spaces
   int search_type = search_phrase;
   bool match_case = false;
+  bool unicode_text = false;  ///< files in UTF-8 and UTF-16 are read as such, not byte by byte
   int prox_before = 0;        ///< characters before the first term that a NEAR window takes in
   int prox_after = 0;         ///< characters after it
   bool prox_all = false;      ///< NEAR wants all later terms in the window, not just one
-  bool unicode_text = false;  ///< read UTF-8 and UTF-16 as such, not byte by byte
 
   // Where to search.
   std::string drive;  ///< as the drive list shows it, for example C:\ on Windows

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/file_search.h"
+#include "engine/search_page.h"
 
 namespace tallowmere {
 
@@ -13,6 +14,11 @@ inline constexpr std::string_view searching_text = "Searching";
 inline constexpr std::string_view sorting_text = "Sorting";
 inline constexpr std::string_view sorting_found_text = "Sorting Files Found";
 inline constexpr std::string_view search_stopped_text = "Search Stopped";
+
+/// Why criteria cannot be searched for in Unicode text (see SearchPage).
+inline constexpr std::string_view too_many_characters_text =
+    "The criteria hold more than 126 different characters beyond ASCII.";
+static_assert(SearchPage::most == 126);
 
 /// Matches above which sorting_found_text is shown.
 inline constexpr std::int64_t quick_run_matches = 200;
