@@ -41,16 +41,16 @@ std::optional<SystemError> FileText::read_first(Byte* into, std::size_t wanted, 
   if (auto error = file_->read(into, wanted, got)) return error;
   ended_ = got < wanted;
   const std::string_view text(reinterpret_cast<const char*>(into), got);
+  const RawFilter& filter = search_->filter;
+  // UTF-16 is told by its mark, of which no byte begins a character in UTF-8.
+  const bool may_be_utf16 = got > 0 && into[0] >= 0xFE;
+  if (ended_ && !may_be_utf16 && filter.rules_out_unless_utf16(text)) return rule_out(got);
   encoding_ = TextEncoding::utf8;
   const std::size_t ascii = ascii_length(text);
   if (ascii == got) return std::nullopt;
   encoding_ = find_text_encoding(text);
   if (encoding_ == TextEncoding::code_page) return std::nullopt;
-  cannot_match_ = ended_ && search_->filter.rules_out(text, encoding_);
-  if (cannot_match_) {
-    got = 0;
-    return std::nullopt;
-  }
+  if (ended_ && filter.rules_out(text, encoding_)) return rule_out(got);
   const std::size_t done =
       ascii > 0 && encoding_ == TextEncoding::utf8 ? ascii : mark_length(encoding_, text);
   in_place_ = false;
@@ -60,6 +60,12 @@ std::optional<SystemError> FileText::read_first(Byte* into, std::size_t wanted, 
   const auto error = read_decoded(into + ascii, wanted - ascii, got);
   got += ascii;
   return error;
+}
+
+std::optional<SystemError> FileText::rule_out(std::size_t& got) {
+  cannot_match_ = true;
+  got = 0;
+  return std::nullopt;
 }
 
 /// ASCII stays where it was read.

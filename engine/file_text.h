@@ -28,11 +28,13 @@ class FileText {
   /// The encoding, once something was read; without a search always the code page.
   TextEncoding encoding() const { return encoding_; }
 
-  /// True when the first read has shown a file that is short and cannot match. It then looks empty.
+  /// True when the first read has shown a file that is short and cannot match. It then looks empty,
+  /// and its encoding may be open.
   bool cannot_match() const { return cannot_match_; }
 
  private:
   std::optional<SystemError> read_first(Byte* into, std::size_t wanted, std::size_t& got);
+  std::optional<SystemError> rule_out(std::size_t& got);
   std::optional<SystemError> read_in_place(Byte* into, std::size_t wanted, std::size_t& got);
   void put_back(const Byte* bytes, std::size_t count);
   std::optional<SystemError> read_decoded(Byte* into, std::size_t wanted, std::size_t& got);

@@ -10,8 +10,8 @@ namespace tallowmere {
 
 namespace {
 
-/// Looking for more terms one by one takes about as long as decoding.
-constexpr std::size_t most_terms = 4;
+/// More terms are found faster in one pass over the decoded text.
+constexpr std::size_t most_terms = MultiPattern::fewest - 1;
 
 std::string utf16_bytes(std::u16string_view text, bool little_endian) {
   std::string bytes;
@@ -47,43 +47,72 @@ BytePattern pattern(std::string bytes, const std::array<Byte, 256>* lower) {
   return BytePattern(bytes, lower);
 }
 
+bool occurs(const BytePattern& pattern, std::string_view file) {
+  const auto* begin = reinterpret_cast<const Byte*>(file.data());
+  return OccurrenceScan(pattern, begin, begin + file.size()).next() != nullptr;
+}
+
+/// True when ASCII stands for itself in the code page and has no forms beyond it there.
+bool has_plain_ascii(const CodePage& page, const std::array<Byte, 256>& lower) {
+  for (unsigned byte = 0; byte < 256; ++byte) {
+    const Byte lowered = page.lower(static_cast<Byte>(byte));
+    const char16_t character = page.to_unicode(static_cast<Byte>(byte));
+    if (byte < 0x80 ? lowered != lower[byte] || character != byte
+                    : lowered < 0x80 || character < 0x80) {
+      return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace
 
-RawFilter::RawFilter(const CompiledSearch& search, const SearchPage& page)
+RawFilter::RawFilter(const CompiledSearch& search, const SearchPage& page,
+                     const CodePage& code_page)
     : one_suffices_(search.search_type == search_or) {
   std::size_t needed = search.terms.size();
   if (search.search_type == search_near) needed = std::min<std::size_t>(needed, 1);
   if (needed > most_terms) needed = one_suffices_ ? 0 : most_terms;
   const auto* lower = search.ignore_case ? &page.lower_table() : nullptr;
+  const bool plain_ascii = has_plain_ascii(code_page, page.lower_table());
   for (std::size_t term = 0; term < needed; ++term) {
-    Stretch& stretch = stretches_.emplace_back();
+    auto& stretch = stretches_.emplace_back();
     if (!search.representable[term]) continue;
     const std::u32string sure = longest_sure_stretch(search.terms[term], page);
     if (sure.empty()) continue;
     std::string utf8;
     for (const char32_t code : sure) append_utf8(utf8, code);
     const std::u16string utf16 = to_utf16(utf8);
-    stretch.emplace(std::array{pattern(utf8, lower), pattern(utf16_bytes(utf16, true), lower),
-                               pattern(utf16_bytes(utf16, false), lower)});
+    const bool ascii = ascii_length(utf8) == utf8.size();
+    stretch.emplace(Stretch{{pattern(utf8, lower), pattern(utf16_bytes(utf16, true), lower),
+                             pattern(utf16_bytes(utf16, false), lower)},
+                            ascii && plain_ascii});
   }
 }
 
-bool RawFilter::occurs(const Stretch& stretch, std::string_view file, TextEncoding encoding) const {
-  if (!stretch) return true;
-  const std::size_t index = encoding == TextEncoding::utf8       ? 0
-                            : encoding == TextEncoding::utf16_le ? 1
-                                                                 : 2;
-  const auto* begin = reinterpret_cast<const Byte*>(file.data());
-  return OccurrenceScan((*stretch)[index], begin, begin + file.size()).next() != nullptr;
+template <typename MayOccur>
+bool RawFilter::may_match(const MayOccur& may_occur) const {
+  const auto occurs = [&](const auto& stretch) { return !stretch || may_occur(*stretch); };
+  if (stretches_.empty()) return true;
+  return one_suffices_ ? std::ranges::any_of(stretches_, occurs)
+                       : std::ranges::all_of(stretches_, occurs);
 }
 
 // An invalid byte of UTF-8 may be any character of the code page.
 bool RawFilter::rules_out(std::string_view file, TextEncoding encoding) const {
-  const auto may_occur = [&](const Stretch& stretch) { return occurs(stretch, file, encoding); };
-  const bool may_match =
-      stretches_.empty() || (one_suffices_ ? std::ranges::any_of(stretches_, may_occur)
-                                           : std::ranges::all_of(stretches_, may_occur));
-  return !may_match && (encoding != TextEncoding::utf8 || utf8_length(file) == file.size());
+  const std::size_t index = encoding == TextEncoding::utf8       ? 0
+                            : encoding == TextEncoding::utf16_le ? 1
+                                                                 : 2;
+  if (may_match([&](const Stretch& stretch) { return occurs(stretch.patterns[index], file); })) {
+    return false;
+  }
+  return encoding != TextEncoding::utf8 || utf8_length(file) == file.size();
+}
+
+bool RawFilter::rules_out_unless_utf16(std::string_view file) const {
+  return !may_match([&](const Stretch& stretch) {
+    return !stretch.same_in_page || occurs(stretch.patterns[0], file);
+  });
 }
 
 }  // namespace tallowmere

@@ -11,7 +11,7 @@ namespace tallowmere {
 struct UnicodeSearch {
   /// As SearchPage and CompiledSearch.
   UnicodeSearch(const SearchCriteria& search, const CodePage& code_page)
-      : page(search, code_page), compiled(search, page), filter(compiled, page) {}
+      : page(search, code_page), compiled(search, page), filter(compiled, page, code_page) {}
   UnicodeSearch(const UnicodeSearch&) = delete;
   UnicodeSearch& operator=(const UnicodeSearch&) = delete;
 
