@@ -24,7 +24,7 @@ void FileText::begin(FileReader& file) {
   first_ = search_ != nullptr;
   in_place_ = true;
   ended_ = false;
-  cannot_match_ = false;
+  answer_.reset();
   begin_ = end_ = nullptr;
 }
 
@@ -44,13 +44,15 @@ std::optional<SystemError> FileText::read_first(Byte* into, std::size_t wanted, 
   const RawFilter& filter = search_->filter;
   // UTF-16 is told by its mark, of which no byte begins a character in UTF-8.
   const bool may_be_utf16 = got > 0 && into[0] >= 0xFE;
-  if (ended_ && !may_be_utf16 && filter.rules_out_unless_utf16(text)) return rule_out(got);
+  if (ended_ && !may_be_utf16) answer_ = filter.answer_unless_utf16(text);
+  if (answer_) return std::nullopt;
   encoding_ = TextEncoding::utf8;
   const std::size_t ascii = ascii_length(text);
   if (ascii == got) return std::nullopt;
   encoding_ = find_text_encoding(text);
   if (encoding_ == TextEncoding::code_page) return std::nullopt;
-  if (ended_ && filter.rules_out(text, encoding_)) return rule_out(got);
+  if (ended_) answer_ = filter.answer(text, encoding_);
+  if (answer_) return std::nullopt;
   const std::size_t done =
       ascii > 0 && encoding_ == TextEncoding::utf8 ? ascii : mark_length(encoding_, text);
   in_place_ = false;
@@ -60,12 +62,6 @@ std::optional<SystemError> FileText::read_first(Byte* into, std::size_t wanted, 
   const auto error = read_decoded(into + ascii, wanted - ascii, got);
   got += ascii;
   return error;
-}
-
-std::optional<SystemError> FileText::rule_out(std::size_t& got) {
-  cannot_match_ = true;
-  got = 0;
-  return std::nullopt;
 }
 
 /// ASCII stays where it was read.

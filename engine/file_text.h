@@ -28,13 +28,12 @@ class FileText {
   /// The encoding, once something was read; without a search always the code page.
   TextEncoding encoding() const { return encoding_; }
 
-  /// True when the first read has shown a file that is short and cannot match. It then looks empty,
-  /// and its encoding may be open.
-  bool cannot_match() const { return cannot_match_; }
+  /// Whether the file matches, when the first read has shown that already; its text is undecoded
+  /// then.
+  std::optional<bool> answer() const { return answer_; }
 
  private:
   std::optional<SystemError> read_first(Byte* into, std::size_t wanted, std::size_t& got);
-  std::optional<SystemError> rule_out(std::size_t& got);
   std::optional<SystemError> read_in_place(Byte* into, std::size_t wanted, std::size_t& got);
   void put_back(const Byte* bytes, std::size_t count);
   std::optional<SystemError> read_decoded(Byte* into, std::size_t wanted, std::size_t& got);
@@ -46,7 +45,7 @@ class FileText {
   bool first_ = false;
   bool in_place_ = true;  ///< what was read so far is its own text
   bool ended_ = false;
-  bool cannot_match_ = false;
+  std::optional<bool> answer_;
 
   // What was read and is not decoded yet.
   std::size_t capacity_ = 0;

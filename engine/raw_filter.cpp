@@ -24,19 +24,26 @@ std::string utf16_bytes(std::u16string_view text, bool little_endian) {
   return bytes;
 }
 
-/// The longest stretch of a term whose characters have one form each, ASCII letters aside.
-std::u32string longest_sure_stretch(const std::string& term, const SearchPage& page) {
-  std::u32string longest, stretch;
+/// The longest part of a term all of whose characters, which are bytes of the page, pass.
+template <typename Pass>
+std::u32string longest_part(const std::string& term, const SearchPage& page, const Pass& passes) {
+  std::u32string longest, part;
   for (const char c : term) {
     const auto byte = static_cast<Byte>(c);
-    if (page.has_other_forms(byte)) {
-      stretch.clear();
+    if (page.has_other_forms(byte) || !passes(page.character(byte))) {
+      part.clear();
       continue;
     }
-    stretch += page.character(byte);
-    if (stretch.size() > longest.size()) longest = stretch;
+    part += page.character(byte);
+    if (part.size() > longest.size()) longest = part;
   }
   return longest;
+}
+
+std::string utf8_bytes(std::u32string_view text) {
+  std::string bytes;
+  for (const char32_t code : text) append_utf8(bytes, code);
+  return bytes;
 }
 
 /// In UTF-16 ignoring the case of single bytes finds too much, which does no harm.
@@ -48,6 +55,7 @@ BytePattern pattern(std::string bytes, const std::array<Byte, 256>* lower) {
 }
 
 bool occurs(const BytePattern& pattern, std::string_view file) {
+  if (pattern.length() == 0) return true;
   const auto* begin = reinterpret_cast<const Byte*>(file.data());
   return OccurrenceScan(pattern, begin, begin + file.size()).next() != nullptr;
 }
@@ -75,44 +83,61 @@ RawFilter::RawFilter(const CompiledSearch& search, const SearchPage& page,
   if (needed > most_terms) needed = one_suffices_ ? 0 : most_terms;
   const auto* lower = search.ignore_case ? &page.lower_table() : nullptr;
   const bool plain_ascii = has_plain_ascii(code_page, page.lower_table());
+  const auto surely_not_in_page = [&](char32_t code) {
+    return code < 0x80 ? plain_ascii : !code_page.from_unicode(code);
+  };
   for (std::size_t term = 0; term < needed; ++term) {
-    auto& stretch = stretches_.emplace_back();
+    auto& parts = terms_.emplace_back();
     if (!search.representable[term]) continue;
-    const std::u32string sure = longest_sure_stretch(search.terms[term], page);
-    if (sure.empty()) continue;
-    std::string utf8;
-    for (const char32_t code : sure) append_utf8(utf8, code);
+    const std::string& bytes = search.terms[term];
+    const std::u32string sure = longest_part(bytes, page, [](char32_t) { return true; });
+    const std::string utf8 = utf8_bytes(sure);
     const std::u16string utf16 = to_utf16(utf8);
-    const bool ascii = ascii_length(utf8) == utf8.size();
-    stretch.emplace(Stretch{{pattern(utf8, lower), pattern(utf16_bytes(utf16, true), lower),
-                             pattern(utf16_bytes(utf16, false), lower)},
-                            ascii && plain_ascii});
+    const std::string other = utf8_bytes(longest_part(bytes, page, surely_not_in_page));
+    parts.emplace(Parts{{pattern(utf8, lower), pattern(utf16_bytes(utf16, true), lower),
+                         pattern(utf16_bytes(utf16, false), lower)},
+                        pattern(other, lower)});
+    if (search.search_type != search_phrase || bytes.empty()) continue;
+    std::u32string whole;
+    for (const char c : bytes) whole += page.character(static_cast<Byte>(c));
+    phrase_.emplace(pattern(utf8_bytes(whole), lower));
+    is_ascii_phrase_ = plain_ascii && ascii_length(bytes) == bytes.size();
   }
 }
 
-template <typename MayOccur>
-bool RawFilter::may_match(const MayOccur& may_occur) const {
-  const auto occurs = [&](const auto& stretch) { return !stretch || may_occur(*stretch); };
-  if (stretches_.empty()) return true;
-  return one_suffices_ ? std::ranges::any_of(stretches_, occurs)
-                       : std::ranges::all_of(stretches_, occurs);
+template <typename Chosen>
+bool RawFilter::may_match(std::string_view file, const Chosen& chosen) const {
+  const auto may_occur = [&](const std::optional<Parts>& parts) {
+    return parts && occurs(chosen(*parts), file);
+  };
+  if (terms_.empty()) return true;
+  return one_suffices_ ? std::ranges::any_of(terms_, may_occur)
+                       : std::ranges::all_of(terms_, may_occur);
 }
 
-// An invalid byte of UTF-8 may be any character of the code page.
-bool RawFilter::rules_out(std::string_view file, TextEncoding encoding) const {
-  const std::size_t index = encoding == TextEncoding::utf8       ? 0
-                            : encoding == TextEncoding::utf16_le ? 1
-                                                                 : 2;
-  if (may_match([&](const Stretch& stretch) { return occurs(stretch.patterns[index], file); })) {
-    return false;
-  }
-  return encoding != TextEncoding::utf8 || utf8_length(file) == file.size();
+std::optional<bool> RawFilter::holds_phrase(std::string_view file, bool tells) const {
+  return tells && phrase_ && occurs(*phrase_, file) ? std::optional(true) : std::nullopt;
 }
 
-bool RawFilter::rules_out_unless_utf16(std::string_view file) const {
-  return !may_match([&](const Stretch& stretch) {
-    return !stretch.same_in_page || occurs(stretch.patterns[0], file);
-  });
+// An invalid byte of UTF-8 may be any character of the code page. What is well-formed there is
+// decoded as such, whatever stands before it; in UTF-16 it may stand between two units.
+std::optional<bool> RawFilter::answer(std::string_view file, TextEncoding encoding) const {
+  const bool utf8 = encoding == TextEncoding::utf8;
+  const std::size_t index = utf8 ? 0 : encoding == TextEncoding::utf16_le ? 1 : 2;
+  const auto chosen = [&](const Parts& parts) -> auto& {
+    return parts.of_encoding[index];
+  };
+  if (may_match(file, chosen)) return holds_phrase(file, utf8);
+  if (utf8 && utf8_length(file) < file.size()) return std::nullopt;
+  return false;
+}
+
+std::optional<bool> RawFilter::answer_unless_utf16(std::string_view file) const {
+  const auto chosen = [](const Parts& parts) -> auto& {
+    return parts.unless_utf16;
+  };
+  if (!may_match(file, chosen)) return false;
+  return holds_phrase(file, is_ascii_phrase_);
 }
 
 }  // namespace tallowmere

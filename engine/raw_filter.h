@@ -11,34 +11,37 @@
 
 namespace tallowmere {
 
-/// Sees in the bytes of a whole file that it cannot match, so that it need not be decoded. It only
-/// ever says so where some term that is needed, or each of several of which one is, does not
-/// occur in the file at all: what a match is remains the matcher's business.
+/// Tells from the bytes of a whole file, of one chunk at most, whether it matches, where that is
+/// sure without decoding: some term that is needed does not occur at all, or the phrase does. The
+/// rest is the matcher's business.
 class RawFilter {
  public:
-  /// Keeps nothing of `search`; `page`, which is for files in `code_page`, must outlive this
-  /// object.
+  /// Keeps nothing of `search`; `page`, whose invalid bytes stand for `code_page`, must outlive
+  /// this object.
   RawFilter(const CompiledSearch& search, const SearchPage& page, const CodePage& code_page);
 
-  /// True when the file of these bytes, mark included, holds no match for certain.
-  bool rules_out(std::string_view file, TextEncoding encoding) const;
+  /// Whether the file of these bytes, mark included, matches; nothing when that is open.
+  std::optional<bool> answer(std::string_view file, TextEncoding encoding) const;
 
-  /// The same for a file of any encoding but UTF-16, the code page included, by terms in ASCII.
-  /// Most files are done with then, without a look at what else they hold.
-  bool rules_out_unless_utf16(std::string_view file) const;
+  /// The same for a file of any encoding but UTF-16, the code page included. Most files are done
+  /// with then, without a look at what else they hold.
+  std::optional<bool> answer_unless_utf16(std::string_view file) const;
 
  private:
-  /// What is looked for instead of a term: a part of it, as each encoding has it.
-  struct Stretch {
-    std::array<BytePattern, 3> patterns;
-    bool same_in_page;  ///< the first one goes for files in the code page, too
+  /// The longest parts of a term that each encoding has in one form, ASCII's case aside.
+  struct Parts {
+    std::array<BytePattern, 3> of_encoding;
+    BytePattern unless_utf16;  ///< also no byte of the code page is a character of it
   };
 
-  template <typename MayOccur>
-  bool may_match(const MayOccur& may_occur) const;
+  template <typename Chosen>
+  bool may_match(std::string_view file, const Chosen& chosen) const;
+  std::optional<bool> holds_phrase(std::string_view file, bool tells) const;
 
-  bool one_suffices_;                              ///< otherwise all are needed
-  std::vector<std::optional<Stretch>> stretches_;  ///< nothing for a term without a sure one
+  bool one_suffices_;                        ///< otherwise all are needed
+  std::optional<BytePattern> phrase_;        ///< in UTF-8, in one of its forms: enough for a match
+  bool is_ascii_phrase_ = false;             ///< it means the same in the code page
+  std::vector<std::optional<Parts>> terms_;  ///< those needed; nothing for one that no file holds
 };
 
 }  // namespace tallowmere

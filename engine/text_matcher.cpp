@@ -53,7 +53,7 @@ MatchOutcome TextMatcher::match_open_file(FileReader& file, const std::function<
   stopped_ = false;
   text_.begin(file);
   auto failure = chunks_.first(text_);
-  if (text_.cannot_match()) return MatchOutcome::no_match;
+  if (text_.answer()) return *text_.answer() ? MatchOutcome::match : MatchOutcome::no_match;
   search_ = text_.encoding() == TextEncoding::code_page ? &in_page_ : &unicode_->compiled;
   another_as_unicode_ = !unicode_ && !failure && begins_as_unicode();
   while (true) {
