@@ -101,7 +101,7 @@ RawFilter::RawFilter(const CompiledSearch& search, const SearchPage& page,
     std::u32string whole;
     for (const char c : bytes) whole += page.character(static_cast<Byte>(c));
     phrase_.emplace(pattern(utf8_bytes(whole), lower));
-    is_ascii_phrase_ = plain_ascii && ascii_length(bytes) == bytes.size();
+    is_ascii_phrase_ = plain_ascii && !search.beyond_ascii;
   }
 }
 

@@ -3,6 +3,7 @@
 #include <random>
 
 #include "engine/letters.h"
+#include "engine/text_decoder.h"
 #include "engine/text_encoding.h"
 #include "engine/text_matcher.h"
 #include "engine/unicode.h"
@@ -39,6 +40,16 @@ std::string encoded(std::u32string_view text, TextEncoding encoding) {
   return bytes;
 }
 
+bool matches(TextMatcher& matcher, const std::string& text) {
+  MemoryFiles files;
+  files.add("f", text);
+  const auto file = files.reader();
+  file->open("", "f");
+  SystemError error;
+  return matcher.match_open_file(
+             *file, [] { return true; }, error) == MatchOutcome::match;
+}
+
 /// Criteria and files of several scripts, with what can go wrong strewn in, around the seams.
 class RandomText {
  public:
@@ -54,6 +65,7 @@ class RandomText {
     input.prox_after = static_cast<int>(pick(12));
     input.prox_all = pick(2) == 0;
     words_.clear();
+    in_page_ = pick(3) == 0;
     for (std::size_t count = pick(6) == 0 ? 20 : 1 + pick(3); words_.size() < count;) {
       words_.emplace_back();
       for (std::size_t length = 1 + pick(4); length > 0; --length) words_.back() += letter();
@@ -82,7 +94,9 @@ class RandomText {
   }
 
  private:
-  char32_t letter() { return alphabet_[pick(alphabet_.size() - 4)]; }
+  char32_t letter() {
+    return in_page_ ? U"a\xC9\xE9\xE4"[pick(4)] : alphabet_[pick(alphabet_.size() - 4)];
+  }
 
   void scribble(std::u32string& text, std::size_t middle) {
     for (std::size_t at = middle - std::min<std::size_t>(middle, 30); at < middle + 30;) {
@@ -102,7 +116,12 @@ class RandomText {
     for (std::size_t count = 1 + pick(3); count > 0; --count) {
       const std::size_t places[] = {pick(bytes.size() + 1), bytes.size(),
                                     std::min(bytes.size(), encoding_sample - 4 + pick(8))};
-      const std::string& part = parts[pick(std::size(parts))];
+      std::string part = parts[pick(std::size(parts))];
+      // Or a word as the code page has it.
+      if (pick(2) == 0) {
+        part = to_page_text(encoded(words_[pick(words_.size())], TextEncoding::utf8), page()).bytes;
+        part = "." + part + (pick(2) == 0 ? "." : "\x80");
+      }
       const std::size_t at = places[pick(3)];
       pick(2) == 0 ? bytes.insert(at, part) : bytes.replace(at, part.size(), part);
     }
@@ -115,6 +134,7 @@ class RandomText {
       U"akKsS\x17F\x212A\xC9\xE9\xDF\x1E9E\x3A3\x3C3\x3C2\x416\x436\x65E5\x10400\x10428\x301"
       U"\x20AC\xD7\x1F600\xE4\xFC_ .\xFEFF";
   std::mt19937& random_;
+  bool in_page_ = false;  ///< the words
   std::vector<std::u32string> words_;
 };
 
@@ -130,16 +150,10 @@ TEST(UnicodeText, AgreesWithTheLiteralMatcher) {
     for (int number = 0; number < 8; ++number) {
       const TextEncoding encodings[] = {TextEncoding::utf8, TextEncoding::utf8, utf16_le, utf16_be};
       const TextEncoding meant = encodings[draw.pick(4)];
-      MemoryFiles files;
-      const std::string& text = files.add("f", draw.file(meant)).text;
+      const std::string text = draw.file(meant);
       const bool expected = matches_literally(in_page, unicode, page(), text);
       ++answers[static_cast<int>(find_text_encoding(text))][criteria.search_type][expected];
-      const auto file = files.reader();
-      file->open("", "f");
-      SystemError error;
-      const auto outcome = matcher.match_open_file(
-          *file, [] { return true; }, error);
-      ASSERT_EQ(outcome == MatchOutcome::match, expected)
+      ASSERT_EQ(matches(matcher, text), expected)
           << "round " << round << " criteria " << criteria.criteria << " type "
           << criteria.search_type << " size " << text.size() << " meant " << static_cast<int>(meant)
           << (criteria.match_case ? " match case" : "");
@@ -150,6 +164,69 @@ TEST(UnicodeText, AgreesWithTheLiteralMatcher) {
     for (const auto& of_type : answers[static_cast<int>(encoding)]) {
       EXPECT_GT(std::min(of_type[0], of_type[1]), 3);
     }
+  }
+}
+
+TEST(UnicodeText, InvalidBytesAreTheCodePages) {
+  SearchCriteria search;
+  load_search_criteria(search, {"\xC3\xA9", search_phrase, true});
+  const CompiledSearch in_page(search, page());
+  const UnicodeSearch unicode(search, page());
+  TextMatcher matcher(in_page, &unicode);
+  for (const char* text : {"caf\xE9", "\xEF\xBB\xBF\xC3\xA4 caf\xE9s"}) {
+    EXPECT_TRUE(matches(matcher, text)) << text;
+  }
+}
+
+/// Texts and rubbish, taken in pieces and put into little room.
+TEST(UnicodeText, IsDecodedAsItsCharactersOneByOne) {
+  std::mt19937 random(test_seed());
+  SearchCriteria search;
+  search.criteria = "K\xC3\xAD\xCF\x83\xF0\x90\x90\xA8\xE2\x82\xAC\xE6\x97\xA5";
+  const SearchPage made(search, page());
+  static const std::string parts[] = {"plain ASCII text ",
+                                      "K",
+                                      "\xC3\xAD",
+                                      "\xCE\xA3",
+                                      "\xE2\x82\xAC",
+                                      "\xE6\x97\xA5",
+                                      "\xF0\x90\x90\x80",
+                                      "\xED\xA0\x80",
+                                      "\xC0\xAF",
+                                      "\xE0\x80\x80",
+                                      "\xED",
+                                      "\xE6\x97",
+                                      "\xF0\x90",
+                                      "\xF4\x90\x80\x80"};
+  for (int round = 0; round < 20000; ++round) {
+    const TextEncoding encodings[] = {TextEncoding::utf8, utf16_le, utf16_be};
+    const TextEncoding encoding = encodings[round % 3];
+    std::string text;
+    while (text.size() < random() % 200) text += parts[random() % (random() % 2 == 0 ? 8 : 14)];
+    if (encoding != TextEncoding::utf8 && random() % 2 == 0) {
+      for (char& c : text) c = random() % 3 == 0 ? '\0' : c;
+      if (random() % 4 == 0) text += encoding == utf16_le ? '\0' : '\xD8';
+      for (std::size_t i = 0; i + 1 < text.size(); i += 2) {
+        if (random() % 9 == 0)
+          text[i + (encoding == utf16_le)] = static_cast<char>(0xD8 + random() % 8);
+      }
+    }
+    std::vector<Byte> expected, got(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+      const TextCharacter character = next_character(text, at, encoding);
+      expected.push_back(made.byte_of(character.code));
+      at += character.length;
+    }
+    const auto* bytes = reinterpret_cast<const Byte*>(text.data());
+    DecodeSpan span{bytes, bytes, got.data(), got.data()};
+    while (span.from < bytes + text.size()) {
+      span.from_end += random() % static_cast<std::size_t>(bytes + text.size() - span.from_end + 1);
+      span.into_end +=
+          random() % static_cast<std::size_t>(got.data() + got.size() - span.into_end + 1);
+      decode(span, encoding, made, span.from_end == bytes + text.size());
+    }
+    got.resize(static_cast<std::size_t>(span.into - got.data()));
+    ASSERT_EQ(got, expected) << "round " << round;
   }
 }
 
