@@ -13,6 +13,9 @@ namespace {
 /// More terms are found faster in one pass over the decoded text.
 constexpr std::size_t most_terms = MultiPattern::fewest - 1;
 
+/// Characters that tell as much as more would.
+constexpr std::size_t enough = 64;
+
 std::string utf16_bytes(std::u16string_view text, bool little_endian) {
   std::string bytes;
   for (const char16_t unit : text) {
@@ -30,12 +33,13 @@ std::u32string longest_part(const std::string& term, const SearchPage& page, con
   std::u32string longest, part;
   for (const char c : term) {
     const auto byte = static_cast<Byte>(c);
-    if (page.has_other_forms(byte) || !passes(page.character(byte))) {
+    if (!passes(page.character(byte), page.other_forms(byte))) {
       part.clear();
       continue;
     }
     part += page.character(byte);
     if (part.size() > longest.size()) longest = part;
+    if (longest.size() == enough) break;
   }
   return longest;
 }
@@ -77,32 +81,59 @@ bool has_plain_ascii(const CodePage& page, const std::array<Byte, 256>& lower) {
 
 RawFilter::RawFilter(const CompiledSearch& search, const SearchPage& page,
                      const CodePage& code_page)
-    : one_suffices_(search.search_type == search_or) {
+    : merged_(page.lower_table()), one_suffices_(search.search_type == search_or) {
   std::size_t needed = search.terms.size();
   if (search.search_type == search_near) needed = std::min<std::size_t>(needed, 1);
   if (needed > most_terms) needed = one_suffices_ ? 0 : most_terms;
   const auto* lower = search.ignore_case ? &page.lower_table() : nullptr;
   const bool plain_ascii = has_plain_ascii(code_page, page.lower_table());
-  const auto surely_not_in_page = [&](char32_t code) {
-    return code < 0x80 ? plain_ascii : !code_page.from_unicode(code);
+  const auto in_one_form = [](char32_t, const std::u32string& forms) { return forms.empty(); };
+  const auto in_one_length = [&](char32_t code, const std::u32string& forms) {
+    return take_forms(code, forms);
   };
+  const auto never_in_page = [&](char32_t code, const std::u32string& forms) {
+    const auto absent = [&](char32_t form) { return !code_page.from_unicode(form); };
+    return (code < 0x80 ? plain_ascii : absent(code)) && std::ranges::all_of(forms, absent) &&
+           take_forms(code, forms);
+  };
+  // The table has to be whole before the first pattern is made.
+  for (std::size_t term = 0; term < needed; ++term) {
+    longest_part(search.terms[term], page, in_one_length);
+  }
   for (std::size_t term = 0; term < needed; ++term) {
     auto& parts = terms_.emplace_back();
     if (!search.representable[term]) continue;
     const std::string& bytes = search.terms[term];
-    const std::u32string sure = longest_part(bytes, page, [](char32_t) { return true; });
-    const std::string utf8 = utf8_bytes(sure);
-    const std::u16string utf16 = to_utf16(utf8);
-    const std::string other = utf8_bytes(longest_part(bytes, page, surely_not_in_page));
-    parts.emplace(Parts{{pattern(utf8, lower), pattern(utf16_bytes(utf16, true), lower),
+    const auto utf8 = [&](const auto& passes) {
+      const std::string part = utf8_bytes(longest_part(bytes, page, passes));
+      return pattern(part, search.ignore_case ? &merged_ : nullptr);
+    };
+    const std::u16string utf16 = to_utf16(utf8_bytes(longest_part(bytes, page, in_one_form)));
+    parts.emplace(Parts{{utf8(in_one_length), pattern(utf16_bytes(utf16, true), lower),
                          pattern(utf16_bytes(utf16, false), lower)},
-                        pattern(other, lower)});
+                        utf8(never_in_page)});
     if (search.search_type != search_phrase || bytes.empty()) continue;
     std::u32string whole;
     for (const char c : bytes) whole += page.character(static_cast<Byte>(c));
     phrase_.emplace(pattern(utf8_bytes(whole), lower));
     is_ascii_phrase_ = plain_ascii && !search.beyond_ascii;
   }
+}
+
+/// False when the forms differ in length.
+bool RawFilter::take_forms(char32_t code, const std::u32string& forms) {
+  const std::string bytes = utf8_bytes({&code, 1});
+  const auto fits = [&](char32_t form) { return utf8_bytes({&form, 1}).size() == bytes.size(); };
+  if (!std::ranges::all_of(forms, fits)) return false;
+  for (const char32_t form : forms) {
+    const std::string others = utf8_bytes({&form, 1});
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+      const Byte into = merged_[static_cast<Byte>(bytes[i])];
+      const Byte gone = merged_[static_cast<Byte>(others[i])];
+      std::ranges::replace(merged_, gone, into);
+    }
+  }
+  return true;
 }
 
 template <typename Chosen>

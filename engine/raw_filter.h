@@ -19,6 +19,8 @@ class RawFilter {
   /// Keeps nothing of `search`; `page`, whose invalid bytes stand for `code_page`, must outlive
   /// this object.
   RawFilter(const CompiledSearch& search, const SearchPage& page, const CodePage& code_page);
+  RawFilter(const RawFilter&) = delete;  // the patterns point to the table
+  RawFilter& operator=(const RawFilter&) = delete;
 
   /// Whether the file of these bytes, mark included, matches; nothing when that is open.
   std::optional<bool> answer(std::string_view file, TextEncoding encoding) const;
@@ -28,16 +30,22 @@ class RawFilter {
   std::optional<bool> answer_unless_utf16(std::string_view file) const;
 
  private:
-  /// The longest parts of a term that each encoding has in one form, ASCII's case aside.
+  /// The longest parts of a term that each encoding has in one form, apart from ASCII's case, or in
+  /// UTF-8 in forms of one length.
   struct Parts {
     std::array<BytePattern, 3> of_encoding;
     BytePattern unless_utf16;  ///< also no byte of the code page is a character of it
   };
 
+  bool take_forms(char32_t code, const std::u32string& forms);
+
   template <typename Chosen>
   bool may_match(std::string_view file, const Chosen& chosen) const;
   std::optional<bool> holds_phrase(std::string_view file, bool tells) const;
 
+  /// Bytes of UTF-8 by which forms of a character differ are taken for the same, wherever they
+  /// stand: finds too much, which does no harm.
+  std::array<Byte, 256> merged_;
   bool one_suffices_;                        ///< otherwise all are needed
   std::optional<BytePattern> phrase_;        ///< in UTF-8, in one of its forms: enough for a match
   bool is_ascii_phrase_ = false;             ///< it means the same in the code page

@@ -77,7 +77,7 @@ void SearchPage::fold_table() {
       if (code < ascii) continue;
       const Byte byte = byte_of(code + static_cast<char32_t>(range.delta));
       if (code < first_pair) table_[code] = byte;
-      other_forms_[byte] = true;
+      if (byte < any_letter) other_forms_.emplace_back(byte, code);
     }
   }
 }
@@ -94,6 +94,14 @@ Byte SearchPage::rare(char32_t code) const {
 char32_t SearchPage::character(Byte byte) const {
   assert(byte < ascii + own_.size());
   return byte < ascii ? byte : own_[byte - ascii].first;
+}
+
+std::u32string SearchPage::other_forms(Byte byte) const {
+  std::u32string forms;
+  for (const auto& [of, code] : other_forms_) {
+    if (of == byte) forms += code;
+  }
+  return forms;
 }
 
 PageText SearchPage::to_bytes(std::string_view utf8) const {

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -38,8 +39,8 @@ class SearchPage {
 
   /// The character of a byte of the criteria, folded when case is ignored.
   char32_t character(Byte byte) const;
-  /// True for such a byte when characters beyond ASCII other than its own match it, too.
-  bool has_other_forms(Byte byte) const { return other_forms_[byte]; }
+  /// What else beyond ASCII matches such a byte: none unless case is ignored.
+  std::u32string other_forms(Byte byte) const;
 
   /// What makes capitals small: only ASCII is left to be, the rest is folded in byte_of.
   const std::array<Byte, 256>& lower_table() const { return lower_; }
@@ -62,7 +63,7 @@ class SearchPage {
   std::array<Byte, 256> stray_;                 ///< of invalid bytes
   std::array<Byte, 256> lower_;
   std::array<bool, 256> words_{};
-  std::array<bool, 256> other_forms_{};
+  std::vector<std::pair<Byte, char32_t>> other_forms_;
 };
 
 }  // namespace tallowmere
