@@ -19,7 +19,8 @@ constexpr int further_breaks = 100;
 /// The earliest beginning of a line in `raw` that lies before `limit` and is followed by fewer
 /// than `breaks` line breaks; 0 when there is none. When `raw` begins the file, its beginning is
 /// the earliest, unless too many line breaks follow.
-std::size_t earliest_line(std::string_view raw, int breaks, std::size_t limit, bool begins_file) {
+template <class Text>
+std::size_t earliest_line(const Text& raw, int breaks, std::size_t limit, bool begins_file) {
   std::size_t earliest = 0;
   for (std::size_t at = raw.size(); breaks > 0 && at-- > 1;) {
     if (!begins_line(raw, at)) continue;
@@ -42,21 +43,15 @@ ChunkShift::~ChunkShift() {
   if (loaded_) face_.set_redraw(true);
 }
 
-bool ChunkShift::is_break(int character) const {
-  const std::string_view text = chunk().chunk_text;
-  const auto at = static_cast<std::size_t>(character);
-  return character >= 0 && at < text.size() && text.substr(at).starts_with(line_break);
-}
-
 // A line break that was completed has two characters for one byte, and only one of them finds it
 // again. So the position before a line break is that of its LF.
 std::int64_t ChunkShift::position_at(int character) const {
-  return chunk().file_position(is_break(character) ? character + 1 : character);
+  return chunk().file_position(chunk().is_break(character) ? character + 1 : character);
 }
 
 int ChunkShift::character_at(std::int64_t position) const {
   const int character = chunk().character_at(position);
-  return is_break(character - 1) ? character - 1 : character;
+  return chunk().is_break(character - 1) ? character - 1 : character;
 }
 
 ChunkShift::Extent ChunkShift::whole_lines() const {
@@ -67,10 +62,10 @@ ChunkShift::Extent ChunkShift::whole_lines() const {
   extent.end = extent.to_end ? lines : line_at(chunk().crowded_from);
   if (extent.from_start) return extent;
   // The first line break puts right whatever the seam has done, unless it is far away.
-  const std::size_t first_break = chunk().chunk_text.find(line_break);
+  const int first_break = chunk().first_break();
   extent.first = 1;
-  if (first_break != std::string::npos) {
-    const int first = face_.line_from_char(static_cast<int>(first_break)) + 1;
+  if (first_break >= 0) {
+    const int first = face_.line_from_char(first_break) + 1;
     if (first <= lines / 4) extent.first = first;
   }
   return extent;
@@ -182,10 +177,19 @@ int ChunkShift::start_line_above(int line) const {
 std::int64_t ChunkShift::start_above(std::int64_t position, std::int64_t room, int breaks,
                                      std::int64_t before) {
   const std::int64_t earliest = std::max<std::int64_t>(position - room, 1);
-  const std::string raw = viewer_.read_window(earliest, position - earliest);
   const auto limit = static_cast<std::size_t>(std::max<std::int64_t>(before - earliest, 0));
   const bool from_start = earliest == 1;
-  const std::size_t start = earliest_line(raw, breaks, limit, from_start);
+  std::size_t start = 0;
+  if (chunk().is_unicode()) {
+    const UnitText text = viewer_.read_units(earliest, position - earliest);
+    const auto units = std::ranges::lower_bound(text.origin, static_cast<std::int32_t>(limit));
+    start = earliest_line(text.units, breaks, static_cast<std::size_t>(units - text.origin.begin()),
+                          from_start);
+    if (start > 0) start = static_cast<std::size_t>(text.origin[start]);
+  } else {
+    const std::string raw = viewer_.read_window(earliest, position - earliest);
+    start = earliest_line(raw, breaks, limit, from_start);
+  }
   return start > 0 || from_start ? earliest + static_cast<std::int64_t>(start) : 0;
 }
 

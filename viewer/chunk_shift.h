@@ -52,7 +52,6 @@ class ChunkShift {
 
  private:
   const Chunk& chunk() const { return viewer_.shown_chunk(); }
-  bool is_break(int character) const;
   std::int64_t position_at(int character) const;
   int character_at(std::int64_t position) const;
   int line_at(std::int64_t position) const { return face_.line_from_char(character_at(position)); }

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <string>
+#include <type_traits>
 #include <utility>
+#include <vector>
+
+#include "viewer/character_text.h"
 
 namespace tallowmere {
 
@@ -15,12 +19,15 @@ constexpr char dot = '.';
 
 constexpr std::int64_t write_header_length = 128;
 
-bool is_printable_ascii(char byte) {
-  return byte >= 32 && byte <= 126;
+// A character is a byte of the code page, or a unit of UTF-16.
+template <class Character>
+bool is_printable_ascii(Character character) {
+  return character >= 32 && character <= 126;
 }
 
 /// A NUL behind printable text ends a line as a CR does.
-bool acts_as_cr(std::string_view raw, std::size_t at) {
+template <class Text>
+bool acts_as_cr(const Text& raw, std::size_t at) {
   return raw[at] == cr || (raw[at] == nul && at >= 1 && is_printable_ascii(raw[at - 1]));
 }
 
@@ -34,38 +41,38 @@ std::int64_t write_header_end(const Chunk& read, std::string_view extension) {
   return is_write && end < std::ssize(raw) ? end : -1;
 }
 
-/// One pass over a chunk; `at_` is the byte under consideration.
+/// One pass over a text; `at_` is the character under consideration. What comes out counts the
+/// characters of that text.
+template <class Text>
 class Filter {
  public:
-  explicit Filter(const Chunk& read) : raw_(read.chunk_text) {
-    out_.chunk_start = read.chunk_start;
-    out_.file_location = read.file_location;
-    out_.last_chunk = read.last_chunk;
-    out_.chunk_text.reserve(raw_.size() + inserted_breaks_limit);
-    out_.origin.reserve(raw_.size() + inserted_breaks_limit + 1);
-    out_.crowded_from = out_.chunk_start + std::ssize(raw_);
+  using Character = typename Text::value_type;
+
+  explicit Filter(const Text& raw) : raw_(raw), crowded_from_(raw.size()) {
+    text.reserve(raw_.size() + inserted_breaks_limit);
+    origin.reserve(raw_.size() + inserted_breaks_limit + 1);
+    for (at_ = 0; at_ < raw_.size(); ++at_) filter_character();
+    origin.push_back(static_cast<std::int32_t>(raw_.size()));
   }
 
-  Chunk run() {
-    for (at_ = 0; at_ < raw_.size(); ++at_) filter_byte();
-    out_.origin.push_back(static_cast<std::int32_t>(raw_.size()));
-    return std::move(out_);
-  }
+  Text text;
+  std::vector<std::int32_t> origin;
+  std::size_t crowded_from() const { return crowded_from_; }
 
  private:
   bool first() const { return at_ == 0; }
   bool last() const { return at_ + 1 == raw_.size(); }
-  char next() const { return raw_[at_ + 1]; }
+  Character next() const { return raw_[at_ + 1]; }
 
-  void filter_byte() {
-    const char byte = raw_[at_];
-    if (static_cast<unsigned char>(byte) >= 32 || byte == '\t') {
-      put(byte);
+  void filter_character() {
+    const Character character = raw_[at_];
+    if (static_cast<std::make_unsigned_t<Character>>(character) >= 32 || character == '\t') {
+      put(character);
     } else if (acts_as_cr(raw_, at_)) {
       filter_cr();
-    } else if (byte == lf) {
+    } else if (character == lf) {
       filter_lf();
-    } else if (byte == nul) {
+    } else if (character == nul) {
       filter_nul();
     } else {
       put(dot);
@@ -89,7 +96,7 @@ class Filter {
     } else if (acts_as_cr(raw_, at_ - 1)) {
       put(lf);
     } else if (may_insert()) {
-      put(cr, at_ - 1);  // so that the byte itself stands at the LF
+      put(cr, at_ - 1);  // so that the character itself stands at the LF
       put(lf);
     }
   }
@@ -99,15 +106,25 @@ class Filter {
       put(dot);
     } else {
       // A break between binary and text; it takes the place of a dot and is not counted.
-      if (!out_.chunk_text.empty()) out_.chunk_text.back() = cr;
+      if (!text.empty()) overwrite_last(cr);
       put(lf);
     }
   }
 
-  void put(char character) { put(character, at_); }
-  void put(char character, std::size_t origin) {
-    out_.chunk_text.push_back(character);
-    out_.origin.push_back(static_cast<std::int32_t>(origin));
+  void overwrite_last(Character character) {
+    if constexpr (std::is_same_v<Character, char16_t>) {
+      if (is_second_of_pair(text, text.size() - 1)) {
+        text.pop_back();
+        origin.pop_back();
+      }
+    }
+    text.back() = character;
+  }
+
+  void put(Character character) { put(character, at_); }
+  void put(Character character, std::size_t from) {
+    text.push_back(character);
+    origin.push_back(static_cast<std::int32_t>(from));
   }
 
   /// Counts a break to be completed; false when it is to be dropped.
@@ -116,31 +133,61 @@ class Filter {
       ++inserted_;
       return true;
     }
-    const std::int64_t here = out_.chunk_start + static_cast<std::int64_t>(at_);
-    out_.crowded_from = std::min(out_.crowded_from, here);
+    crowded_from_ = std::min(crowded_from_, at_);
     return false;
   }
 
-  std::string_view raw_;
-  Chunk out_;
+  const Text& raw_;
+  std::size_t crowded_from_;
   std::size_t at_ = 0;
   int inserted_ = 0;
 };
 
-}  // namespace
-
-Chunk filter_chunk(const Chunk& read, std::string_view extension) {
-  const std::int64_t header_end = write_header_end(read, extension);
-  if (header_end < 0) return Filter(read).run();
-  Chunk parted = read;
-  parted.chunk_text[static_cast<std::size_t>(header_end)] = cr;
-  return Filter(parted).run();
+Chunk filter_bytes(const Chunk& read, const std::string& raw) {
+  Filter filter(raw);
+  Chunk out{read.chunk_start, read.file_location, read.last_chunk, std::move(filter.text),
+            std::move(filter.origin)};
+  out.crowded_from = out.chunk_start + static_cast<std::int64_t>(filter.crowded_from());
+  return out;
 }
 
-bool begins_line(std::string_view raw, std::size_t at) {
+// The bytes that the units came from, and the units that the characters on show came from.
+Chunk filter_units(const Chunk& read, const CodePage& page) {
+  const UnitText decoded = to_units(read.chunk_text, read.text_begin(), read.encoding, page);
+  Filter filter(decoded.units);
+  const auto byte_of = [&](std::size_t unit) { return decoded.origin[unit]; };
+  Chunk out{read.chunk_start, read.file_location, read.last_chunk, {}, std::move(filter.origin)};
+  for (std::int32_t& from : out.origin) from = byte_of(static_cast<std::size_t>(from));
+  out.crowded_from = out.chunk_start + byte_of(filter.crowded_from());
+  out.encoding = read.encoding;
+  out.units = std::move(filter.text);
+  return out;
+}
+
+template <class Text>
+bool line_begins(const Text& raw, std::size_t at) {
   if (raw[at - 1] == lf) return true;
   if (acts_as_cr(raw, at - 1)) return raw[at] != lf;
   return raw[at - 1] == nul && is_printable_ascii(raw[at]);
+}
+
+}  // namespace
+
+Chunk filter_chunk(const Chunk& read, std::string_view extension, const CodePage* page) {
+  if (read.is_unicode()) return filter_units(read, *page);
+  const std::int64_t header_end = write_header_end(read, extension);
+  if (header_end < 0) return filter_bytes(read, read.chunk_text);
+  std::string parted = read.chunk_text;
+  parted[static_cast<std::size_t>(header_end)] = cr;
+  return filter_bytes(read, parted);
+}
+
+bool begins_line(std::string_view raw, std::size_t at) {
+  return line_begins(raw, at);
+}
+
+bool begins_line(std::u16string_view raw, std::size_t at) {
+  return line_begins(raw, at);
 }
 
 }  // namespace tallowmere

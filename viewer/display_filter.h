@@ -3,23 +3,23 @@
 #include <cstddef>
 #include <string_view>
 
+#include "engine/code_page.h"
 #include "viewer/chunk.h"
 
 namespace tallowmere {
 
 inline constexpr int inserted_breaks_limit = 1500;  ///< line breaks completed per chunk
 
-/// Parts the lines of a text that shows.
-inline constexpr std::string_view line_break = "\r\n";
-
 /// Turns the control characters of a chunk as read into what a text box can show: a CR or LF alone
 /// becomes a line break, a NUL behind printable text or between binary and text likewise,
 /// everything else that does not print a dot. `extension` is that of the file: the header of a
-/// Windows Write file stands on a line of its own.
-Chunk filter_chunk(const Chunk& read, std::string_view extension);
+/// Windows Write file stands on a line of its own. `page` tells what an invalid byte of a Unicode
+/// file shows as; null will do for others.
+Chunk filter_chunk(const Chunk& read, std::string_view extension, const CodePage* page);
 
 /// True when the filter ends a line before the byte at `at` of a text as read, which is not its
 /// first one.
 bool begins_line(std::string_view raw, std::size_t at);
+bool begins_line(std::u16string_view raw, std::size_t at);
 
 }  // namespace tallowmere

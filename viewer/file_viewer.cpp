@@ -17,6 +17,11 @@ FileViewer::FileViewer(ResultList& results, const FileSystem& files, TextFace& f
                        ViewerHost& host)
     : results_(results), files_(files), face_(face), host_(host), reader_(files) {}
 
+void FileViewer::read_unicode_text(bool on, const CodePage& page) {
+  unicode_text_ = on;
+  page_ = &page;
+}
+
 const FileRecord& FileViewer::record() const {
   return results_.record(static_cast<std::size_t>(results_.viewed_index));
 }
@@ -38,15 +43,26 @@ bool FileViewer::viewfile(std::size_t row) {
     return false;
   }
   const auto error = reader_.open(folder, name);
+  const TextEncoding encoding = error ? TextEncoding::code_page : decide_encoding();
   reader_.close();
   if (error) {
     fail_to_view(error->text + " - encountered while trying to OPEN " + folder + name + ".",
                  "Cannot Open File");
     return false;
   }
+  loaded_ = {};
+  loaded_.encoding = encoding;
   host_.file_opened(static_cast<std::size_t>(results_.viewed_index));
-  loaded_ = {1, 1, true};
+  loaded_.file_location = 1;
+  loaded_.last_chunk = true;
   return true;
+}
+
+// What cannot be read now is told of when the first chunk is read.
+TextEncoding FileViewer::decide_encoding() {
+  std::string begin;
+  if (!unicode_text_ || reader_.read(1, encoding_sample, begin)) return TextEncoding::code_page;
+  return find_text_encoding(begin);
 }
 
 void FileViewer::fail_to_view(const std::string& prompt, std::string_view title) {
@@ -89,7 +105,7 @@ ChunkResult FileViewer::get_file_chunk(std::int64_t chunk_start, std::int64_t& p
     position = 1;
     length = place_chunk(position);
   }
-  if (const auto error = read_chunk(length)) {
+  if (const auto error = read_chunk(length, position)) {
     clear_textbox();
     results_.viewed_index = failed_view;
     host_.message(error->text + " - encountered while trying to GET DATA.", "Cannot Get Data",
@@ -125,21 +141,48 @@ std::int64_t FileViewer::place_chunk(std::int64_t& position) {
   return file_length_ - start + 1;
 }
 
-std::optional<SystemError> FileViewer::read_chunk(std::int64_t length) {
+std::optional<SystemError> FileViewer::read_chunk(std::int64_t length, std::int64_t& position) {
   if (!reader_.is_open()) {
     if (auto error = reader_.open(record().filepath, record().filename)) return error;
   }
   std::string& text = loaded_.chunk_text;
-  if (auto error = reader_.read(loaded_.chunk_start, length, text)) return error;
+  if (loaded_.is_unicode()) {
+    const std::int64_t asked = loaded_.chunk_start;
+    if (auto error = read_whole_characters(length)) return error;
+    position += asked - loaded_.chunk_start;
+  } else if (auto error = reader_.read(loaded_.chunk_start, length, text)) {
+    return error;
+  }
   loaded_.file_location = std::max<std::int64_t>(loaded_.chunk_start + std::ssize(text) - 1, 1);
+  return std::nullopt;
+}
+
+/// Moves the chunk to the beginning of a character, and leaves out one that its end would cut.
+std::optional<SystemError> FileViewer::read_whole_characters(std::int64_t length) {
+  std::string& text = loaded_.chunk_text;
+  const std::int64_t beside = longest_character - 1;
+  const std::int64_t from = std::max<std::int64_t>(loaded_.chunk_start - beside, 1);
+  const std::int64_t lead = loaded_.chunk_start - from;
+  if (auto error = reader_.read(from, lead + length + beside, text)) return error;
+  const auto boundary = [&](std::int64_t at) {
+    return character_begin(text, static_cast<std::size_t>(at), from, loaded_.encoding);
+  };
+  const std::size_t begin = boundary(lead);
+  const std::size_t end = loaded_.last_chunk ? text.size() : boundary(lead + length);
+  text = text.substr(begin, end - begin);
+  loaded_.chunk_start = from + static_cast<std::int64_t>(begin);
   return std::nullopt;
 }
 
 void FileViewer::fill_textbox(std::int64_t& position) {
   const auto row = static_cast<std::size_t>(results_.viewed_index);
-  shown_ = filter_chunk(loaded_, results_.list2_extension(row));
+  shown_ = filter_chunk(loaded_, results_.list2_extension(row), page_);
   position = shown_.character_at(shown_.chunk_start + position - 1) + 1;
-  face_.set_text(shown_.chunk_text);
+  if (shown_.is_unicode()) {
+    face_.set_text(std::u16string_view(shown_.units));
+  } else {
+    face_.set_text(std::string_view(shown_.chunk_text));
+  }
 }
 
 ChunkResult FileViewer::load_text_chunk(std::int64_t chunk_start, std::int64_t& position,
@@ -165,8 +208,9 @@ void FileViewer::update_scroll_value() {
 
 void FileViewer::set_scroll_value(std::int64_t character) {
   if (!loaded()) return;
-  const double fraction =
-      static_cast<double>(shown_.chunk_start + character) / static_cast<double>(file_length_);
+  const std::int64_t place = shown_.is_unicode() ? shown_.file_position(static_cast<int>(character))
+                                                 : shown_.chunk_start + character;
+  const double fraction = static_cast<double>(place) / static_cast<double>(file_length_);
   face_.set_scroll_value(
       static_cast<int>(std::nearbyint(std::min(fraction, 1.0) * scroll_maximum)));
 }
@@ -178,6 +222,41 @@ std::string FileViewer::read_window(std::int64_t position, std::int64_t length) 
   if (!reader_.is_open() && reader_.open(record().filepath, record().filename)) return window;
   if (reader_.read(position, length, window)) window.clear();
   return window;
+}
+
+UnitText FileViewer::read_units(std::int64_t position, std::int64_t length) {
+  const std::string window = read_window(position, length);
+  return to_units(window, text_begin(window, position), encoding(), *page_);
+}
+
+/// Where the first whole character of a window of the file begins, which lies at `position`.
+std::size_t FileViewer::text_begin(std::string_view window, std::int64_t position) const {
+  if (position == 1) return mark_length(encoding(), window);
+  return character_begin(window, longest_character - 1, position, encoding());
+}
+
+std::int64_t FileViewer::step_characters(std::int64_t position, std::int64_t characters) {
+  if (characters >= 0) {
+    const std::string behind = read_window(position, characters * longest_character);
+    const CharacterText text(behind, encoding());
+    return position + static_cast<std::int64_t>(text.byte_at(characters));
+  }
+  const std::int64_t wanted = (1 - characters) * longest_character;
+  const std::int64_t from = std::max<std::int64_t>(position - wanted, 1);
+  const std::string before = read_window(from, position - from);
+  if (std::ssize(before) < position - from) return position;
+  const std::size_t begin = text_begin(before, from);
+  const CharacterText text(std::string_view(before).substr(begin), encoding());
+  const std::int64_t skipped = text.begun_before(before.size()) + characters;
+  return from + static_cast<std::int64_t>(begin + text.byte_at(skipped));
+}
+
+std::string FileViewer::read_characters(std::int64_t position, std::int64_t before,
+                                        std::int64_t count) {
+  const std::int64_t from = step_characters(position, -before);
+  std::string text = read_window(from, count * longest_character);
+  text.resize(CharacterText(text, encoding()).byte_at(count));
+  return text;
 }
 
 }  // namespace tallowmere

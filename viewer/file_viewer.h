@@ -6,9 +6,12 @@
 #include <string>
 #include <string_view>
 
+#include "engine/code_page.h"
 #include "engine/file_system.h"
+#include "engine/text_encoding.h"
 #include "results/result_list.h"
 #include "viewer/block_reader.h"
+#include "viewer/character_text.h"
 #include "viewer/chunk.h"
 #include "viewer/viewer_host.h"
 
@@ -28,6 +31,12 @@ class FileViewer {
  public:
   FileViewer(ResultList& results, const FileSystem& files, TextFace& face, ViewerHost& host);
 
+  /// Whether files in Unicode are read as their characters from the next one on that is opened;
+  /// `page`, which must outlive the viewer, tells what their invalid bytes show as.
+  void read_unicode_text(bool on, const CodePage& page);
+  /// Of the file loaded.
+  TextEncoding encoding() const { return loaded_.encoding; }
+
   /// Opens the file of a row for viewing. The first chunk is then pending: the first step of the
   /// navigation reads and shows it. A row whose facts have changed is corrected. False, after a
   /// message, when the file is empty or cannot be opened; the viewer is then empty.
@@ -41,7 +50,8 @@ class FileViewer {
   /// True while none does: the next step of the navigation must first load one.
   bool chunk_pending() const { return loaded() && !shows_chunk(); }
 
-  /// Reads the chunk at `chunk_start`, which is moved into the file, and moves `position` (1-based
+  /// Reads the chunk at `chunk_start`, which is moved into the file and to the beginning of a
+  /// character, and moves `position` (1-based
   /// in the chunk) along. A file that has changed on disk is announced and viewed afresh, from its
   /// beginning; `position` is then 1.
   ChunkResult get_file_chunk(std::int64_t chunk_start, std::int64_t& position);
@@ -66,6 +76,15 @@ class FileViewer {
 
   /// `length` bytes of the file from a position, fewer at its end; none when they cannot be read.
   std::string read_window(std::int64_t position, std::int64_t length);
+  // Of a Unicode file:
+  /// The whole characters of such a window, with the byte of it that each came from.
+  UnitText read_units(std::int64_t position, std::int64_t length);
+  /// The file position so many characters behind the one that begins at `position`, or before it;
+  /// as far as the file goes and can be read.
+  std::int64_t step_characters(std::int64_t position, std::int64_t characters);
+  /// The bytes of `count` characters that begin `before` characters before the one at `position`,
+  /// or with the file.
+  std::string read_characters(std::int64_t position, std::int64_t before, std::int64_t count);
 
   /// Keeps the file open while it lives, for steps that read many chunks.
   class Step {
@@ -88,7 +107,10 @@ class FileViewer {
   Change changed_on_disk() const;
   void fail_to_view(const std::string& prompt, std::string_view title);
   std::int64_t place_chunk(std::int64_t& position);
-  std::optional<SystemError> read_chunk(std::int64_t length);
+  TextEncoding decide_encoding();
+  std::size_t text_begin(std::string_view window, std::int64_t position) const;
+  std::optional<SystemError> read_chunk(std::int64_t length, std::int64_t& position);
+  std::optional<SystemError> read_whole_characters(std::int64_t length);
   void set_scroll_value(std::int64_t character);
 
   ResultList& results_;
@@ -96,6 +118,8 @@ class FileViewer {
   TextFace& face_;
   ViewerHost& host_;
   BlockReader reader_;
+  const CodePage* page_ = nullptr;  ///< null until Unicode is read
+  bool unicode_text_ = false;
   int steps_ = 0;
 
   std::int64_t file_length_ = 0;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "engine/word_bytes.h"
+#include "viewer/character_text.h"
 #include "viewer/chunk.h"
 
 namespace tallowmere {
@@ -14,21 +14,33 @@ const Byte* bytes(std::string_view text) {
   return reinterpret_cast<const Byte*>(text.data());
 }
 
-/// The whole-word rule: a missing neighbour is a boundary, so at the ends of a chunk too.
-bool not_whole_word(std::string_view text, const Byte* at, std::size_t length) {
-  const Byte* begin = bytes(text);
-  const Byte* behind = at + length;
-  return (at > begin && is_word_byte(at[-1])) ||
-         (behind < begin + text.size() && is_word_byte(*behind));
-}
-
 }  // namespace
 
 HitFinder::HitFinder(const SearchCriteria& search, const CodePage& page, ReadWindow read_window)
     : search_(search, page), read_window_(std::move(read_window)) {
+  find_max_term_len();
+  if (!search.unicode_text) return;
+  auto unicode_page = std::make_unique<const SearchPage>(search, page);
+  if (unicode_page->fits()) unicode_.reset(new HitFinder(search, std::move(unicode_page)));
+}
+
+HitFinder::HitFinder(const SearchCriteria& search, std::unique_ptr<const SearchPage> page)
+    : search_page_(std::move(page)), search_(search, *search_page_) {
+  find_max_term_len();
+}
+
+void HitFinder::find_max_term_len() {
   for (const std::int64_t length : search_.term_len) {
     if (length <= chunk_length) max_term_len_ = std::max(max_term_len_, length);
   }
+}
+
+/// The whole-word rule: a missing neighbour is a boundary, so at the ends of a chunk too.
+bool HitFinder::not_whole_word(std::string_view text, const Byte* at, std::size_t length) const {
+  const Byte* begin = bytes(text);
+  const Byte* behind = at + length;
+  return (at > begin && search_.word[at[-1]]) ||
+         (behind < begin + text.size() && search_.word[*behind]);
 }
 
 /// False for a term that can stand in no file, or that would stand everywhere.
@@ -131,6 +143,7 @@ std::string_view HitFinder::get_view_proximity_str(const HitText& in, std::int64
     return in.text.substr(static_cast<std::size_t>(start - 1),
                           static_cast<std::size_t>(search_.window_len));
   }
+  if (in.read_around) return buffer = in.read_around(position, before, search_.window_len);
   const bool before_text = position <= before;
   buffer = read_proximity_str(in, before_text ? std::max<std::int64_t>(in_file, 1) : in_file);
   return buffer;
@@ -158,6 +171,12 @@ bool HitFinder::repeats_criteria(std::string_view selection) const {
         std::uint64_t work = 0;
         return pattern.length() == selection.size() && pattern.equal_at(bytes(selection), work);
       });
+}
+
+bool HitFinder::repeats_criteria(std::u16string_view selection) const {
+  if (!unicode_) return false;
+  const SearchPage& page = *unicode_->search_page();
+  return unicode_->repeats_criteria(unit_characters(selection).search_bytes(page));
 }
 
 }  // namespace tallowmere

@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "engine/compiled_search.h"
+#include "engine/search_page.h"
 
 namespace tallowmere {
 
@@ -16,16 +18,21 @@ struct Hit {
   bool operator==(const Hit&) const = default;
 };
 
-/// A text in which hits are looked for, and where it lies in its file: the windows of NEAR reach
-/// beyond it.
+/// A text in which hits are looked for, one byte for each character, and where it lies in its file:
+/// the windows of NEAR reach beyond it.
 struct HitText {
   std::string_view text;
   std::int64_t file_location = 0;  ///< of the text's last byte, counted from 1
   std::int64_t file_length = 0;
+  /// Of a Unicode file: reads `count` characters of it that begin `before` characters before the
+  /// one at `position` of the text, or with the file.
+  std::function<std::string(std::int64_t position, std::int64_t before, std::int64_t count)>
+      read_around{};
 };
 
 /// Finds the occurrences that the viewer highlights in one chunk. Made for one set of criteria;
-/// serves any number of texts.
+/// serves any number of texts. With SearchCriteria::unicode_text it has a finder for the texts of
+/// Unicode files beside it.
 class HitFinder {
  public:
   /// Reads `length` bytes of the viewed file from a 1-based position; fewer at its end, none when
@@ -34,6 +41,11 @@ class HitFinder {
 
   /// Keeps nothing of `search`; `page` must outlive the finder.
   HitFinder(const SearchCriteria& search, const CodePage& page, ReadWindow read_window);
+
+  /// The finder for texts in the bytes of search_page(); null without.
+  const HitFinder* unicode() const { return unicode_.get(); }
+  /// Null unless this is a finder for the texts of Unicode files.
+  const SearchPage* search_page() const { return search_page_.get(); }
 
   /// True without criteria: nothing is ever a hit.
   bool empty() const { return search_.everything; }
@@ -50,8 +62,13 @@ class HitFinder {
 
   /// True when `selection` only repeats the criteria: the phrase, or one of the terms.
   bool repeats_criteria(std::string_view selection) const;
+  /// Of a selection in a Unicode file.
+  bool repeats_criteria(std::u16string_view selection) const;
 
  private:
+  HitFinder(const SearchCriteria& search, std::unique_ptr<const SearchPage> page);
+  void find_max_term_len();
+  bool not_whole_word(std::string_view text, const Byte* at, std::size_t length) const;
   bool can_stand(std::size_t term) const;
   std::int64_t get_hit(std::string_view text, std::int64_t start, std::size_t term) const;
   std::int64_t get_prev_hit(std::string_view text, std::int64_t start, std::size_t term) const;
@@ -64,7 +81,9 @@ class HitFinder {
   std::string read_proximity_str(const HitText& in, std::int64_t position) const;
   bool proximity_view_search(std::string_view prox_window) const;
 
+  std::unique_ptr<const SearchPage> search_page_;
   CompiledSearch search_;
+  std::unique_ptr<const HitFinder> unicode_;
   ReadWindow read_window_;
   std::int64_t max_term_len_ = 1;
 };

@@ -1,6 +1,9 @@
 #include "viewer/hit_navigation.h"
 
+#include <algorithm>
 #include <optional>
+
+#include "viewer/chunk_hits.h"
 
 namespace tallowmere {
 
@@ -56,12 +59,25 @@ class HitNavigation::Walk {
 
   std::int64_t next_chunk_start() const {
     const std::int64_t shared = finder_.max_term_len() - 1;
+    if (chunk().is_unicode()) return next_unicode_start(shared);
     if (!forward_) {
       return chunk().chunk_start == 1 ? viewer_.file_length() - chunk_length + 1
                                       : chunk().chunk_start + shared - chunk_length;
     }
     const std::int64_t next = chunk().last_chunk ? 1 : chunk().file_location + 1;
     return next > shared ? next - shared : next;
+  }
+
+  /// The same when `shared` counts characters, which may be too many for a chunk.
+  std::int64_t next_unicode_start(std::int64_t shared) const {
+    const std::int64_t here = chunk().chunk_start;
+    if (!forward_) {
+      if (here == 1) return viewer_.file_length() - chunk_length + 1;
+      return std::min(viewer_.step_characters(here, shared) - chunk_length, here - 1);
+    }
+    if (chunk().last_chunk) return 1;
+    return std::max(viewer_.step_characters(chunk().file_location + 1, -shared),
+                    viewer_.step_characters(here, 1));
   }
 
   /// Makes the chunk at next_start_ the one to look through; an outcome ends the walk.
@@ -74,7 +90,7 @@ class HitNavigation::Walk {
     in_shown_chunk_ = wrapped_ && next_start_ <= 1 && viewer_.shown_chunk().chunk_start == 1 &&
                       viewer_.shows_current();
     if (in_shown_chunk_) {
-      start_ = forward_ ? 1 : std::ssize(chunk().chunk_text);
+      start_ = forward_ ? 1 : chunk().length();
       return std::nullopt;
     }
     start_ = forward_ ? 1 : chunk_length;
@@ -103,10 +119,7 @@ class HitNavigation::Walk {
   }
 
   bool find_in_chunk() {
-    if (start_ < 1) return false;
-    const HitText in{chunk().chunk_text, chunk().file_location, viewer_.file_length()};
-    hit_ = forward_ ? finder_.get_highlight_position(in, start_)
-                    : finder_.get_prev_highlight(in, start_);
+    hit_ = tallowmere::find_in_chunk(viewer_, chunk(), finder_, start_, forward_);
     return hit_.position != 0;
   }
 
@@ -165,7 +178,8 @@ FindResult HitNavigation::show_hit(const Walk& walk) {
   const auto caret = static_cast<int>(position - 1);
   face_.select(caret, 0);
   center_highlight();
-  face_.select(caret, static_cast<int>(walk.hit().length));
+  const int end = viewer_.shown_chunk().behind_characters(caret, walk.hit().length);
+  face_.select(caret, end - caret);
   face_.set_redraw(true);
   if (walk.wrapped()) host_.beep();
   viewer_.update_scroll_value();

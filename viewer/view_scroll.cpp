@@ -45,7 +45,7 @@ void ViewScroll::go_to_end(bool extend) {
   ChunkShift shift(viewer_, face_);
   if (!shift.load_end()) return;
   finish(shift, last_top());
-  if (!extend) face_.select(static_cast<int>(viewer_.shown_chunk().chunk_text.size()), 0);
+  if (!extend) face_.select(viewer_.shown_chunk().length(), 0);
 }
 
 void ViewScroll::make_room(bool down, bool caret_first) {

@@ -12,15 +12,16 @@ struct TextSelection {
   bool operator==(const TextSelection&) const = default;
 };
 
-/// The text box that shows a chunk. One character of it is one byte of the text set, so positions
-/// in both are equal; they count from 0. Lines are those displayed: a long line of the text takes
-/// several.
+/// The text box that shows a chunk. One character of it is one byte or one UTF-16 unit of the text
+/// set, so positions in both are equal; they count from 0. Lines are those displayed: a long line
+/// of the text takes several.
 class TextFace {
  public:
   virtual ~TextFace() = default;
 
   /// Replaces the text, which holds no NUL; the caret goes to its start, as does the view.
   virtual void set_text(std::string_view bytes) = 0;
+  virtual void set_text(std::u16string_view units) = 0;
   virtual TextSelection selection() const = 0;
   /// Selects without scrolling.
   virtual void select(int start, int length) = 0;

@@ -17,7 +17,8 @@ class FakeFace : public TextFace {
   int page = 10;
   bool wrap_at_blanks = false;  ///< behind the last blank of a line too long, when it has one
 
-  std::string text;
+  std::string text;      ///< of UTF-16 one byte a unit: '~' for those beyond ASCII
+  std::u16string units;  ///< set last; empty after bytes
   TextSelection selected;
   bool caret_first = false;  ///< the caret stands at the selection's start
   bool is_enabled = false;
@@ -27,6 +28,16 @@ class FakeFace : public TextFace {
 
   void set_text(std::string_view bytes) override {
     text.assign(bytes);
+    units.clear();
+    show();
+  }
+  void set_text(std::u16string_view set) override {
+    units.assign(set);
+    text.clear();
+    for (const char16_t unit : units) text += unit < 128 ? static_cast<char>(unit) : '~';
+    show();
+  }
+  void show() {
     select(0, 0);
     first_line_ = 0;
     ++texts_set;

@@ -1,0 +1,129 @@
+#include "viewer/character_text.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace tallowmere {
+
+namespace {
+
+/// Stands for what is no character. Nothing joins it: in a UTF-16 text another one follows at most.
+constexpr char16_t lone_half = 0xD800;
+constexpr TextEncoding native_utf16 =
+    std::endian::native == std::endian::little ? TextEncoding::utf16_le : TextEncoding::utf16_be;
+
+bool is_surrogate(char32_t unit) {
+  return unit >= 0xD800 && unit <= 0xDFFF;
+}
+
+}  // namespace
+
+// No character of UTF-8 goes over a byte that begins a sequence, no pair over the first half of
+// another one. So what stands before the longest character that could hold the byte is of no
+// account.
+std::size_t character_begin(std::string_view piece, std::size_t at, std::int64_t position,
+                            TextEncoding encoding) {
+  if (at >= piece.size()) return piece.size();
+  const bool units = encoding != TextEncoding::utf8;
+  std::size_t begin = at;
+  // A unit begins at an odd position.
+  if (units && (position + static_cast<std::int64_t>(at)) % 2 == 0) --begin;
+  const std::size_t step = units ? 2 : 1;
+  const std::size_t most = static_cast<std::size_t>(longest_character) - step;
+  for (std::size_t back = step; back <= most && back <= begin; back += step) {
+    if (next_character(piece, begin - back, encoding).length > back + (at - begin)) {
+      return begin - back;
+    }
+  }
+  return begin;
+}
+
+std::string CharacterText::search_bytes(const SearchPage& page) const {
+  std::string result;
+  result.resize(bytes_.size());
+  char* out = result.data();
+  const auto byte = [this](std::size_t at) { return static_cast<unsigned char>(bytes_[at]); };
+  for (std::size_t at = 0; at < bytes_.size();) {
+    char32_t code = byte(at);
+    std::size_t length = 1;
+    bool known = encoding_ == TextEncoding::utf8 && code < 0x80;
+    if (encoding_ != TextEncoding::utf8 && at + 1 < bytes_.size()) {
+      const bool little = encoding_ == TextEncoding::utf16_le;
+      code = little ? code | static_cast<char32_t>(byte(at + 1)) << 8 : code << 8 | byte(at + 1);
+      length = 2;
+      known = !is_surrogate(code);
+    }
+    if (!known) {
+      const TextCharacter character = next_character(bytes_, at, encoding_);
+      code = character.code;
+      length = character.length;
+    }
+    *out++ = static_cast<char>(page.byte_of(code));
+    at += length;
+  }
+  result.resize(static_cast<std::size_t>(out - result.data()));
+  return result;
+}
+
+std::size_t CharacterText::byte_at(std::int64_t character) const {
+  std::size_t at = 0;
+  for (; character > 0 && at < bytes_.size(); --character) {
+    at += next_character(bytes_, at, encoding_).length;
+  }
+  return at;
+}
+
+std::int64_t CharacterText::begun_before(std::size_t byte) const {
+  std::int64_t count = 0;
+  for (std::size_t at = 0; at < std::min(byte, bytes_.size()); ++count) {
+    at += next_character(bytes_, at, encoding_).length;
+  }
+  return count;
+}
+
+CharacterText unit_characters(std::u16string_view units) {
+  return {{reinterpret_cast<const char*>(units.data()), 2 * units.size()}, native_utf16};
+}
+
+UnitText to_units(std::string_view bytes, std::size_t begin, TextEncoding encoding,
+                  const CodePage& page) {
+  UnitText text;
+  text.units.reserve(bytes.size());
+  text.origin.reserve(bytes.size() + 1);
+  const auto put = [&text](char32_t unit, std::size_t origin) {
+    text.units.push_back(static_cast<char16_t>(unit));
+    text.origin.push_back(static_cast<std::int32_t>(origin));
+  };
+  for (std::size_t at = begin; at < bytes.size();) {
+    const auto [code, length] = next_character(bytes, at, encoding);
+    if (code < 0x10000) {
+      put(code, at);
+    } else if (code < no_character) {
+      put(0xD7C0 + (code >> 10), at);
+      put(0xDC00 + (code & 0x3FF), at + 2);
+    } else {
+      const bool stray = code >= code_page_byte;
+      put(stray ? page.to_unicode(static_cast<unsigned char>(code - code_page_byte)) : lone_half,
+          at);
+    }
+    at += length;
+  }
+  text.origin.push_back(static_cast<std::int32_t>(bytes.size()));
+  return text;
+}
+
+std::u16string without_lone_halves(std::u16string_view units) {
+  std::u16string result(units);
+  for (std::size_t at = 0; at < units.size(); ++at) {
+    const bool in_pair = is_second_of_pair(units, at) || is_second_of_pair(units, at + 1);
+    if (is_surrogate(units[at]) && !in_pair) result[at] = u'\uFFFD';
+  }
+  return result;
+}
+
+bool is_second_of_pair(std::u16string_view units, std::size_t at) {
+  return at > 0 && at < units.size() && units[at] >= 0xDC00 && units[at] <= 0xDFFF &&
+         units[at - 1] >= 0xD800 && units[at - 1] <= 0xDBFF;
+}
+
+}  // namespace tallowmere
