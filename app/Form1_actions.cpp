@@ -125,11 +125,11 @@ void Form1::mnuEdit_Click() {
 }
 
 void Form1::mnuCopyToClipboard_Click() {
-  clipboard_.mnuCopyToClipboard_Click(from_page_bytes(viewer_.selected_text(), services_.page));
+  clipboard_.mnuCopyToClipboard_Click(viewer_.selected_text());
 }
 
 void Form1::mnuAppendToClipboard_Click() {
-  clipboard_.mnuAppendToClipboard_Click(from_page_bytes(viewer_.selected_text(), services_.page));
+  clipboard_.mnuAppendToClipboard_Click(viewer_.selected_text());
 }
 
 void Form1::mnuCopyFilename_Click() {

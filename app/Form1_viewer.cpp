@@ -91,7 +91,7 @@ void Form1::cmdHyper_Click() {
     cmdRestore_Click();
     return;
   }
-  const std::string text = from_page_bytes(viewer_.selected_text(), services_.page);
+  const std::string text = viewer_.selected_text();
   if (!text.empty()) do_hyper_search(hyper_.find(text, current_criteria(search_)));
 }
 

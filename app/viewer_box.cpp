@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "viewer/character_text.h"
 #include "win32/guarded.h"
 
 namespace tallowmere {
@@ -33,12 +34,20 @@ std::size_t longest_line(const std::wstring& units) {
   return std::max(longest, units.size() - start);
 }
 
+bool is_second_of_pair(const std::wstring& units, std::size_t at) {
+  return at > 0 && at < units.size() && IS_SURROGATE_PAIR(units[at - 1], units[at]);
+}
+
 bool is_pressed(int key) {
   return GetKeyState(key) < 0;
 }
 
 bool moves_caret(WPARAM key) {
   return key >= VK_PRIOR && key <= VK_DOWN;  // with End, Home, and the arrows between
+}
+
+bool moves_down(WPARAM key) {
+  return key == VK_DOWN || key == VK_NEXT || key == VK_RIGHT || key == VK_END;
 }
 
 /// Lines for a notch of the wheel, at most those on view.
@@ -98,7 +107,14 @@ void ViewerBox::set_text(std::string_view bytes) {
   for (const char byte : bytes) {
     units += static_cast<wchar_t>(page_.to_unicode(static_cast<unsigned char>(byte)));
   }
+  has_pairs_ = false;
   fill(units);
+}
+
+void ViewerBox::set_text(std::u16string_view text) {
+  const std::u16string whole = without_lone_halves(text);
+  has_pairs_ = std::ranges::any_of(whole, [](char16_t unit) { return IS_HIGH_SURROGATE(unit); });
+  fill({whole.begin(), whole.end()});
 }
 
 void ViewerBox::fill(const std::wstring& units) {
@@ -112,7 +128,8 @@ void ViewerBox::fill(const std::wstring& units) {
   set_units({});
   for (std::size_t from = 0; from < units.size();) {
     std::size_t to = std::min(from + quick_line, units.size());
-    if (to < units.size() && units[to] == L'\n') ++to;  // a pair stays together
+    // What belongs together stays together.
+    if (to < units.size() && (units[to] == L'\n' || IS_LOW_SURROGATE(units[to]))) ++to;
     append_units(units.substr(from, to - from));
     from = to;
   }
@@ -239,6 +256,8 @@ LRESULT ViewerBox::pass_on(UINT message, WPARAM wparam, LPARAM lparam) {
       dragging || message == WM_LBUTTONUP || (message == WM_KEYDOWN && moves_caret(wparam));
   const int top = may_scroll ? first_visible_line() : 0;
   const LRESULT result = DefSubclassProc(handle(), message, wparam, lparam);
+  if (message == WM_KEYDOWN && moves_caret(wparam)) take_whole_pairs(moves_down(wparam));
+  if (message == WM_LBUTTONUP) take_whole_pairs(!caret_first());
   if (may_scroll && first_visible_line() != top && view_moved) view_moved();
   const bool selects = message == WM_LBUTTONUP || (message == WM_KEYUP && moves_caret(wparam));
   if (selects && selection_changed) selection_changed();
@@ -250,8 +269,30 @@ void ViewerBox::key_down(WPARAM key) {
     if (is_pressed(VK_CONTROL) && before_jump) before_jump(key == VK_END, is_pressed(VK_SHIFT));
     return;
   }
-  const bool down = key == VK_DOWN || key == VK_NEXT || key == VK_RIGHT;
-  if (before_key) before_key(down, caret_first());
+  if (before_key) before_key(moves_down(key), caret_first());
+}
+
+/// The system's text boxes let the caret stand within a pair, and wrap lines there.
+void ViewerBox::take_whole_pairs(bool down) {
+  if (!has_pairs_) return;
+  const std::wstring text = units();
+  const TextSelection selected = selection();
+  auto start = static_cast<std::size_t>(selected.start);
+  auto end = static_cast<std::size_t>(selected.start + selected.length);
+  if (!is_second_of_pair(text, start) && !is_second_of_pair(text, end)) return;
+  const bool backwards = caret_first();
+  if (start == end) {
+    start = end = down ? end + 1 : start - 1;
+  } else {
+    if (is_second_of_pair(text, start)) backwards&& down ? ++start : --start;
+    if (is_second_of_pair(text, end)) backwards || down ? ++end : --end;
+  }
+  const int length = static_cast<int>(end - start);
+  if (backwards) {
+    select(static_cast<int>(end), -length);
+  } else {
+    select(static_cast<int>(start), length);
+  }
 }
 
 void ViewerBox::turn_wheel(WPARAM wparam) {

@@ -24,8 +24,9 @@ class WheelSteps {
   int rest_ = 0;
 };
 
-/// The viewer's text box with the scroll bar beside it. Shows one character for each byte; nothing
-/// the user or another program does in it changes its text. The form owns both windows.
+/// The viewer's text box with the scroll bar beside it. Shows one character for each byte, or a
+/// text in UTF-16, in which the user selects no half of a pair; nothing the user or another program
+/// does in it changes its text. The form owns both windows.
 class ViewerBox : public TextFace, public win32::TextBox {
  public:
   /// `page` must outlive the box.
@@ -35,6 +36,7 @@ class ViewerBox : public TextFace, public win32::TextBox {
   ViewerBox& operator=(const ViewerBox&) = delete;
 
   void set_text(std::string_view bytes) override;
+  void set_text(std::u16string_view units) override;
   TextSelection selection() const override;
   /// A negative length puts the caret before the anchor `start`.
   void select(int start, int length) override;
@@ -76,12 +78,14 @@ class ViewerBox : public TextFace, public win32::TextBox {
   void fill(const std::wstring& units);
   LRESULT refill_around(const std::function<LRESULT()>& change);
   void key_down(WPARAM key);
+  void take_whole_pairs(bool down);
   void turn_wheel(WPARAM wparam);
 
   const CodePage& page_;
   int redraw_held_ = 0;
   mutable int line_height_ = 0;  ///< 0: to be measured
   bool has_long_lines_ = false;  ///< of which the text box is slow to take many at once
+  bool has_pairs_ = false;       ///< characters that take two units
   bool filling_ = false;
   WheelSteps lines_;
   WheelSteps zooms_;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "engine/unicode.h"
+#include "viewer/character_text.h"
 #include "viewer/view_anchor.h"
 #include "win32/hourglass.h"
 #include "win32/message_box.h"
@@ -14,6 +16,14 @@ namespace {
 
 constexpr std::uint64_t quick_step_ms =
     200;  ///< a step that takes longer shows that it can be stopped
+
+/// What is selected of a text; nothing when that is another one.
+template <class Text>
+Text selected_of(const Text& text, const TextSelection& selection) {
+  if (selection.start > std::ssize(text)) return {};
+  return text.substr(static_cast<std::size_t>(selection.start),
+                     static_cast<std::size_t>(selection.length));
+}
 
 }  // namespace
 
@@ -79,8 +89,12 @@ void ViewerPane::tell_button_up() const {
   PostMessageW(bar, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
 }
 
+/// A Unicode file on view stays one until another file is opened.
 HitFinder ViewerPane::make_finder() {
-  return HitFinder(search_, page_, [this](std::int64_t position, std::int64_t length) {
+  viewer_.read_unicode_text(search_.unicode_text, page_);
+  SearchCriteria search = search_;
+  search.unicode_text = search.unicode_text || encoding() != TextEncoding::code_page;
+  return HitFinder(search, page_, [this](std::int64_t position, std::int64_t length) {
     return viewer_.read_window(position, length);
   });
 }
@@ -180,11 +194,19 @@ void ViewerPane::clear() {
 }
 
 std::string ViewerPane::selected_text() const {
+  const Chunk& chunk = viewer_.shown_chunk();
   const TextSelection selection = face_.selection();
-  const std::string& text = viewer_.shown_chunk().chunk_text;
-  if (selection.start > std::ssize(text)) return {};
-  return text.substr(static_cast<std::size_t>(selection.start),
-                     static_cast<std::size_t>(selection.length));
+  if (!chunk.is_unicode()) {
+    return from_page_bytes(selected_of(chunk.chunk_text, selection), page_);
+  }
+  return to_utf8(without_lone_halves(selected_of(chunk.units, selection)));
+}
+
+bool ViewerPane::selection_repeats_criteria() const {
+  const Chunk& chunk = viewer_.shown_chunk();
+  const TextSelection selection = face_.selection();
+  return chunk.is_unicode() ? finder_->repeats_criteria(selected_of(chunk.units, selection))
+                            : finder_->repeats_criteria(selected_of(chunk.chunk_text, selection));
 }
 
 void ViewerPane::deselect() {
@@ -194,8 +216,7 @@ void ViewerPane::deselect() {
 
 void ViewerPane::check_selection() {
   if (step_ != Step::none) return;
-  const std::string text = selected_text();
-  text_selected_ = !text.empty() && !finder_->repeats_criteria(text);
+  text_selected_ = !selected_text().empty() && !selection_repeats_criteria();
   window_.state_changed();
 }
 

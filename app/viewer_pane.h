@@ -47,6 +47,9 @@ class ViewerPane : private ViewerHost {
   bool finding() const { return step_ == Step::finding; }
   bool text_selected() const { return text_selected_; }
 
+  /// How the file on view is read; known when the window is told of it.
+  TextEncoding encoding() const { return viewer_.encoding(); }
+
   /// The criteria have been loaded anew; hits are those of these from now on.
   void criteria_loaded();
 
@@ -67,7 +70,7 @@ class ViewerPane : private ViewerHost {
   /// The scroll bar has been worked; `code` is one of SB_*.
   void VScroll1_Change(int code);
 
-  /// The selection as bytes of the file as it shows.
+  /// The selection as it shows, in UTF-8.
   std::string selected_text() const;
   void deselect();
   /// The selection may have changed: notes whether the user has selected text to search for, which
@@ -90,6 +93,7 @@ class ViewerPane : private ViewerHost {
   void find_hit(bool forward);
   void continue_from_view(bool forward);
   void forget_selection();
+  bool selection_repeats_criteria() const;
 
   bool keep_waiting();
   bool go_on() override;

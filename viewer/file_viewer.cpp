@@ -179,6 +179,7 @@ void FileViewer::fill_textbox(std::int64_t& position) {
   shown_ = filter_chunk(loaded_, results_.list2_extension(row), page_);
   position = shown_.character_at(shown_.chunk_start + position - 1) + 1;
   if (shown_.is_unicode()) {
+    if (is_second_of_pair(shown_.units, static_cast<std::size_t>(position - 1))) ++position;
     face_.set_text(std::u16string_view(shown_.units));
   } else {
     face_.set_text(std::string_view(shown_.chunk_text));

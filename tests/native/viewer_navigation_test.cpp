@@ -3,6 +3,7 @@
 #include <random>
 #include <tuple>
 
+#include "engine/unicode.h"
 #include "tests/native/literal_viewer.h"
 #include "tests/native/viewing.h"
 #include "tests/support/seed.h"
@@ -26,9 +27,38 @@ std::string dots(std::size_t size, const std::vector<std::size_t>& places) {
   return text;
 }
 
+/// The text of a test in an encoding: some of its characters stand for others.
+std::string encoded(const std::string& text, TextEncoding encoding) {
+  if (encoding == TextEncoding::code_page) return text;
+  std::string result;
+  for (const char c : text) {
+    const std::size_t at = "aA_xy\xE9\xBE"s.find(c);
+    const char32_t code =
+        at == std::string::npos ? static_cast<unsigned char>(c) : U"жЖ😀中é\xD800\xDC00"[at];
+    if (encoding == TextEncoding::utf8) {
+      if (at == 5 || at == 6) {
+        result += c;  // invalid
+      } else {
+        append_utf8(result, code);
+      }
+      continue;
+    }
+    const bool pair = code > 0xFFFF;
+    for (const char32_t unit : {pair ? 0xD7C0 + (code >> 10) : code, 0xDC00 + (code & 0x3FF)}) {
+      const char bytes[] = {static_cast<char>(unit), static_cast<char>(unit >> 8)};
+      const bool little = encoding == TextEncoding::utf16_le;
+      result += {bytes[little ? 0 : 1], bytes[little ? 1 : 0]};
+      if (!pair) break;
+    }
+  }
+  return result;
+}
+
 class Draw {
  public:
   explicit Draw(std::mt19937& random) : random_(random) {}
+
+  TextEncoding encoding = TextEncoding::code_page;
 
   std::size_t pick(std::size_t limit) { return limit == 0 ? 0 : random_() % limit; }
   bool one_in(std::size_t count) { return pick(count) == 0; }
@@ -77,6 +107,13 @@ class Draw {
     const std::size_t places[] = {
         0, size, 31000, 62000, size - std::min<std::size_t>(size, 31000), pick(size)};
     std::size_t at = places[pick(std::size(places))] + pick(20);
+    if (encoding != TextEncoding::code_page) {  // those are bytes
+      std::size_t character = 0;
+      for (std::size_t bytes = 3; bytes < at && character < size; ++character) {
+        bytes += encoded({text[character]}, encoding).size();
+      }
+      at = character;
+    }
     at -= std::min<std::size_t>(at, pick(one_in(2) ? 20 : 320));
     for (std::size_t left = 1 + pick(4); left > 0 && at < size; --left) {
       std::string placed = words_[pick(words_.size())];
@@ -103,7 +140,20 @@ void expect_agreement(const Viewing& real, const LiteralViewer& literal) {
   ASSERT_EQ(std::tuple(selected.start, selected.length, real.host.beeps),
             std::tuple(literal.sel_start, literal.sel_length, literal.beeps));
   ASSERT_EQ(std::ssize(real.host.messages), literal.misses);
-  ASSERT_TRUE(real.face.text == literal.text1 && chunk.chunk_text == literal.text1);
+  std::u16string units;
+  for (const char32_t code : literal.text1) {
+    if (code > 0xFFFF && code != no_character)
+      units += static_cast<char16_t>(0xD7C0 + (code >> 10));
+    units += static_cast<char16_t>(code == no_character ? 0xD800
+                                   : code > 0xFFFF      ? 0xDC00 + (code & 0x3FF)
+                                                        : code);
+  }
+  if (chunk.is_unicode()) {
+    ASSERT_TRUE(real.face.units == units && chunk.units == units);
+  } else {
+    const std::string bytes(literal.text1.begin(), literal.text1.end());
+    ASSERT_TRUE(real.face.text == bytes && chunk.chunk_text == bytes);
+  }
   ASSERT_EQ(real.face.redraw_held, 0);
 }
 
@@ -111,12 +161,19 @@ TEST(HitNavigation, AgreesWithTheLiteralViewer) {
   std::mt19937 random(test_seed());
   Draw draw(random);
   int found = 0, wrapped = 0, missed = 0;
-  for (int round = 0; round < 80; ++round) {
-    const CriteriaInput input = draw.criteria();
-    const std::string text = draw.file();
+  for (int round = 0; round < 120; ++round) {
+    draw.encoding = static_cast<TextEncoding>(std::max(round % 6 - 2, 0));
+    const bool unicode = draw.encoding != TextEncoding::code_page;
+    CriteriaInput input = draw.criteria();
+    if (unicode) input.criteria = encoded(input.criteria, TextEncoding::utf8);
+    const std::string marks[] = {"", "\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"};
+    const std::string text = marks[static_cast<int>(draw.encoding)] +
+                             encoded(draw.file(), draw.encoding) +
+                             (unicode && draw.one_in(3) ? "\xD8" : "");
     const std::string extension = draw.one_in(2) ? "wri" : "txt";
-    Viewing real(text, input, "f." + extension);
-    LiteralViewer literal(text, extension, real.search, real.page);
+    Viewing real(text, input, "f." + extension, unicode);
+    ASSERT_EQ(real.viewer.encoding(), draw.encoding);
+    LiteralViewer literal(text, extension, real.search, real.page, draw.encoding);
     for (int step = 0; step < 20; ++step) {
       const std::size_t kind = draw.pick(step == 0 ? 6 : 10);
       if (kind < 6) {
@@ -131,12 +188,13 @@ TEST(HitNavigation, AgreesWithTheLiteralViewer) {
         real.load(start, position);
         literal.load_text_chunk(start, position);
       } else {  // the caret set by the user
-        literal.sel_start = static_cast<Position>(draw.pick(literal.text1.size() + 1));
+        literal.sel_start = unit_places(literal.text1)[draw.pick(literal.text1.size() + 1)] - 1;
         literal.sel_length = 0;
         real.face.select(static_cast<int>(literal.sel_start), 0);
       }
       ASSERT_NO_FATAL_FAILURE(expect_agreement(real, literal))
-          << "round " << round << " step " << step << " criteria " << input.criteria;
+          << "round " << round << " step " << step << " criteria " << input.criteria << " kind "
+          << kind;
       found += real.face.selected.length > 0;
     }
     wrapped += literal.beeps;

@@ -27,7 +27,9 @@ struct Viewing {
   std::optional<HitFinder> finder;
 
   explicit Viewing(std::string text, const CriteriaInput& input = {"hit"},
-                   const std::string& name = "f.txt") {
+                   const std::string& name = "f.txt", bool unicode = false) {
+    search.unicode_text = unicode;
+    viewer.read_unicode_text(unicode, page);
     const auto& file = files.add("/" + name, std::move(text), ticks_per_second);
     results.add_file_row("/", "other", {});
     results.add_file_row("/", name, file.facts);
