@@ -7,7 +7,6 @@
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmHints.h"
 #include "dialogs/frmQTips.h"
-#include "engine/code_page.h"
 #include "shell/run_texts.h"
 #include "win32/message_box.h"
 #include "win32/message_loop.h"

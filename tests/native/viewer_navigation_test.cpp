@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <map>
 #include <random>
 #include <tuple>
 
-#include "engine/unicode.h"
 #include "tests/native/literal_viewer.h"
 #include "tests/native/viewing.h"
 #include "tests/support/seed.h"
@@ -30,28 +30,12 @@ std::string dots(std::size_t size, const std::vector<std::size_t>& places) {
 /// The text of a test in an encoding: some of its characters stand for others.
 std::string encoded(const std::string& text, TextEncoding encoding) {
   if (encoding == TextEncoding::code_page) return text;
-  std::string result;
+  std::u32string codes;
   for (const char c : text) {
     const std::size_t at = "aA_xy\xE9\xBE"s.find(c);
-    const char32_t code =
-        at == std::string::npos ? static_cast<unsigned char>(c) : U"жЖ😀中é\xD800\xDC00"[at];
-    if (encoding == TextEncoding::utf8) {
-      if (at == 5 || at == 6) {
-        result += c;  // invalid
-      } else {
-        append_utf8(result, code);
-      }
-      continue;
-    }
-    const bool pair = code > 0xFFFF;
-    for (const char32_t unit : {pair ? 0xD7C0 + (code >> 10) : code, 0xDC00 + (code & 0x3FF)}) {
-      const char bytes[] = {static_cast<char>(unit), static_cast<char>(unit >> 8)};
-      const bool little = encoding == TextEncoding::utf16_le;
-      result += {bytes[little ? 0 : 1], bytes[little ? 1 : 0]};
-      if (!pair) break;
-    }
+    codes += at == std::string::npos ? static_cast<unsigned char>(c) : U"жЖ😀中é\xD800\xDC00"[at];
   }
-  return result;
+  return encode(codes, encoding);
 }
 
 class Draw {
@@ -108,9 +92,12 @@ class Draw {
         0, size, 31000, 62000, size - std::min<std::size_t>(size, 31000), pick(size)};
     std::size_t at = places[pick(std::size(places))] + pick(20);
     if (encoding != TextEncoding::code_page) {  // those are bytes
+      std::map<char, std::size_t> lengths;
+      for (const char c : text) lengths.emplace(c, 0);
+      for (auto& [c, length] : lengths) length = encoded({c}, encoding).size();
       std::size_t character = 0;
       for (std::size_t bytes = 3; bytes < at && character < size; ++character) {
-        bytes += encoded({text[character]}, encoding).size();
+        bytes += lengths[text[character]];
       }
       at = character;
     }

@@ -13,8 +13,9 @@ namespace {
 
 /// A viewer that shows a file from its beginning.
 struct Scrolling : Viewing {
-  explicit Scrolling(const std::string& text, int columns = 40, int lines = 10, bool words = false)
-      : Viewing(text) {
+  explicit Scrolling(const std::string& text, int columns = 40, int lines = 10, bool words = false,
+                     bool unicode = false)
+      : Viewing(text, {"hit"}, "f.txt", unicode) {
     face.columns = columns;
     face.page = lines;
     face.wrap_at_blanks = words;
@@ -22,6 +23,8 @@ struct Scrolling : Viewing {
   }
 
   ViewScroll scroll{viewer, face};
+  /// Bytes for a character of the text box.
+  int widest() const { return shown().is_unicode() ? 3 : 1; }
   int jumps = 0;  ///< steps of walk that were not of whole lines without breaks
 
   /// The file position at which the view begins.
@@ -48,7 +51,8 @@ struct Scrolling : Viewing {
       const std::int64_t moved = step > 0 ? top() - top_before : top_before - top();
       // A view as long as a chunk has nothing beside it to go on with.
       ASSERT_TRUE(moved > 0 || (face.page >= 140 && (step < 0 || at_end()))) << top_before;
-      ASSERT_TRUE(exact || face.page >= 300 || moved <= (std::abs(step) + 1) * face.columns);
+      ASSERT_TRUE(exact || face.page >= 300 ||
+                  moved <= (std::abs(step) + 1) * face.columns * widest());
       jumps += moved % face.columns != 0;
       if (!exact || end_reached()) continue;
       const auto after = face.lines_on_view();
@@ -59,6 +63,19 @@ struct Scrolling : Viewing {
     }
   }
 };
+
+/// A text of several scripts, in which some letters stand for others.
+std::string in_unicode(const std::string& text, TextEncoding encoding) {
+  std::u32string codes(encoding == TextEncoding::utf8 ? U"" : U"\uFEFF");
+  for (const char c : text) {
+    const char32_t code = static_cast<unsigned char>(c);
+    codes += c == 'e' || c == 'x' ? U'\U0001F600'
+             : c == 'f'           ? U'中'
+             : c > 'h'            ? code + 0x3D0
+                                  : code;
+  }
+  return encode(codes, encoding);
+}
 
 class ViewScrollTest : public testing::Test {
  protected:
@@ -92,22 +109,29 @@ TEST_F(ViewScrollTest, TextIsContinuousThroughTheFile) {
   const struct {
     std::string text;
     int columns, page, step;
-    bool by_words, exact;
-  } cases[] = {{random_text(70000, 300, -1), 40, 10, 2, false, true},
-               {random_text(200000, 1500, -1), 40, 10, 9, true, true},
-               {random_text(150000, 20, 1), 40, 25, 24, false, true},
-               {random_text(70000, 4, 1), 40, 20, 5, false, true},
-               {random_text(70000, 200, 2), 40, 10, 3, true, true},
-               {random_text(200000, 400, -1), 40, 50, 200, true, true},
-               {random_text(90000, 0, 1), 40, 10, 9, false, true},
-               {random_text(60000, 1500, 0), 40, 10, 1, false, true},
-               {words, 40, 10, 9, true, false},
-               {words, 40, 10, 9, false, false},
-               {solid, 200, 300, 5, false, false},
-               {breaks, 200, 140, 20, false, false}};
-  for (const auto& [text, columns, page, step, by_words, exact] : cases) {
+    bool by_words, exact, unicode = false;
+  } cases[] = {
+      {random_text(70000, 300, -1), 40, 10, 2, false, true},
+      {random_text(200000, 1500, -1), 40, 10, 9, true, true},
+      {random_text(150000, 20, 1), 40, 25, 24, false, true},
+      {random_text(70000, 4, 1), 40, 20, 5, false, true},
+      {random_text(70000, 200, 2), 40, 10, 3, true, true},
+      {random_text(200000, 400, -1), 40, 50, 200, true, true},
+      {random_text(90000, 0, 1), 40, 10, 9, false, true},
+      {random_text(60000, 1500, 0), 40, 10, 1, false, true},
+      {in_unicode(random_text(70000, 300, -1), TextEncoding::utf8), 40, 10, 2, false, true, true},
+      {in_unicode(random_text(90000, 1500, -1), TextEncoding::utf16_le), 40, 10, 9, true, true,
+       true},
+      {in_unicode(random_text(40000, 4, 1), TextEncoding::utf16_be), 40, 20, 5, false, true, true},
+      {in_unicode(solid, TextEncoding::utf8), 41, 10, 5, false, false, true},
+      {words, 40, 10, 9, true, false},
+      {words, 40, 10, 9, false, false},
+      {solid, 200, 300, 5, false, false},
+      {breaks, 200, 140, 20, false, false}};
+  for (const auto& [text, columns, page, step, by_words, exact, unicode] : cases) {
     SCOPED_TRACE(testing::Message() << text.size() << "/" << page << "/" << step);
-    Scrolling view(text, columns, page, by_words);
+    Scrolling view(text, columns, page, by_words, unicode);
+    ASSERT_EQ(view.shown().is_unicode(), unicode);
     ASSERT_NO_FATAL_FAILURE(view.walk(step, exact));
     view.jumps = 0;
     ASSERT_NO_FATAL_FAILURE(view.walk(-step, exact));
@@ -133,27 +157,41 @@ TEST_F(ViewScrollTest, ThumbReachesEveryPlace) {
 }
 
 TEST_F(ViewScrollTest, GoesThroughAFileOfTenGigabytes) {
-  Scrolling view("x", 60);
-  MemoryFiles::File& file = view.files.add("/f.txt", "");
-  file.facts.size = 10'000'000'000;
-  file.byte_at = [](std::size_t at) {  // numbered lines of 50 bytes
-    const std::string line = std::to_string(at / 50);
-    const std::size_t column = at % 50;
-    const char text = column < line.size() ? line[column] : column < 48 ? ' ' : "\r\n"[column - 48];
-    return static_cast<unsigned char>(text);
-  };
-  view.load();  // as changed
-  const auto first = [&] { return std::stoll(view.face.lines_on_view().front()); };
-  view.scroll.scroll_to(scroll_maximum / 2);
-  const std::int64_t middle = first();
-  EXPECT_NEAR(static_cast<double>(middle), 1e8, 2000);
-  view.scroll.scroll_lines(2000);
-  view.scroll.scroll_lines(-5000);
-  EXPECT_EQ(first(), middle - 3000);
-  view.scroll.go_to_end(false);
-  view.scroll.scroll_lines(-3000);
-  // The last line is empty.
-  EXPECT_EQ(first(), 200'000'000 - view.face.page + 1 - 3000);
+  for (const bool unicode : {false, true}) {
+    Scrolling view("x", 60, 10, false, unicode);
+    MemoryFiles::File& file = view.files.add("/f.txt", "");
+    const std::int64_t unit = unicode ? 2 : 1, mark = unicode ? 2 : 0;
+    const std::int64_t lines = 200'000'000 / unit;
+    file.facts.size = mark + lines * 50 * unit;
+    file.byte_at = [=](std::size_t at) {  // numbered lines of 50 characters
+      if (at < static_cast<std::size_t>(mark)) return static_cast<unsigned char>(0xFF - at);
+      const std::size_t character = at / static_cast<std::size_t>(unit) - (unicode ? 1 : 0);
+      if (unicode && at % 2 == 1) return static_cast<unsigned char>(character % 50 == 20 ? 4 : 0);
+      std::string line = std::to_string(character / 50);
+      if (static_cast<std::int64_t>(character / 50) + 2 == lines) line += " hit";
+      const std::size_t column = character % 50;
+      return static_cast<unsigned char>(column < line.size() ? line[column]
+                                        : column < 48        ? ' '
+                                                             : "\r\n"[column - 48]);
+    };
+    view.load();  // as changed
+    ASSERT_EQ(view.shown().is_unicode(), unicode);
+    const auto first = [&] { return std::stoll(view.face.lines_on_view().front()); };
+    view.scroll.scroll_to(scroll_maximum / 2);
+    const std::int64_t middle = first();
+    EXPECT_NEAR(static_cast<double>(middle), static_cast<double>(lines) / 2, 2000);
+    view.scroll.scroll_lines(2000);
+    view.scroll.scroll_lines(-5000);
+    EXPECT_EQ(first(), middle - 3000);
+    view.scroll.go_to_end(false);
+    view.scroll.scroll_lines(-3000);
+    // The last line is empty.
+    EXPECT_EQ(first(), lines - view.face.page + 1 - 3000);
+    view.load();
+    EXPECT_EQ(view.find(false), FindResult::found);
+    EXPECT_EQ(view.hit_at(),
+              mark + ((lines - 2) * 50 + std::ssize(std::to_string(lines - 2)) + 1) * unit + 1);
+  }
 }
 
 TEST_F(ViewScrollTest, SelectionStaysOrLeavesWithItsChunk) {
@@ -204,10 +242,14 @@ TEST_F(ViewScrollTest, TroubleEndsTheStep) {
   view.scroll.go_to_end(false);
   EXPECT_TRUE(view.host.messages.size() == 1 && view.face.redraw_held == 0);
 
-  Scrolling changed(std::string(100000, 'y'));
-  changed.files.add("/f.txt", "new text", 5);
+  Scrolling changed(std::string(100000, 'y'), 40, 10, false, true);
+  changed.files.add("/f.txt", "new text \xE9", 5);
+  EXPECT_EQ(changed.viewer.encoding(), TextEncoding::utf8);
   changed.scroll.scroll_to(scroll_maximum / 2);
-  EXPECT_EQ(changed.face.text + std::to_string(changed.host.messages.size()), "new text1");
+  EXPECT_EQ(changed.face.text + std::to_string(changed.host.messages.size()),
+            "new text \xE9"
+            "1");
+  EXPECT_EQ(changed.viewer.encoding(), TextEncoding::code_page);
 }
 
 }  // namespace

@@ -4,8 +4,10 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
+#include "engine/unicode.h"
 #include "results/result_list.h"
 #include "tests/support/fake_viewer.h"
 #include "tests/support/memory_files.h"
@@ -13,6 +15,27 @@
 #include "viewer/hit_navigation.h"
 
 namespace tallowmere {
+
+/// Surrogates alone make a text that is invalid.
+inline std::string encode(std::u32string_view text, TextEncoding encoding) {
+  std::string result;
+  for (const char32_t code : text) {
+    if (encoding == TextEncoding::utf8 && code >= 0xD800 && code < 0xE000) {
+      result += static_cast<char>(0x80 | (code >> 4 & 0x3F));
+    } else if (encoding == TextEncoding::utf8) {
+      append_utf8(result, code);
+    } else {
+      const bool pair = code > 0xFFFF;
+      for (const char32_t unit : {pair ? 0xD7C0 + (code >> 10) : code, 0xDC00 + (code & 0x3FF)}) {
+        const bool little = encoding == TextEncoding::utf16_le;
+        result += static_cast<char>(little ? unit : unit >> 8);
+        result += static_cast<char>(little ? unit >> 8 : unit);
+        if (!pair) break;
+      }
+    }
+  }
+  return result;
+}
 
 /// A viewer that has opened a file, the second row of its list.
 struct Viewing {

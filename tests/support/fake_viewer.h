@@ -17,7 +17,7 @@ class FakeFace : public TextFace {
   int page = 10;
   bool wrap_at_blanks = false;  ///< behind the last blank of a line too long, when it has one
 
-  std::string text;      ///< of UTF-16 one byte a unit: '~' for those beyond ASCII
+  std::string text;      ///< of UTF-16 one byte a unit: 128 to 255 beyond ASCII
   std::u16string units;  ///< set last; empty after bytes
   TextSelection selected;
   bool caret_first = false;  ///< the caret stands at the selection's start
@@ -34,7 +34,7 @@ class FakeFace : public TextFace {
   void set_text(std::u16string_view set) override {
     units.assign(set);
     text.clear();
-    for (const char16_t unit : units) text += unit < 128 ? static_cast<char>(unit) : '~';
+    for (const char16_t unit : units) text += static_cast<char>(unit < 128 ? unit : unit | 128);
     show();
   }
   void show() {

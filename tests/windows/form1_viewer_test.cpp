@@ -1,6 +1,7 @@
 #include <tuple>
 
 #include "tests/windows/form1_fixture.h"
+#include "win32/clipboard.h"
 
 namespace tallowmere {
 namespace {
@@ -82,6 +83,27 @@ TEST_F(Form1ViewerTest, HyperFindInItsThreeStates) {
     if (command != 0) choose(command);
     EXPECT_EQ(hyper(), expected);
   }
+}
+
+TEST_F(Form1ViewerTest, AUnicodeFileShowsAndGivesAwayItsCharacters) {
+  const std::string text = "Привет, 😀 needle и 中\r\nneedle";
+  files.add("C:\\docs\\a.txt", "\xEF\xBB\xBF" + text);
+  open();
+  search.unicode_text = true;
+  run(SearchKind::new_search, "needle");
+  click_row(0);
+  EXPECT_EQ(form->Text1.text(), text);
+  for (const int start : {11, 23, 11}) {
+    EXPECT_EQ(form->Text1.selection(), (TextSelection{start, 6}));
+    choose(ID_MNUFINDNEXT);
+  }
+  form->Text1.select(0, 10);
+  SendMessageW(form->Text1.handle(), WM_KEYUP, VK_RIGHT, 0);
+  EXPECT_TRUE(form->cmdHyper.enabled());
+  choose(ID_MNUCOPYTOCLIPBOARD);
+  EXPECT_EQ(win32::clipboard_text(form->handle()), "Привет, 😀");
+  choose(ID_MNUHYPER);
+  EXPECT_EQ(search.criteria, "Привет, 😀");
 }
 
 TEST_F(Form1ViewerTest, StopEndsAStep) {

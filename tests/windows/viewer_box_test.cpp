@@ -62,6 +62,30 @@ TEST_F(ViewerBoxTest, CharactersAreBytes) {
   EXPECT_TRUE(box.text().ends_with("\xC3\xBF"));  // ÿ
 }
 
+TEST_F(ViewerBoxTest, PairsAreTwoPlacesThatAreSelectedTogether) {
+  std::u16string text = u"Жя 中\U0001F600\xD800.\r\n";
+  for (int i = 0; i < 3000; ++i) text += u"\U0001F600";
+  box.set_text(text);
+  EXPECT_EQ(GetWindowTextLengthW(edit), static_cast<int>(text.size()));
+  const std::string expected = "Жя 中😀\xEF\xBF\xBD.\r\n";  // half a pair is no character
+  EXPECT_EQ(box.text().substr(0, expected.size() + 4), expected + "😀");
+  const struct {
+    TextSelection selected;
+    WPARAM key;
+    TextSelection expected;
+  } steps[] = {{{4, 0}, VK_RIGHT, {6, 0}}, {{6, 0}, VK_LEFT, {4, 0}}, {{5, 2}, 0, {4, 3}},
+               {{3, 2}, 0, {3, 3}},        {{5, 0}, 0, {6, 0}},       {{1, 3}, 0, {1, 3}}};
+  for (const auto& [selected, key, expected_selection] : steps) {
+    box.select(selected.start, selected.length);
+    if (key != 0) {
+      type(key);
+    } else {
+      send(WM_LBUTTONUP);
+    }
+    EXPECT_EQ(box.selection(), expected_selection) << selected.start << "/" << key;
+  }
+}
+
 TEST_F(ViewerBoxTest, NothingChangesTheText) {
   box.set_text("some text to keep\r\nand more");
   box.enable(true);
