@@ -11,6 +11,7 @@
 #include "app/viewer_box.h"
 #include "engine/code_page.h"
 #include "engine/search_criteria.h"
+#include "engine/text_encoding.h"
 #include "results/result_list.h"
 #include "viewer/file_viewer.h"
 #include "viewer/hit_finder.h"
@@ -43,12 +44,11 @@ class ViewerPane : private ViewerHost {
              const SearchCriteria& search, const CodePage& page, Window window);
 
   bool viewing() const { return viewer_.loaded(); }
+  /// Of the file on view; the code page's without one.
+  TextEncoding encoding() const { return viewer_.encoding(); }
   /// A step is under way that serves events and can be stopped.
   bool finding() const { return step_ == Step::finding; }
   bool text_selected() const { return text_selected_; }
-
-  /// How the file on view is read; known when the window is told of it.
-  TextEncoding encoding() const { return viewer_.encoding(); }
 
   /// The criteria have been loaded anew; hits are those of these from now on.
   void criteria_loaded();

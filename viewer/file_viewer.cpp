@@ -29,6 +29,7 @@ const FileRecord& FileViewer::record() const {
 bool FileViewer::viewfile(std::size_t row) {
   reader_.close();
   results_.viewed_index = static_cast<std::ptrdiff_t>(row);
+  encoding_ = TextEncoding::code_page;
   loaded_.file_location = 0;
   shown_ = {};
   facts_ = {};
@@ -43,18 +44,16 @@ bool FileViewer::viewfile(std::size_t row) {
     return false;
   }
   const auto error = reader_.open(folder, name);
-  const TextEncoding encoding = error ? TextEncoding::code_page : decide_encoding();
+  encoding_ = error ? TextEncoding::code_page : decide_encoding();
   reader_.close();
   if (error) {
     fail_to_view(error->text + " - encountered while trying to OPEN " + folder + name + ".",
                  "Cannot Open File");
     return false;
   }
-  loaded_ = {};
-  loaded_.encoding = encoding;
   host_.file_opened(static_cast<std::size_t>(results_.viewed_index));
-  loaded_.file_location = 1;
-  loaded_.last_chunk = true;
+  loaded_ = {1, 1, true};
+  loaded_.encoding = encoding_;
   return true;
 }
 
@@ -73,6 +72,7 @@ void FileViewer::fail_to_view(const std::string& prompt, std::string_view title)
 
 void FileViewer::clear_textbox() {
   reader_.close();
+  encoding_ = TextEncoding::code_page;
   loaded_ = {};
   shown_ = {};
   face_.set_text("");

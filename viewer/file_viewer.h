@@ -34,8 +34,6 @@ class FileViewer {
   /// Whether files in Unicode are read as their characters from the next one on that is opened;
   /// `page`, which must outlive the viewer, tells what their invalid bytes show as.
   void read_unicode_text(bool on, const CodePage& page);
-  /// Of the file loaded.
-  TextEncoding encoding() const { return loaded_.encoding; }
 
   /// Opens the file of a row for viewing. The first chunk is then pending: the first step of the
   /// navigation reads and shows it. A row whose facts have changed is corrected. False, after a
@@ -66,6 +64,8 @@ class FileViewer {
   void backward_scroll_value();
   void update_scroll_value();
 
+  /// Of the file on view; the code page's without one.
+  TextEncoding encoding() const { return encoding_; }
   /// The chunk read last, with the bytes as read; what shows may be another one.
   const Chunk& loaded_chunk() const { return loaded_; }
   /// The chunk in the text box, with the text there; empty while none of the file shows.
@@ -124,7 +124,8 @@ class FileViewer {
 
   std::int64_t file_length_ = 0;
   FileFacts facts_;  ///< when the file was opened for viewing
-  Chunk loaded_;     ///< of file_location 0 while no file is loaded
+  TextEncoding encoding_ = TextEncoding::code_page;
+  Chunk loaded_;  ///< of file_location 0 while no file is loaded
   Chunk shown_;
 };
 

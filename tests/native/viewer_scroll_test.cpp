@@ -243,12 +243,10 @@ TEST_F(ViewScrollTest, TroubleEndsTheStep) {
   EXPECT_TRUE(view.host.messages.size() == 1 && view.face.redraw_held == 0);
 
   Scrolling changed(std::string(100000, 'y'), 40, 10, false, true);
-  changed.files.add("/f.txt", "new text \xE9", 5);
+  changed.files.add("/f.txt", "new text \xE9.", 5);
   EXPECT_EQ(changed.viewer.encoding(), TextEncoding::utf8);
   changed.scroll.scroll_to(scroll_maximum / 2);
-  EXPECT_EQ(changed.face.text + std::to_string(changed.host.messages.size()),
-            "new text \xE9"
-            "1");
+  EXPECT_EQ(changed.face.text + std::to_string(changed.host.messages.size()), "new text \xE9.1");
   EXPECT_EQ(changed.viewer.encoding(), TextEncoding::code_page);
 }
 
