@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <bit>
 
+#include "engine/text_decoder.h"
+
 namespace tallowmere {
 
 namespace {
@@ -39,29 +41,12 @@ std::size_t character_begin(std::string_view piece, std::size_t at, std::int64_t
 }
 
 std::string CharacterText::search_bytes(const SearchPage& page) const {
-  std::string result;
-  result.resize(bytes_.size());
-  char* out = result.data();
-  const auto byte = [this](std::size_t at) { return static_cast<unsigned char>(bytes_[at]); };
-  for (std::size_t at = 0; at < bytes_.size();) {
-    char32_t code = byte(at);
-    std::size_t length = 1;
-    bool known = encoding_ == TextEncoding::utf8 && code < 0x80;
-    if (encoding_ != TextEncoding::utf8 && at + 1 < bytes_.size()) {
-      const bool little = encoding_ == TextEncoding::utf16_le;
-      code = little ? code | static_cast<char32_t>(byte(at + 1)) << 8 : code << 8 | byte(at + 1);
-      length = 2;
-      known = !is_surrogate(code);
-    }
-    if (!known) {
-      const TextCharacter character = next_character(bytes_, at, encoding_);
-      code = character.code;
-      length = character.length;
-    }
-    *out++ = static_cast<char>(page.byte_of(code));
-    at += length;
-  }
-  result.resize(static_cast<std::size_t>(out - result.data()));
+  std::string result(bytes_.size(), '\0');
+  const auto* from = reinterpret_cast<const Byte*>(bytes_.data());
+  auto* into = reinterpret_cast<Byte*>(result.data());
+  DecodeSpan span{from, from + bytes_.size(), into, into + result.size()};
+  decode(span, encoding_, page, true);
+  result.resize(static_cast<std::size_t>(span.into - into));
   return result;
 }
 
