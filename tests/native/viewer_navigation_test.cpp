@@ -200,6 +200,12 @@ TEST(HitNavigation, NearWindowsReachOverSeams) {
     text.replace(cat - 1, 3, "cat").replace(dog - 1, 3, "dog");
     Viewing view(text, {"\"cat\" \"dog\"", search_near, false, 5, 8, false});
     EXPECT_EQ(view.find() == FindResult::found, near) << cat << "," << dog;
+    // Half as many characters of two bytes and a mark are in a chunk.
+    std::u32string units(U"\uFEFF" + std::u32string(text.begin() + 15501, text.end()));
+    std::ranges::replace(units, U'.', U'ж');
+    Viewing unicode(encode(units, TextEncoding::utf16_be),
+                    {"\"cat\" \"dog\"", search_near, false, 5, 8, false}, "f.txt", true);
+    EXPECT_EQ(unicode.find() == FindResult::found, near) << cat << "," << dog;
   }
 }
 
