@@ -50,10 +50,21 @@ std::string CharacterText::search_bytes(const SearchPage& page) const {
   return result;
 }
 
+/// Of the character that begins at a byte. Most are of a kind that needs no look at what follows.
+std::size_t CharacterText::length_at(std::size_t at) const {
+  if (encoding_ == TextEncoding::utf8) {
+    if (static_cast<unsigned char>(bytes_[at]) < 0x80) return 1;
+  } else if (at + 1 < bytes_.size()) {
+    const char high = bytes_[encoding_ == TextEncoding::utf16_le ? at + 1 : at];
+    if ((static_cast<unsigned char>(high) & 0xF8) != 0xD8) return 2;
+  }
+  return next_character(bytes_, at, encoding_).length;
+}
+
 std::size_t CharacterText::byte_at(std::int64_t character) const {
   std::size_t at = 0;
   for (; character > 0 && at < bytes_.size(); --character) {
-    at += next_character(bytes_, at, encoding_).length;
+    at += length_at(at);
   }
   return at;
 }
@@ -61,7 +72,7 @@ std::size_t CharacterText::byte_at(std::int64_t character) const {
 std::int64_t CharacterText::begun_before(std::size_t byte) const {
   std::int64_t count = 0;
   for (std::size_t at = 0; at < std::min(byte, bytes_.size()); ++count) {
-    at += next_character(bytes_, at, encoding_).length;
+    at += length_at(at);
   }
   return count;
 }

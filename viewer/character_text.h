@@ -28,12 +28,15 @@ class CharacterText {
 
   /// One byte for each character, as a search sees them.
   std::string search_bytes(const SearchPage& page) const;
+  std::size_t size() const { return bytes_.size(); }
   /// The byte with which a character begins, fitted into the text.
   std::size_t byte_at(std::int64_t character) const;
   /// How many characters begin before a byte.
   std::int64_t begun_before(std::size_t byte) const;
 
  private:
+  std::size_t length_at(std::size_t at) const;
+
   std::string_view bytes_;
   TextEncoding encoding_;
 };

@@ -36,7 +36,8 @@ class UnicodeChunk {
     // Going back, the character that holds the place is the last one to begin with.
     const auto behind =
         static_cast<std::size_t>(std::max<std::int64_t>(forward ? place : place + 1, 0));
-    const std::int64_t begun = text_.begun_before(behind);
+    const std::int64_t begun =
+        behind < text_.size() ? text_.begun_before(behind) : std::ssize(bytes);
     Hit hit = find_in_text(finder_, in, forward ? begun + 1 : begun, forward);
     if (hit.position != 0) hit.position = position_of(hit.position) + 1;
     return hit;
@@ -45,9 +46,9 @@ class UnicodeChunk {
  private:
   std::int64_t unit() const { return shows_ ? 2 : 1; }
 
-  /// Where in the chunk a character is, counted from 1 and from 0.
+  /// Where in the chunk, from 0, a character of the text begins, which counts from 1.
   std::int64_t position_of(std::int64_t character) const {
-    return (static_cast<std::int64_t>(begin_ + text_.byte_at(character - 1))) / unit();
+    return static_cast<std::int64_t>(begin_ + text_.byte_at(character - 1)) / unit();
   }
 
   std::string read_around(std::int64_t character, std::int64_t before, std::int64_t count) const {

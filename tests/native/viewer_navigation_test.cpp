@@ -154,9 +154,10 @@ TEST(HitNavigation, AgreesWithTheLiteralViewer) {
     CriteriaInput input = draw.criteria();
     if (unicode) input.criteria = encoded(input.criteria, TextEncoding::utf8);
     const std::string marks[] = {"", "\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"};
-    const std::string text = marks[static_cast<int>(draw.encoding)] +
-                             encoded(draw.file(), draw.encoding) +
-                             (unicode && draw.one_in(3) ? "\xD8" : "");
+    const std::string text =
+        marks[static_cast<int>(draw.encoding)] +
+        (unicode && draw.one_in(15) ? "" : encoded(draw.file(), draw.encoding)) +
+        (unicode && draw.one_in(3) ? "\xD8" : "");
     const std::string extension = draw.one_in(2) ? "wri" : "txt";
     Viewing real(text, input, "f." + extension, unicode);
     ASSERT_EQ(real.viewer.encoding(), draw.encoding);
