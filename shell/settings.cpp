@@ -134,6 +134,7 @@ void load_criteria(SettingsStore& store, SearchCriteria& search) {
   }
   load_integer(store, "prox_before", search.prox_before);
   load_integer(store, "prox_after", search.prox_after);
+  search.unicode_text = store.get_setting("unicode_text") == "Y";
 }
 
 void load_font(SettingsStore& store, ShellState& shell) {
@@ -208,6 +209,7 @@ void save_settings(SettingsStore& store, const SearchCriteria& search, const She
   store.save_setting("search_type", std::to_string(search.search_type));
   store.save_setting("prox_before", std::to_string(search.prox_before));
   store.save_setting("prox_after", std::to_string(search.prox_after));
+  store.save_setting("unicode_text", search.unicode_text ? "Y" : "N");
   store.save_setting("checked", checked_text(search, shell));
   save_where_and_dates(store, search);
   store.save_setting("font_name", shell.font_name);
