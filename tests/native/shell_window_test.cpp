@@ -14,6 +14,7 @@
 #include "shell/layout.h"
 #include "shell/run_texts.h"
 #include "shell/start_folder.h"
+#include "shell/window_note.h"
 
 namespace tallowmere {
 namespace {
@@ -109,6 +110,36 @@ TEST(RunTexts, TimingCountsAndUnreadFiles) {
   const std::string many = unread_tool_tip(std::vector<UnreadFile>(12, {"/a", "Denied"}));
   EXPECT_TRUE(many.starts_with("12 files could") && many.ends_with("\nand 2 more")) << many;
   EXPECT_EQ(std::ranges::count(many, '\n'), 11);
+}
+
+/// What shows, with the link in brackets.
+std::string shown(const WindowNote& notes, TextEncoding on_view = TextEncoding::code_page) {
+  const Note note = notes.current(on_view);
+  if (note.link == NoteLink::none) return note.text;
+  return note.text + " [" + std::string(link_text(note.link)) + "]";
+}
+
+TEST(WindowNote, TheRunHasItsSayUnlessTheFileOnViewHasAnEncoding) {
+  WindowNote notes;
+  const auto after = [&notes](const RunReading& run) {
+    notes.run_ended(run);
+    return shown(notes);
+  };
+  EXPECT_EQ(after({}) + after({true, true, 12}), "") << "nothing was left unread";
+  EXPECT_EQ(after({.read_as_bytes = 12}),
+            "12 Unicode files were searched byte by byte. [Read Unicode text]");
+  EXPECT_EQ(after({false, true, 1}),
+            "1 Unicode file was searched byte by byte. The code page lacks a character of the "
+            "criteria. [Read Unicode text]");
+  EXPECT_EQ(after({.code_page_lacks = true}),
+            "The code page lacks a character of the criteria. [Read Unicode text]");
+
+  EXPECT_EQ(shown(notes, TextEncoding::utf8), "UTF-8");
+  EXPECT_EQ(shown(notes, TextEncoding::utf16_le) + shown(notes, TextEncoding::utf16_be),
+            "UTF-16UTF-16");
+  EXPECT_TRUE(shown(notes).ends_with("]")) << "the run's note comes back";
+  notes.run_began();
+  EXPECT_EQ(shown(notes), "");
 }
 
 TEST(ClipboardText, AppendsBelowTheCeilingAndEndsLinesOfNames) {
