@@ -36,6 +36,7 @@ Form1::Form1(const Services& services)
                       dialog_cancelled_},
       quick_menu_(IDR_QUICK),
       tips_(handle()),
+      sounds_(services.program_folder),
       viewer_(Text1, results_, services.files, services.search, services.page, viewer_window()),
       run_(run_window(), run_services()),
       keys_(key_window()),

@@ -17,6 +17,7 @@
 #include "app/search_run.h"
 #include "app/viewer_box.h"
 #include "app/viewer_pane.h"
+#include "app/window_sounds.h"
 #include "dialogs/dialog_context.h"
 #include "engine/code_page.h"
 #include "engine/date_time.h"
@@ -243,7 +244,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void start_run(SearchKind kind);
   SearchRun::Window run_window();
   SearchRun::Services run_services();
-  void play_end_sound() const;
 
   Services services_;
   SearchCriteria& search_;
@@ -256,6 +256,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   win32::Font viewer_font_;
   ShellState shell_;  ///< what the menus show and the settings keep
   LayoutMemory layout_memory_;
+  WindowSounds sounds_;
 
   SortMenu sort_menu_;
   ViewerPane viewer_;
@@ -271,7 +272,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   Pending pending_;
   bool exit_copies_ = false;  ///< the File menu's last entry reads "C&opy Name" and copies names
   bool selecting_ = false;    ///< the program moves the list's selection, not the user
-  bool has_wave_output_ = false;
   SearchKind search_kind_ = SearchKind::new_search;  ///< the narrow prompt's last answer
 
   std::unique_ptr<frmAbout> frmAbout_;

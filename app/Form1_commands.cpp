@@ -2,20 +2,10 @@
 
 #include "app/Form1.h"
 #include "app/resource.h"
-#include "engine/letter_case.h"
 #include "shell/run_texts.h"
 #include "win32/hourglass.h"
-#include "win32/sound.h"
 
 namespace tallowmere {
-
-namespace {
-
-bool ends_in_wav(std::string_view name) {
-  return name_key(name).ends_with("WAV");
-}
-
-}  // namespace
 
 void Form1::cmdExit_Click() {
   Form_Unload();
@@ -101,8 +91,8 @@ void Form1::ListView2_DblClick() {
   const int row = ListView2.selected();
   if (busy() || !IsWindowEnabled(handle()) || row < 0) return;
   const auto index = static_cast<std::size_t>(row);
-  if (ends_in_wav(results_.record(index).filename)) {
-    if (has_wave_output_) win32::play_sound(results_.indexed_filename(index));
+  if (WindowSounds::is_sound_file(results_.record(index).filename)) {
+    sounds_.play(results_.indexed_filename(index));
   } else if (can_use(IDC_CMDVIEW)) {
     cmdView_Click();
   } else if (can_use(IDC_CMDFINDNEXT)) {

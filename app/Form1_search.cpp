@@ -1,7 +1,6 @@
 #include "app/Form1.h"
 #include "dialogs/frmNarrow.h"
 #include "dialogs/frmSearchFor.h"
-#include "win32/sound.h"
 
 namespace tallowmere {
 
@@ -74,18 +73,8 @@ SearchRun::Window Form1::run_window() {
 }
 
 SearchRun::Services Form1::run_services() {
-  return {search_,        services_.files, clock_,
-          services_.page, results_,        viewer_,
-          sort_menu_,     shell_,          [this] { play_end_sound(); }};
-}
-
-void Form1::play_end_sound() const {
-  if (!shell_.sound_on) return;
-  if (has_wave_output_) {
-    win32::play_sound(services_.program_folder + "s_done.wav");
-  } else {
-    win32::beep();
-  }
+  return {search_, services_.files, clock_, services_.page, results_,
+          viewer_, sort_menu_,      shell_, sounds_};
 }
 
 }  // namespace tallowmere

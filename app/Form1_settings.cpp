@@ -4,7 +4,6 @@
 #include "app/window_placement.h"
 #include "win32/dpi.h"
 #include "win32/registry.h"
-#include "win32/sound.h"
 #include "win32/user_locale.h"
 
 namespace tallowmere {
@@ -18,7 +17,6 @@ void Form1::Form_Load() {
   for (std::size_t slot = 1; slot < search_.user_types.size(); ++slot) {
     search_.type_descriptions[slot] = win32::type_description(search_.user_types[slot]);
   }
-  has_wave_output_ = win32::has_wave_output();
   refresh_commands();
 }
 

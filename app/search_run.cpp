@@ -77,7 +77,7 @@ void SearchRun::search_files(const std::function<void(FileSearch&)>& test) {
   if (window_.closing()) return;
   bring_to_front();
   focus_found_files();
-  services_.play_end_sound();
+  if (services_.shell.sound_on) services_.sounds.search_ended();
 }
 
 void SearchRun::search_file(const CriteriaInput& input, std::size_t row) {

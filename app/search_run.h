@@ -9,6 +9,7 @@
 #include "app/result_view.h"
 #include "app/viewer_box.h"
 #include "app/viewer_pane.h"
+#include "app/window_sounds.h"
 #include "engine/code_page.h"
 #include "engine/date_time.h"
 #include "engine/file_search.h"
@@ -51,7 +52,7 @@ class SearchRun {
     ViewerPane& viewer;
     const SortMenu& sort_menu;
     const ShellState& shell;
-    std::function<void()> play_end_sound;
+    const WindowSounds& sounds;
   };
 
   SearchRun(Window window, Services services);
