@@ -3,8 +3,10 @@
 #include <functional>
 #include <utility>
 
+#include "app/button_tips.h"
 #include "app/main_class.h"
 #include "app/resource.h"
+#include "app/window_placement.h"
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmFonts.h"
 #include "dialogs/frmHints.h"
@@ -16,17 +18,9 @@
 
 namespace tallowmere {
 
-namespace {
-
-DateFormat date_format(const Clock& clock) {
-  return {clock, win32::short_date};
-}
-
-}  // namespace
-
 Form1::Form1(const Services& services)
     : Form(main_window_template(), nullptr),
-      ListView2(item(IDC_LISTVIEW2), results_, date_format(services.clock)),
+      ListView2(item(IDC_LISTVIEW2), results_, {services.clock, win32::short_date}),
       Text1(item(IDC_TEXT1), item(IDC_VSCROLL1), services.page),
       services_(services),
       search_(services.search),
@@ -47,7 +41,8 @@ Form1::Form1(const Services& services)
   wire_commands();
   wire_list();
   wire_viewer();
-  set_tool_tips();
+  wire_note();
+  set_button_tips(tips_, handle());
   Form_Load();
 }
 
@@ -62,6 +57,15 @@ void Form1::show(int show_command) {
 void Form1::wire_commands() {
   for (const Command& command : commands()) {
     clicked(command.id, [this, &command] { run_command(command); });
+  }
+}
+
+/// Posted: the run that the link begins is not to go on inside the control's own handler.
+void Form1::wire_note() {
+  for (const UINT code : {NM_CLICK, NM_RETURN}) {
+    notify(IDC_LBLNOTE, code, [this](NMHDR&) -> LRESULT {
+      return !PostMessageW(handle(), WM_COMMAND, ID_NOTELINK, 0);
+    });
   }
 }
 
@@ -97,21 +101,11 @@ void Form1::wire_list() {
   });
 }
 
-void Form1::set_tool_tips() {
-  tips_.set(cmdSearch.handle(), "Input Search Criteria");
-  tips_.set(cmdView.handle(), "Display File Contents");
-  tips_.set(cmdFindNext.handle(), "Show Next Word/Phrase");
-  tips_.set(cmdFindPrev.handle(), "Show Previous Word/Phrase");
-  tips_.set(cmdLaunch.handle(), "Edit File");
-  tips_.set(cmdHyper.handle(), "Find Selected Text");
-  tips_.set(cmdRestore.handle(), "Find Original Criteria");
-  tips_.set(cmdExit.handle(), "Exit Tallowmere");
-}
-
 MainKeys::Window Form1::key_window() {
   return {*this,
           ListView2,
           Text1,
+          lblNote,
           {&cmdSearch, &cmdView, &cmdFindNext, &cmdFindPrev, &cmdLaunch, &cmdHyper, &cmdRestore,
            &cmdExit},
           [this] { return busy(); },
@@ -127,7 +121,7 @@ bool Form1::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& resu
       if (wparam != SIZE_MINIMIZED) Form_Resize();
       return true;
     case WM_GETMINMAXINFO:
-      limit_size(*reinterpret_cast<MINMAXINFO*>(lparam));
+      limit_size(handle(), *reinterpret_cast<MINMAXINFO*>(lparam));
       return true;
     case message_pending:
       serve_pending();

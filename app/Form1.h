@@ -12,6 +12,7 @@
 #include "actions/file_commands.h"
 #include "actions/launcher.h"
 #include "app/main_keys.h"
+#include "app/note_label.h"
 #include "app/resource.h"
 #include "app/result_view.h"
 #include "app/search_run.h"
@@ -30,6 +31,7 @@
 #include "shell/layout.h"
 #include "shell/search_kind.h"
 #include "shell/settings.h"
+#include "shell/window_note.h"
 #include "win32/controls.h"
 #include "win32/fonts.h"
 #include "win32/form.h"
@@ -111,6 +113,8 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void mnuQTips_Click();
   void mnuHints_Click();
   void show_about_form();
+  void mnuUnicode_Click();
+  void lblNote_Click();
 
   ResultView ListView2;
   win32::Button cmdSearch{item(IDC_CMDSEARCH)};
@@ -125,6 +129,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   win32::Label Label1{item(IDC_LABEL1)};
   win32::Label Label2{item(IDC_LABEL2)};
   win32::Label lblFileInfo{item(IDC_LBLFILEINFO)};
+  NoteLabel lblNote{item(IDC_LBLNOTE), lblFileInfo, tips_};
   win32::Control Line1{item(IDC_LINE1)};
   win32::Control Line2{item(IDC_LINE2)};
 
@@ -153,7 +158,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   // Wiring and messages: Form1.cpp.
   void wire_commands();
   void wire_list();
-  void set_tool_tips();
+  void wire_note();
   MainKeys::Window key_window();
   void Form_Activate(bool active);
   bool set_pointer(LPARAM lparam) const;
@@ -175,6 +180,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   bool busy() const { return searching() || viewer_.finding(); }
   bool can_use(int command) const;
   void refresh_commands();
+  void show_note();
   /// Notes something in `pending_` and serves it as soon as it can be.
   void request(bool Pending::*what);
   void serve_pending();
@@ -237,7 +243,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void place_controls(const MainLayout& layout, int dpi);
   void apply_viewer_font();
   void set_viewer_font();
-  void limit_size(MINMAXINFO& limits) const;
 
   // The search run: Form1_search.cpp.
   bool choose_kind(SearchKind& kind);
@@ -257,6 +262,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   ShellState shell_;  ///< what the menus show and the settings keep
   LayoutMemory layout_memory_;
   WindowSounds sounds_;
+  WindowNote note_;
 
   SortMenu sort_menu_;
   ViewerPane viewer_;

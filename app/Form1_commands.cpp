@@ -29,6 +29,22 @@ void Form1::show_toggles() {
   win32::check_entry(menu, ID_MNUSOUNDON, shell_.sound_on);
   win32::check_entry(menu, ID_MNUMINIMIZEON, shell_.minimize_on);
   win32::check_entry(menu, ID_MNUFINDONLAUNCH, shell_.find_on_launch);
+  win32::check_entry(menu, ID_MNUUNICODE, search_.unicode_text);
+}
+
+/// The file on view shows at once as it is read now.
+void Form1::mnuUnicode_Click() {
+  search_.unicode_text = !search_.unicode_text;
+  show_toggles();
+  viewer_.criteria_loaded();
+  if (viewer_.viewing()) viewed_file_changed(ViewedFile::rewritten);
+}
+
+void Form1::lblNote_Click() {
+  if (note_.current(viewer_.encoding()).link != NoteLink::read_unicode_text) return;
+  search_.unicode_text = true;
+  show_toggles();
+  run_.repeat();
 }
 
 void Form1::mnuSelectAll_Click() {

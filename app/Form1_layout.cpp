@@ -30,11 +30,12 @@ void Form1::place_controls(const MainLayout& layout, int dpi) {
       {cmdRestore.handle(), &layout.cmdRestore},   {cmdExit.handle(), &layout.cmdExit},
       {ListView2.handle(), &layout.ListView2},     {Label1.handle(), &layout.Label1},
       {Label2.handle(), &layout.Label2},           {Text1.handle(), &layout.Text1},
-      {Text1.VScroll1.handle(), &layout.VScroll1}, {lblFileInfo.handle(), &layout.lblFileInfo}};
+      {Text1.VScroll1.handle(), &layout.VScroll1}};
   ControlMover mover(static_cast<int>(std::size(places)) + 2, dpi);
   for (const auto& [control, place] : places) mover.move(control, *place);
   mover.move_line(Line1.handle(), layout.Line1);
   mover.move_line(Line2.handle(), layout.Line2);
+  lblNote.place(layout.lblFileInfo, dpi);
 }
 
 /// A face or size that the system refuses leaves the viewer as it is.
@@ -51,12 +52,6 @@ void Form1::on_dpi_changed(int before, int now) {
   tips_.fit();
   layout_memory_.forget();
   Form_Resize();
-}
-
-void Form1::limit_size(MINMAXINFO& limits) const {
-  const int dpi = win32::window_dpi(handle());
-  limits.ptMinTrackSize.x = static_cast<LONG>(to_pixels(main_window_minimum.width, dpi));
-  limits.ptMinTrackSize.y = static_cast<LONG>(to_pixels(main_window_minimum.height, dpi));
 }
 
 }  // namespace tallowmere

@@ -66,6 +66,7 @@ SearchRun::Window Form1::run_window() {
           Label1,
           Label2,
           tips_,
+          note_,
           [this] { refresh_commands(); },
           [this] { return pending_.close; },
           [this] { show_sort_order(); },

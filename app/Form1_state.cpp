@@ -39,6 +39,8 @@ std::span<const Form1::Command> Form1::commands() {
       {ID_MNUSOUNDON, always, &Form1::toggle<&ShellState::sound_on>},
       {ID_MNUMINIMIZEON, not_busy, &Form1::toggle<&ShellState::minimize_on>},
       {ID_MNUFINDONLAUNCH, always, &Form1::toggle<&ShellState::find_on_launch>},
+      {ID_MNUUNICODE, not_busy, &Form1::mnuUnicode_Click},
+      {ID_NOTELINK, not_busy, &Form1::lblNote_Click},
       {ID_MNUFONTSTYLE, not_busy, &Form1::mnuFontStyle_Click},
       {ID_MNULARGERFONT, not_busy, &Form1::mnuLargerFont_Click},
       {ID_MNUSMALLERFONT, not_busy, &Form1::mnuSmallerFont_Click},
@@ -119,8 +121,15 @@ void Form1::refresh_commands() {
   if (!searching()) cmdSearch.set_text(viewer_.finding() ? "Stop" : "Search");
   const WindowState state = window_state();
   for (const Command& command : commands()) enable(command, is_enabled(command.rule, state));
+  show_note();
   keep_focus();
   if (pending_.any()) PostMessageW(handle(), message_pending, 0, 0);
+}
+
+void Form1::show_note() {
+  const Note note = note_.current(viewer_.encoding());
+  if (note.link == NoteLink::none) leave(lblNote.handle());
+  lblNote.show(note, !busy());
 }
 
 void Form1::request(bool Pending::*what) {

@@ -5,6 +5,7 @@
 #include <array>
 #include <functional>
 
+#include "app/note_label.h"
 #include "app/result_view.h"
 #include "app/viewer_box.h"
 #include "win32/controls.h"
@@ -20,6 +21,7 @@ class MainKeys {
     win32::Form& form;
     const ResultView& ListView2;
     const ViewerBox& Text1;
+    const NoteLabel& lblNote;
     std::array<const win32::Button*, 8> buttons;  ///< from left to right
     std::function<bool()> busy;
     std::function<bool()> list_is_of_use;  ///< it has rows and is not being filled

@@ -24,6 +24,7 @@
 #define IDC_LBLFILEINFO 213
 #define IDC_LINE1 214
 #define IDC_LINE2 215
+#define IDC_LBLNOTE 216
 
 #define ID_MNUVIEW 300
 #define ID_MNULAUNCH 301
@@ -48,6 +49,8 @@
 #define ID_MNUSOUNDON 342
 #define ID_MNUMINIMIZEON 343
 #define ID_MNUFINDONLAUNCH 344
+#define ID_MNUUNICODE 345
+#define ID_NOTELINK 346 /* in no menu: the link of lblNote */
 
 #define ID_MNUFONTSTYLE 360
 #define ID_MNULARGERFONT 361

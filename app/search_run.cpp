@@ -36,20 +36,41 @@ SearchRun::SearchRun(Window window, Services services)
       viewer_(services_.viewer) {}
 
 void SearchRun::search_new(const CriteriaInput& input) {
-  load(input);
+  load(SearchKind::new_search, input);
   search_files([](FileSearch& search) { search.search_files(); });
 }
 
 void SearchRun::search_list(const CriteriaInput& input) {
-  load(input);
-  const std::vector<FileRecord> listed = results_.take_records();
-  search_files([&listed](FileSearch& search) {
+  search_listed(input, results_.take_records());
+}
+
+void SearchRun::search_listed(const CriteriaInput& input, std::vector<FileRecord> records) {
+  load(SearchKind::list_search, input);
+  last_.listed = std::move(records);
+  search_files([&listed = last_.listed](FileSearch& search) {
     search.SearchListboxFiles(listed.size(), [&](std::size_t i) { return found_file(listed[i]); });
   });
 }
 
-void SearchRun::load(const CriteriaInput& input) {
+/// What the dialogs have changed since that run goes: the search is to be the same.
+void SearchRun::repeat() {
+  last_.search.unicode_text = services_.search.unicode_text;
+  services_.search = last_.search;
+  const CriteriaInput input = current_criteria(services_.search);
+  switch (last_.kind) {
+    case SearchKind::new_search:
+      return search_new(input);
+    case SearchKind::list_search:
+      return search_listed(input, std::move(last_.listed));
+    case SearchKind::file_search:
+      const std::size_t row = results_.find_result_index(last_.path);
+      if (row < results_.file_count()) search_file(input, row);
+  }
+}
+
+void SearchRun::load(SearchKind kind, const CriteriaInput& input) {
   load_search_criteria(services_.search, input);
+  last_ = {kind, services_.search, {}, {}};
   viewer_.criteria_loaded();
 }
 
@@ -72,6 +93,7 @@ void SearchRun::search_files(const std::function<void(FileSearch&)>& test) {
     search_timing(search.stopped());
     show_found_files(search);
     window_.tips.set(window_.Label1.handle(), unread_tool_tip(search.unread()));
+    note_reading(search);
   }
   post_search_restore();
   if (window_.closing()) return;
@@ -82,7 +104,8 @@ void SearchRun::search_files(const std::function<void(FileSearch&)>& test) {
 
 void SearchRun::search_file(const CriteriaInput& input, std::size_t row) {
   const RunEnd end{running_};
-  load(input);
+  load(SearchKind::file_search, input);
+  last_.path = results_.indexed_filename(row);
   prepare_to_search();
   WindowSearchHost host(window_.form.handle(), results_, stop_, false);
   FileSearch search(services_.search, services_.page, services_.files, services_.clock, host,
@@ -95,6 +118,7 @@ void SearchRun::search_file(const CriteriaInput& input, std::size_t row) {
     results_.resort_pending = true;
     window_.Label1.set_text(stopped ? "" : selected_file_text(matches));
     window_.tips.set(window_.Label1.handle(), unread_tool_tip(search.unread()));
+    note_reading(search);
   }
   post_search_restore();
   if (!window_.closing()) show_selected_file(matches);
@@ -112,6 +136,7 @@ bool SearchRun::search_selected_file(FileSearch& search, std::size_t row) {
 void SearchRun::prepare_to_search() {
   stop_ = false;
   running_ = true;
+  window_.note.run_began();
   window_.Label1.set_text(searching_text);
   window_.tips.set(window_.Label1.handle(), "");
   window_.Label2.set_text("");
@@ -149,6 +174,14 @@ bool SearchRun::search_timing(bool stopped) {
   stopped = stopped || stop_;
   window_.Label2.set_text(timing_text(stopped, elapsed));
   return stopped;
+}
+
+/// What the run may have missed, and whether it can be made once more.
+void SearchRun::note_reading(const FileSearch& search) {
+  const SearchCriteria& criteria = services_.search;
+  const bool lacks = !to_page_text(criteria.criteria, services_.page).representable;
+  window_.note.run_ended({criteria.unicode_text, lacks, search.read_as_bytes()});
+  if (window_.note.current(TextEncoding::code_page).link == NoteLink::none) last_.listed = {};
 }
 
 /// Sorts the files found, while events are served, and fills the list with them.

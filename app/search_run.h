@@ -4,7 +4,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "app/result_view.h"
 #include "app/viewer_box.h"
@@ -16,7 +18,9 @@
 #include "engine/search_criteria.h"
 #include "results/result_list.h"
 #include "results/sort_command.h"
+#include "shell/search_kind.h"
 #include "shell/settings.h"
+#include "shell/window_note.h"
 #include "win32/controls.h"
 #include "win32/form.h"
 #include "win32/tooltip.h"
@@ -36,6 +40,7 @@ class SearchRun {
     const win32::Label& Label1;
     const win32::Label& Label2;
     win32::ToolTip& tips;
+    WindowNote& note;
     std::function<void()> state_changed;  ///< which commands can be used may be another now
     std::function<bool()> closing;        ///< the window was closed and goes when the run has ended
     std::function<void()> show_sort_order;
@@ -63,6 +68,10 @@ class SearchRun {
   /// Tests the file of this row, which comes into the viewer; the list stays.
   void search_file(const CriteriaInput& input, std::size_t row);
 
+  /// Makes the last run once more, as its criteria and its list were then; how files are read is as
+  /// it is now. A file that has left the list meanwhile is not searched.
+  void repeat();
+
   bool running() const { return running_; }
   /// Ends the run under way, from inside one of its yields.
   void stop() { stop_ = true; }
@@ -70,11 +79,21 @@ class SearchRun {
   std::int64_t files_searched() const { return files_searched_; }
 
  private:
-  void load(const CriteriaInput& input);
+  /// What it takes to make a run once more.
+  struct Made {
+    SearchKind kind = SearchKind::new_search;
+    SearchCriteria search;
+    std::vector<FileRecord> listed;  ///< that a list search went through
+    std::string path;                ///< of the file that a file search tested
+  };
+
+  void load(SearchKind kind, const CriteriaInput& input);
+  void search_listed(const CriteriaInput& input, std::vector<FileRecord> listed);
   void search_files(const std::function<void(FileSearch&)>& search);
   bool search_selected_file(FileSearch& search, std::size_t row);
   void prepare_to_search();
   void go_through(const std::function<void()>& search);
+  void note_reading(const FileSearch& search);
   void show_progress(const FileSearch& search);
   bool search_timing(bool stopped);
   void show_found_files(const FileSearch& search);
@@ -87,6 +106,7 @@ class SearchRun {
   Services services_;
   ResultList& results_;
   ViewerPane& viewer_;
+  Made last_;  ///< its list only while the window offers to go through it again
   std::int64_t files_searched_ = 0;
   double started_ = 0;  ///< of the run, in seconds since midnight
   bool running_ = false;

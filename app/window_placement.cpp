@@ -63,4 +63,10 @@ std::optional<TwipRect> placement_to_store(HWND window) {
   return stored_placement(pixel_rect(window), win32::window_dpi(window), win32::system_dpi());
 }
 
+void limit_size(HWND main_window, MINMAXINFO& limits) {
+  const int dpi = win32::window_dpi(main_window);
+  limits.ptMinTrackSize.x = static_cast<LONG>(to_pixels(main_window_minimum.width, dpi));
+  limits.ptMinTrackSize.y = static_cast<LONG>(to_pixels(main_window_minimum.height, dpi));
+}
+
 }  // namespace tallowmere

@@ -18,4 +18,7 @@ void apply_placement(HWND window, const TwipRect& stored);
 /// What is to be stored: nothing while the window is minimised or maximised.
 std::optional<TwipRect> placement_to_store(HWND window);
 
+/// Answers WM_GETMINMAXINFO: the main window's least size at its DPI.
+void limit_size(HWND main_window, MINMAXINFO& limits);
+
 }  // namespace tallowmere

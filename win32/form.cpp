@@ -20,8 +20,8 @@ constexpr wchar_t form_property[] = L"Tallowmere.Form";
 constexpr UINT dpi_changed_message = WM_APP + 0x100;
 
 void load_common_controls() {
-  INITCOMMONCONTROLSEX classes{sizeof classes,
-                               ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES | ICC_UPDOWN_CLASS};
+  INITCOMMONCONTROLSEX classes{
+      sizeof classes, ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES | ICC_UPDOWN_CLASS | ICC_LINK_CLASS};
   InitCommonControlsEx(&classes);
 }
 

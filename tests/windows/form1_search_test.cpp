@@ -37,7 +37,7 @@ TEST_F(Form1SearchTest, WhileItRunsOnlyStopCanBeUsed) {
     EXPECT_EQ(form->cmdSearch.text(), "Stop");
     EXPECT_EQ(form->Label1.text(), "Searching");
     EXPECT_TRUE(entry_enabled(ID_MNUSTOP));
-    for (const int id : {ID_MNUSTART, ID_MNUMINIMIZEON, ID_MNUEXIT}) {
+    for (const int id : {ID_MNUSTART, ID_MNUMINIMIZEON, ID_MNUUNICODE, ID_MNUEXIT}) {
       EXPECT_FALSE(entry_enabled(id));
       choose(id);  // nothing happens
     }

@@ -1,0 +1,143 @@
+#include "tests/windows/form1_fixture.h"
+
+namespace tallowmere {
+namespace {
+
+class Form1NoteTest : public Form1Test {
+ protected:
+  void open_with_files() {
+    for (const char name : {'a', 'b', 'c'}) {
+      files.add(std::string("C:\\docs\\") + name, "lantern oil", minute);
+    }
+    open();
+    form->show(SW_SHOW);
+  }
+
+  void run_any_word(SearchKind kind, const std::string& criteria) {
+    CriteriaInput input;
+    input.criteria = criteria;
+    input.search_type = search_or;
+    form->run_search(kind, input);
+  }
+
+  void press(WPARAM key) {
+    MSG message{GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
+    win32::dispatch_message(message);
+    win32::pump_pending();
+  }
+
+  /// On the last letters of the note, which are its link's.
+  void click_note() {
+    RECT area;
+    GetClientRect(form->lblNote.handle(), &area);
+    const LPARAM at = MAKELPARAM(area.right - 10, area.bottom / 2);
+    SendMessageW(form->lblNote.handle(), WM_LBUTTONDOWN, MK_LBUTTON, at);
+    SendMessageW(form->lblNote.handle(), WM_LBUTTONUP, 0, at);
+    win32::pump_pending();
+  }
+
+  HWND tab_stop_behind_the_viewer() const {
+    return GetNextDlgTabItem(form->handle(), form->Text1.handle(), FALSE);
+  }
+};
+
+TEST_F(Form1NoteTest, TheLinkSwitchesUnicodeTextOnAndRepeatsTheSearch) {
+  for (const WPARAM key : {VK_LBUTTON, VK_RETURN, VK_SPACE}) {
+    SCOPED_TRACE(key);
+    search.unicode_text = false;
+    settings.save_setting("unicode_text", "N");
+    files.clear();
+    open_with_files();
+    run(SearchKind::new_search, "lantern");
+    EXPECT_FALSE(form->lblNote.visible());
+    EXPECT_NE(tab_stop_behind_the_viewer(), form->lblNote.handle());
+    files.add("C:\\docs\\b", "hay");
+    run_any_word(SearchKind::list_search, "lantern жук");
+    EXPECT_EQ(names(), "a c ");
+    ASSERT_EQ(tab_stop_behind_the_viewer(), form->lblNote.handle());
+    EXPECT_EQ(form->lblNote.text(),
+              "The code page lacks a character of the criteria. <a>Read Unicode text</a>");
+
+    // What was listed before is gone through again, and nothing else.
+    files.add("C:\\docs\\b", "lantern");
+    files.add("C:\\docs\\d", "lantern");
+    search.criteria = "given up in the dialog";
+    form->lblNote.focus();
+    key == VK_LBUTTON ? click_note() : press(key);
+    EXPECT_EQ(names(), "a b c ");
+    EXPECT_EQ(search.criteria, "lantern жук");
+    EXPECT_TRUE(search.unicode_text && entry_checked(ID_MNUUNICODE));
+    EXPECT_FALSE(form->lblNote.visible());
+    EXPECT_TRUE(form->ListView2.has_focus());
+    choose(ID_NOTELINK);  // nothing happens
+    EXPECT_EQ(names(), "a b c ");
+  }
+}
+
+TEST_F(Form1NoteTest, AFileSearchIsRepeatedWhereverItsFileStandsNow) {
+  open_with_files();
+  run(SearchKind::new_search, "oil");
+  form->ListView2.select_only(0);
+  run_any_word(SearchKind::file_search, "oil жук");
+  for (int i = 0; i < 2; ++i) click_column(0);
+  EXPECT_EQ(names(), "c b a ");
+  form->ListView2.select_only(1);
+  click_note();
+  EXPECT_EQ(text_and_caption(), "lantern oil, a - Tallowmere 32");
+  EXPECT_EQ(form->Label1.text(), "Selected File Matched");
+  EXPECT_EQ(names(), "c b a ");
+}
+
+TEST_F(Form1NoteTest, TheEntryIsKeptAndShowsTheFileAfresh) {
+  open_with_files();
+  EXPECT_FALSE(entry_checked(ID_MNUUNICODE));
+  run(SearchKind::new_search, "oil");
+  click_row(0);
+  files.add("C:\\docs\\a", "other oil", minute);
+  for (const char* text : {"other oil", "third oil"}) {
+    choose(ID_MNUUNICODE);
+    EXPECT_EQ(text_and_caption(), std::string(text) + ", a - Tallowmere 32");
+    files.add("C:\\docs\\a", "third oil", minute);
+  }
+  choose(ID_MNUUNICODE);
+  choose(ID_MNUEXIT);
+  search.unicode_text = false;
+  start(settings);
+  EXPECT_TRUE(entry_checked(ID_MNUUNICODE));
+}
+
+TEST_F(Form1NoteTest, TheFileInformationComesFirst) {
+  open_with_files();
+  SetWindowPos(form->handle(), nullptr, 0, 0, 10, 10, SWP_NOZORDER | SWP_NOACTIVATE);
+  run(SearchKind::new_search, "oil");
+  click_row(0);
+  const auto place_of = [](const win32::Control& control) {
+    RECT place;
+    GetWindowRect(control.handle(), &place);
+    return place;
+  };
+  const RECT row = place_of(form->lblFileInfo);
+  const std::string info = form->lblFileInfo.text();
+  const std::string sentence = "12 Unicode files were searched byte by byte.";
+  const std::string link = "<a>Read Unicode text</a>";
+  for (const bool fits : {true, false}) {
+    const std::string text = fits ? sentence : sentence + " " + sentence + " " + sentence;
+    form->lblNote.show({text, NoteLink::read_unicode_text}, true);
+    EXPECT_EQ(form->lblNote.text(), fits ? text + " " + link : link);
+    EXPECT_EQ(form->tool_tip(form->lblNote), fits ? "" : text);
+    const RECT rest = place_of(form->lblFileInfo);
+    const RECT note = place_of(form->lblNote);
+    EXPECT_EQ(form->lblFileInfo.text(), info);
+    EXPECT_TRUE(rest.left == row.left && rest.top == row.top && rest.bottom == row.bottom);
+    EXPECT_LT(rest.right, note.left);
+    EXPECT_TRUE(note.right == row.right && note.top == row.top && note.bottom == row.bottom);
+  }
+  run(SearchKind::file_search, "жук");
+  SetWindowPos(form->handle(), nullptr, 0, 0, 1600, 600, SWP_NOZORDER | SWP_NOACTIVATE);
+  EXPECT_EQ(place_of(form->lblNote).right, place_of(form->ListView2).right);
+  run(SearchKind::file_search, "oil");
+  EXPECT_EQ(place_of(form->lblFileInfo).right, place_of(form->ListView2).right);
+}
+
+}  // namespace
+}  // namespace tallowmere
