@@ -80,6 +80,15 @@ constexpr HelpItem items[] = {
      "Recycle Bin where there is one.\n\n"
      "Remove only takes them out of the list: the files themselves are not touched, and the next "
      "search may list them again."},
+    {topic, "What does \"Unicode Text\" do?",
+     "While it is checked in the Search menu, files in UTF-8 and UTF-16, which most of today's "
+     "programs write, are searched and shown as the characters that they hold, in any script. The "
+     "encoding of the file in the viewer stands at the right below it.\n\n"
+     "While it is not checked, all files are read byte by byte in the system's code page. When a "
+     "search may have missed something by that, the line below the viewer says so. Press Read "
+     "Unicode text there: it checks the entry and makes the same search once more.\n\n"
+     "Text packed inside documents (.docx, .pdf, .zip) is searched as the bytes that it is, so "
+     "hardly any of its words are found."},
 };
 static_assert(is_complete(items));
 
