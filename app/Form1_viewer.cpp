@@ -34,6 +34,7 @@ void Form1::show_file(const FileRecord* record) {
                            ? file_info_text(record->filesize, win32::thousands_separator(),
                                             win32::general_date(clock_.to_local(record->filedate)))
                            : "");
+  show_note();  // a message may come before the step ends
 }
 
 /// The facts of a row have changed on disk: the keys that they are sorted by sort again.
