@@ -64,7 +64,9 @@ void SearchRun::repeat() {
       return search_listed(input, std::move(last_.listed));
     case SearchKind::file_search:
       const std::size_t row = results_.find_result_index(last_.path);
-      if (row < results_.file_count()) search_file(input, row);
+      if (row == results_.file_count()) return;
+      viewer_.clear();  // what shows was read another way, and stays where nothing matches
+      search_file(input, row);
   }
 }
 
