@@ -50,6 +50,10 @@ std::string utf8_bytes(std::u32string_view text) {
   return bytes;
 }
 
+bool same_length(char32_t one, char32_t other) {
+  return utf8_bytes({&one, 1}).size() == utf8_bytes({&other, 1}).size();
+}
+
 /// In UTF-16 ignoring the case of single bytes finds too much, which does no harm.
 BytePattern pattern(std::string bytes, const std::array<Byte, 256>* lower) {
   if (lower) {
@@ -88,17 +92,17 @@ RawFilter::RawFilter(const CompiledSearch& search, const SearchPage& page,
   const auto* lower = search.ignore_case ? &page.lower_table() : nullptr;
   const bool plain_ascii = has_plain_ascii(code_page, page.lower_table());
   const auto in_one_form = [](char32_t, const std::u32string& forms) { return forms.empty(); };
-  const auto in_one_length = [&](char32_t code, const std::u32string& forms) {
-    return take_forms(code, forms);
+  const auto in_one_length = [](char32_t code, const std::u32string& forms) {
+    return std::ranges::all_of(forms, [&](char32_t form) { return same_length(code, form); });
   };
   const auto never_in_page = [&](char32_t code, const std::u32string& forms) {
     const auto absent = [&](char32_t form) { return !code_page.from_unicode(form); };
     return (code < 0x80 ? plain_ascii : absent(code)) && std::ranges::all_of(forms, absent) &&
-           take_forms(code, forms);
+           in_one_length(code, forms);
   };
   // The table has to be whole before the first pattern is made.
   for (std::size_t term = 0; term < needed; ++term) {
-    longest_part(search.terms[term], page, in_one_length);
+    if (search.representable[term]) merge_forms(search.terms[term], page);
   }
   for (std::size_t term = 0; term < needed; ++term) {
     auto& parts = terms_.emplace_back();
@@ -120,20 +124,19 @@ RawFilter::RawFilter(const CompiledSearch& search, const SearchPage& page,
   }
 }
 
-/// False when the forms differ in length.
-bool RawFilter::take_forms(char32_t code, const std::u32string& forms) {
-  const std::string bytes = utf8_bytes({&code, 1});
-  const auto fits = [&](char32_t form) { return utf8_bytes({&form, 1}).size() == bytes.size(); };
-  if (!std::ranges::all_of(forms, fits)) return false;
-  for (const char32_t form : forms) {
-    const std::string others = utf8_bytes({&form, 1});
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-      const Byte into = merged_[static_cast<Byte>(bytes[i])];
-      const Byte gone = merged_[static_cast<Byte>(others[i])];
-      std::ranges::replace(merged_, gone, into);
+void RawFilter::merge_forms(const std::string& term, const SearchPage& page) {
+  for (const char c : term) {
+    const char32_t code = page.character(static_cast<Byte>(c));
+    for (const char32_t form : page.other_forms(static_cast<Byte>(c))) {
+      if (!same_length(code, form)) continue;
+      const std::string bytes = utf8_bytes({&code, 1}), others = utf8_bytes({&form, 1});
+      for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const Byte into = merged_[static_cast<Byte>(bytes[i])];
+        const Byte gone = merged_[static_cast<Byte>(others[i])];
+        std::ranges::replace(merged_, gone, into);
+      }
     }
   }
-  return true;
 }
 
 template <typename Chosen>

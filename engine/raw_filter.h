@@ -2,6 +2,7 @@
 
 #include <array>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -37,7 +38,7 @@ class RawFilter {
     BytePattern unless_utf16;  ///< also no byte of the code page is a character of it
   };
 
-  bool take_forms(char32_t code, const std::u32string& forms);
+  void merge_forms(const std::string& term, const SearchPage& page);
 
   template <typename Chosen>
   bool may_match(std::string_view file, const Chosen& chosen) const;

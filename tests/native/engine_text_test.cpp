@@ -178,6 +178,26 @@ TEST(UnicodeText, InvalidBytesAreTheCodePages) {
   }
 }
 
+TEST(UnicodeText, OddCriteria) {
+  const std::string half = "\xED\xA0\x80";
+  std::string far;  // its one capital stands behind what is looked for before decoding
+  for (int i = 0; i < 30; ++i) far += "\xC3\xA9\xE6\x97\xA5\xD0\xB6";
+  std::string capital = far;
+  capital.replace(capital.size() - 2, 2, "\xD0\x96");
+  const struct {
+    std::string criteria, text;
+    bool found;
+  } cases[] = {{half, half, false}, {far, capital, true}, {capital, far, true}};
+  for (const auto& [criteria, text, found] : cases) {
+    SearchCriteria search;
+    load_search_criteria(search, {criteria, search_phrase});
+    const CompiledSearch in_page(search, page());
+    const UnicodeSearch unicode(search, page());
+    TextMatcher matcher(in_page, &unicode);
+    EXPECT_EQ(matches(matcher, text), found) << criteria;
+  }
+}
+
 /// Texts and rubbish, taken in pieces and put into little room.
 TEST(UnicodeText, IsDecodedAsItsCharactersOneByOne) {
   std::mt19937 random(test_seed());
