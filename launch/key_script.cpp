@@ -6,6 +6,7 @@
 
 #include "engine/compiled_search.h"
 #include "engine/letter_case.h"
+#include "engine/search_page.h"
 #include "engine/unicode.h"
 
 namespace tallowmere {
@@ -90,20 +91,31 @@ ScriptStep step_of(const Line& line, const std::string& keys) {
   return {Kind::send, text};
 }
 
+/// The first term's text, as a search of Unicode text or of the code page has it.
+FindRequest first_term(const SearchCriteria& search, const CodePage& page) {
+  if (search.unicode_text) {
+    const SearchPage unicode(search, page);
+    const CompiledSearch compiled(search, unicode);
+    if (!compiled.terms.empty() && compiled.representable.front()) {
+      std::string text;
+      for (const char c : compiled.terms.front()) {
+        append_utf8(text, unicode.character(static_cast<Byte>(c)));
+      }
+      return {text, compiled.whole_word.front()};
+    }
+  }
+  const CompiledSearch compiled(search, page);
+  if (compiled.terms.empty()) return {};
+  return {from_page_bytes(compiled.terms.front(), page), compiled.whole_word.front()};
+}
+
 }  // namespace
 
 FindRequest find_request(const SearchCriteria& search, const CodePage& page) {
-  FindRequest request;
+  const bool phrase = search.search_type == search_phrase;
+  FindRequest request = phrase ? FindRequest{search.criteria} : first_term(search, page);
+  request.text = first_line(request.text);
   request.match_case = search.match_case;
-  if (search.search_type == search_phrase) {
-    request.text = first_line(search.criteria);
-    return request;
-  }
-  const CompiledSearch compiled(search, page);
-  if (!compiled.terms.empty()) {
-    request.text = first_line(from_page_bytes(compiled.terms.front(), page));
-    request.whole_word = compiled.whole_word.front();
-  }
   return request;
 }
 

@@ -91,8 +91,8 @@ TEST(KeyScript, ScriptsOfTheKnownEditors) {
 
 TEST(KeyScript, WhatIsToBeFound) {
   const CodePage page = CodePage::windows_1252();
+  SearchCriteria search;
   const auto request = [&](std::string criteria, SearchType type, bool match_case = false) {
-    SearchCriteria search;
     load_search_criteria(search, {std::move(criteria), type, match_case});
     const FindRequest found = find_request(search, page);
     return found.text + (found.whole_word ? "|w" : "") + (found.match_case ? "|c" : "");
@@ -103,6 +103,9 @@ TEST(KeyScript, WhatIsToBeFound) {
   EXPECT_EQ(request("\r\n\tone\r\ntwo", search_phrase), "one") << "no Find dialog takes two lines";
   EXPECT_EQ(request("  ", search_or) + request("\"\"", search_or), "");
   EXPECT_EQ(find_request({}, page).text, "") << "no search was run yet";
+  search.unicode_text = true;
+  EXPECT_EQ(request("Жук 😀", search_and) + request("\"Ü😀\"", search_or, true), "жук|wÜ😀|c");
+  EXPECT_EQ(request("a\xED\xA0\x80", search_and), "a|w") << "up to half a pair";
 }
 
 TEST(WindowTitle, WhichWindowsOfAnEditorMayGetKeys) {
