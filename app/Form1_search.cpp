@@ -47,6 +47,7 @@ void Form1::start_run(SearchKind kind) {
 }
 
 void Form1::run_search(SearchKind kind, const CriteriaInput& input) {
+  if (!run_.can_search(input)) return;
   const int row = ListView2.selected();
   switch (kind) {
     case SearchKind::new_search:

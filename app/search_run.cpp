@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/window_search_host.h"
+#include "engine/search_page.h"
 #include "shell/run_texts.h"
 #include "win32/message_loop.h"
 
@@ -57,6 +58,7 @@ void SearchRun::repeat() {
   last_.search.unicode_text = services_.search.unicode_text;
   services_.search = last_.search;
   const CriteriaInput input = current_criteria(services_.search);
+  if (!can_search(input)) return;
   switch (last_.kind) {
     case SearchKind::new_search:
       return search_new(input);
@@ -68,6 +70,15 @@ void SearchRun::repeat() {
       viewer_.clear();  // what shows was read another way, and stays where nothing matches
       search_file(input, row);
   }
+}
+
+bool SearchRun::can_search(const CriteriaInput& input) {
+  load_search_criteria(services_.search, input);
+  viewer_.criteria_loaded();
+  const SearchCriteria& search = services_.search;
+  if (!search.unicode_text || SearchPage(search, services_.page).fits()) return true;
+  window_.message(too_many_characters_text, "Cannot Search");
+  return false;
 }
 
 void SearchRun::load(SearchKind kind, const CriteriaInput& input) {

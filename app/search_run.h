@@ -62,6 +62,9 @@ class SearchRun {
 
   SearchRun(Window window, Services services);
 
+  /// Loads the criteria, which the dialog shows again whatever comes of them. False, after a
+  /// message, when they hold more different characters than can be searched for in Unicode text.
+  bool can_search(const CriteriaInput& input);
   /// Searches the folders, or the files listed, and lists those that match. Returns at the end.
   void search_new(const CriteriaInput& input);
   void search_list(const CriteriaInput& input);

@@ -1,3 +1,4 @@
+#include "engine/unicode.h"
 #include "tests/windows/form1_fixture.h"
 
 namespace tallowmere {
@@ -72,6 +73,30 @@ TEST_F(Form1NoteTest, TheLinkSwitchesUnicodeTextOnAndRepeatsTheSearch) {
     choose(ID_NOTELINK);  // nothing happens
     EXPECT_EQ(names(), "a b c ");
   }
+}
+
+TEST_F(Form1NoteTest, WhatWasReadByteByByteIsCountedThenFoundAndNamed) {
+  files.add("C:\\docs\\u", std::string("\xFF\xFEo\0i\0l\0", 8), minute);
+  open_with_files();
+  run(SearchKind::new_search, "oil");
+  EXPECT_EQ(form->lblNote.text(),
+            "1 Unicode file was searched byte by byte. <a>Read Unicode text</a>");
+  click_note();
+  EXPECT_EQ(names(), "a b c u ");
+  click_row(3);
+  EXPECT_EQ(form->lblNote.text(), "UTF-16");
+  click_row(0);
+  EXPECT_EQ(form->lblNote.text(), "UTF-8");
+
+  std::string many;
+  for (int i = 0; i < 200; ++i) append_utf8(many, static_cast<char32_t>(0x4E00 + i));
+  {
+    std::string told;
+    const User user("Cannot Search", press_button(IDOK, &told));
+    run(SearchKind::list_search, many);
+  }
+  EXPECT_EQ(names(), "a b c u ");
+  EXPECT_EQ(search.criteria, many) << "typed for nothing";
 }
 
 TEST_F(Form1NoteTest, AFileSearchIsRepeatedWhereverItsFileStandsNow) {
