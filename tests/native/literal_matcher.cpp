@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <span>
+#include <string>
+#include <type_traits>
 #include <vector>
 
 #include "engine/letters.h"
@@ -12,9 +14,9 @@ namespace {
 
 constexpr std::size_t chunk_size = 63000;
 
-/// A wide character is a whole one on Linux, and is looked for fast.
-using Text = std::wstring;
-static_assert(sizeof(wchar_t) == sizeof(char32_t));
+/// A wide character is a whole one on Linux, where it is looked for faster.
+using Character = std::conditional_t<sizeof(wchar_t) == sizeof(char32_t), wchar_t, char32_t>;
+using Text = std::basic_string<Character>;
 
 bool is_word_in_page(char32_t byte) {
   return (byte >= 65 && byte <= 90) || (byte >= 97 && byte <= 122) || byte >= 192;
@@ -32,7 +34,7 @@ std::size_t position_of(const Text& text, const Text& part, std::size_t from) {
 struct Material {
   Text file;
   std::vector<Text> terms;
-  std::span<const wchar_t> lower;  ///< by character
+  std::span<const Character> lower;  ///< by character
   bool (*is_word)(char32_t);
 };
 
@@ -46,7 +48,7 @@ class LiteralMatcher {
         seen_(file_),
         found_(terms_.size()) {
     if (!search.ignore_case) return;
-    for (wchar_t& c : seen_) c = material.lower[static_cast<std::size_t>(c)];
+    for (Character& c : seen_) c = material.lower[static_cast<std::size_t>(c)];
   }
 
   bool matches() {
@@ -167,8 +169,8 @@ Text characters(const std::string& file, TextEncoding encoding, const CodePage& 
   for (std::size_t at = mark_length(encoding, file); at < file.size();) {
     const TextCharacter character = next_character(file, at, encoding);
     const bool invalid = character.code >= code_page_byte;
-    text += static_cast<wchar_t>(invalid ? page.to_unicode(static_cast<unsigned char>(file[at]))
-                                         : character.code);
+    text += static_cast<Character>(invalid ? page.to_unicode(static_cast<unsigned char>(file[at]))
+                                           : character.code);
     at += character.length;
   }
   return text;
@@ -185,7 +187,7 @@ bool matches_literally(const CompiledSearch& search, const CodePage& page,
   };
   Material material{bytes(file), {}, {}, is_word_in_page};
   for (const std::string& term : search.terms) material.terms.push_back(bytes(term));
-  const std::vector<wchar_t> lower(page.lower_table().begin(), page.lower_table().end());
+  const std::vector<Character> lower(page.lower_table().begin(), page.lower_table().end());
   material.lower = lower;
   return LiteralMatcher(search, material).matches();
 }
@@ -194,15 +196,15 @@ bool matches_literally(const CompiledSearch& in_page, const UnicodeSearch& unico
                        const CodePage& page, const std::string& file) {
   const TextEncoding encoding = find_text_encoding(file);
   if (encoding == TextEncoding::code_page) return matches_literally(in_page, page, file);
-  static const std::vector<wchar_t> folded = [] {
-    std::vector<wchar_t> all;
-    for (char32_t code = 0; code <= no_character; ++code) all.push_back(wchar_t(fold(code)));
+  static const std::vector<Character> folded = [] {
+    std::vector<Character> all;
+    for (char32_t code = 0; code <= no_character; ++code) all.push_back(Character(fold(code)));
     return all;
   }();
   Material material{characters(file, encoding, page), {}, folded, is_letter};
   for (const std::string& term : unicode.compiled.terms) {
     Text& codes = material.terms.emplace_back();
-    for (const char c : term) codes += wchar_t(unicode.page.character(static_cast<Byte>(c)));
+    for (const char c : term) codes += Character(unicode.page.character(static_cast<Byte>(c)));
   }
   return LiteralMatcher(unicode.compiled, material).matches();
 }
