@@ -44,6 +44,7 @@ std::optional<SystemError> FileText::read_first(Byte* into, std::size_t wanted, 
   const RawFilter& filter = search_->filter;
   // UTF-16 is told by its mark, of which no byte begins a character in UTF-8.
   const bool may_be_utf16 = got > 0 && into[0] >= 0xFE;
+  if (!may_be_utf16 && filter.bytes_suffice()) return std::nullopt;
   if (ended_ && !may_be_utf16) answer_ = filter.answer_unless_utf16(text);
   if (answer_) return std::nullopt;
   encoding_ = TextEncoding::utf8;

@@ -25,7 +25,8 @@ class FileText {
   /// than an encoding_sample.
   std::optional<SystemError> read(Byte* into, std::size_t wanted, std::size_t& got);
 
-  /// The encoding, once something was read; without a search always the code page.
+  /// The encoding, once something was read; without a search always the code page, as also where
+  /// that gives the same answer.
   TextEncoding encoding() const { return encoding_; }
 
   /// Whether the file matches, when the first read has shown that already; its text is undecoded

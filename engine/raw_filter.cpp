@@ -121,6 +121,9 @@ RawFilter::RawFilter(const CompiledSearch& search, const SearchPage& page,
     for (const char c : bytes) whole += page.character(static_cast<Byte>(c));
     phrase_.emplace(pattern(utf8_bytes(whole), lower));
     is_ascii_phrase_ = plain_ascii && !search.beyond_ascii;
+    bytes_suffice_ = is_ascii_phrase_ && std::ranges::all_of(bytes, [&](char c) {
+                       return page.other_forms(static_cast<Byte>(c)).empty();
+                     });
   }
 }
 

@@ -23,6 +23,10 @@ class RawFilter {
   RawFilter(const RawFilter&) = delete;  // the patterns point to the table
   RawFilter& operator=(const RawFilter&) = delete;
 
+  /// True when a file of any encoding but UTF-16 has the same answer byte by byte: ASCII matches
+  /// nothing else, and a phrase is found wherever it stands.
+  bool bytes_suffice() const { return bytes_suffice_; }
+
   /// Whether the file of these bytes, mark included, matches; nothing when that is open.
   std::optional<bool> answer(std::string_view file, TextEncoding encoding) const;
 
@@ -50,6 +54,7 @@ class RawFilter {
   bool one_suffices_;                        ///< otherwise all are needed
   std::optional<BytePattern> phrase_;        ///< in UTF-8, in one of its forms: enough for a match
   bool is_ascii_phrase_ = false;             ///< it means the same in the code page
+  bool bytes_suffice_ = false;               ///< and nothing beyond ASCII matches it
   std::vector<std::optional<Parts>> terms_;  ///< those needed; nothing for one that no file holds
 };
 
