@@ -1,4 +1,3 @@
-#include "app/window_search_host.h"
 #include "tests/windows/form1_fixture.h"
 
 namespace tallowmere {
@@ -121,22 +120,6 @@ TEST_F(Form1SearchTest, WithoutMemoryItKeepsWhatItHasFoundAndGoesOn) {
   EXPECT_FALSE(form->finding());
   choose(ID_MNUFINDNEXT);
   EXPECT_EQ(form->Text1.selection().length, 6);
-}
-
-TEST(WindowSearchHost, LooksForEventsFarLessOftenThanItIsAsked) {
-  bool stop = false;
-  ResultList results;
-  WindowSearchHost host(nullptr, results, stop, true);
-  const std::uint64_t start = GetTickCount64();
-  std::uint64_t posted = 0;
-  for (int i = 0; i < 10'000; ++i) {
-    MSG message;
-    const bool served = !PeekMessageW(&message, nullptr, WM_NULL, WM_NULL, PM_NOREMOVE);
-    if (served) PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
-    posted += served;
-    ASSERT_TRUE(host.go_on());
-  }
-  EXPECT_LE(posted, (GetTickCount64() - start) / 10 + 2);
 }
 
 }  // namespace
