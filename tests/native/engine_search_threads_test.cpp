@@ -57,7 +57,8 @@ class SearchThreadsTest : public ::testing::Test {
   SearchThreadsTest() {
     search.path = "/";
     search.type_checked[0] = true;
-    load_search_criteria(search, {"cat", search_or});
+    load_search_criteria(search, {"cat \xD0\xB6", search_or});
+    search.unicode_text = true;
   }
 
   FileSearch make(SearchHost& host, const ThreadUse& use) {
@@ -88,7 +89,10 @@ void SearchThreadsTest::plant_tree(std::mt19937& random) {
       const std::string name = "f" + std::to_string(random() % 999) + types[random() % 4];
       const std::size_t padding = chance(30) ? 200000 : random() % 9;
       auto& file =
-          files.add(folder + name, std::string(padding, '.') + (chance(3) ? "dog" : " cat"),
+          files.add(folder + name,
+                    std::string(padding, '.') + (chance(3)   ? "dog"
+                                                 : chance(2) ? " cat"
+                                                             : "\xC3\xA9\xE2\x80\x8B\xD0\x96"),
                     static_cast<Ticks>(random() % 3) * 400 * 86400 * ticks_per_second);
       file.unreadable = chance(15);
       if (chance(15)) file.breaks_at = random() % (padding + 1);
