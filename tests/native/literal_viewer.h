@@ -176,7 +176,7 @@ class LiteralViewer {
     }
     if (chunk_pending && !in_text1()) start = fill_textbox(start);
     chunk_pending = false;
-    const Position end = std::min(start + length, std::ssize(text1) + 1);
+    const Position end = std::min<Position>(start + length, std::ssize(text1) + 1);
     sel_start = places_[static_cast<std::size_t>(start - 1)] - 1;
     sel_length = places_[static_cast<std::size_t>(end - 1)] - 1 - sel_start;
     if (wrapped) ++beeps;
