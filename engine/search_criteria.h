@@ -23,6 +23,7 @@ enum DateSearch : int {
 };
 
 inline constexpr int criteria_limit = 32767;  ///< characters that can be typed or stored
+inline constexpr int leave_out_limit = 8191;  ///< characters of `leave_out` likewise
 inline constexpr int file_type_slots = 7;     ///< slot 0 is "All Files", 1 to 6 are the user's
 
 /// The one record of the current search: what the user chose. The dialogs edit it, the settings
@@ -42,6 +43,9 @@ struct SearchCriteria {
   std::string drive;  ///< as the drive list shows it, for example C:\ on Windows
   std::string path;   ///< a missing final separator is added before use
   bool search_subfolders = true;
+  std::string leave_out;      ///< names with * and ?, parted by ";", as typed: treated as not there
+  bool hidden_files = false;  ///< hidden and system files and folders are searched, too
+  bool online_files = false;  ///< files that are only in the cloud are fetched to be searched
   std::array<bool, file_type_slots> type_checked{};
   std::array<std::string, file_type_slots> user_types{"*"};
   std::array<std::string, file_type_slots> type_descriptions{};  ///< as the system registers them

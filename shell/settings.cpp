@@ -137,6 +137,12 @@ void load_criteria(SettingsStore& store, SearchCriteria& search) {
   search.unicode_text = store.get_setting("unicode_text") == "Y";
 }
 
+void load_extent(SettingsStore& store, SearchCriteria& search) {
+  search.leave_out = first_characters(store.get_setting("leave_out"), leave_out_limit);
+  search.hidden_files = store.get_setting("hidden_files") == "Y";
+  search.online_files = store.get_setting("online_files") == "Y";
+}
+
 void load_font(SettingsStore& store, ShellState& shell) {
   const std::string name = store.get_setting("font_name");
   if (!name.empty() && to_utf16(name).size() <= longest_font_name) shell.font_name = name;
@@ -175,11 +181,18 @@ void save_placement(SettingsStore& store, const TwipRect& placement) {
   store.save_setting("width", std::to_string(placement.width));
 }
 
+std::string yes_or_no(bool set) {
+  return set ? "Y" : "N";
+}
+
 void save_where_and_dates(SettingsStore& store, const SearchCriteria& search) {
   for (int slot = 1; slot < file_type_slots; ++slot) {
     store.save_setting(user_type_key(slot), search.user_types[slot]);
   }
   store.save_setting("path", search.path);
+  store.save_setting("leave_out", search.leave_out);
+  store.save_setting("hidden_files", yes_or_no(search.hidden_files));
+  store.save_setting("online_files", yes_or_no(search.online_files));
   store.save_setting("date_search", std::to_string(search.date_search));
   store.save_setting("from_date", iso_date(search.from_date));
   store.save_setting("to_date", iso_date(search.to_date));
@@ -198,6 +211,7 @@ void load_settings(SettingsStore& store, SearchCriteria& search, ShellState& she
   load_user_types(store, search);
   load_checked(store, search, shell);
   load_criteria(store, search);
+  load_extent(store, search);
   load_font(store, shell);
   load_placement(store, shell);
 }
@@ -209,7 +223,7 @@ void save_settings(SettingsStore& store, const SearchCriteria& search, const She
   store.save_setting("search_type", std::to_string(search.search_type));
   store.save_setting("prox_before", std::to_string(search.prox_before));
   store.save_setting("prox_after", std::to_string(search.prox_after));
-  store.save_setting("unicode_text", search.unicode_text ? "Y" : "N");
+  store.save_setting("unicode_text", yes_or_no(search.unicode_text));
   store.save_setting("checked", checked_text(search, shell));
   save_where_and_dates(store, search);
   store.save_setting("font_name", shell.font_name);

@@ -109,7 +109,8 @@ TEST(Settings, AnEmptyStoreGivesTheFirstRun) {
       values_of("path=C:\\|date_search=0|past_days=0|from_date=2024-02-29|to_date=2024-02-29|"
                 "s_year=2024|s_month=2|s_month_year=2024|user_type2=doc|user_type5=w??|"
                 "user_type6=md|checked=NYNNNNNYNNNYNNNYYYN|criteria=|search_type=2|prox_before=0|"
-                "unicode_text=N|font_name=Courier New|font_size=10|left=0|width=0"));
+                "unicode_text=N|leave_out=|hidden_files=N|online_files=N|font_name=Courier "
+                "New|font_size=10|left=0|width=0"));
 }
 
 TEST(Settings, CheckedSwitchesOnOnlyByYAndOffOnlyByN) {
@@ -124,6 +125,7 @@ TEST(Settings, CheckedSwitchesOnOnlyByYAndOffOnlyByN) {
 TEST(Settings, StoredValuesAreTakenAsFarAsTheyCan) {
   expect_kept("path", {{"\\\\server\\share\\x", "\\\\server\\share\\x"}, {megabyte, "C:\\"}});
   expect_kept("criteria", {{megabyte, megabyte.substr(0, criteria_limit)}});
+  expect_kept("leave_out", {{megabyte, megabyte.substr(0, leave_out_limit)}});
   for (const char* type : {"7", "-1", "4", "1.9", "3.5", "9999999999"}) {
     expect_kept("search_type", {{type, "2"}});
   }
@@ -156,7 +158,8 @@ TEST(Settings, EverythingSurvivesARestart) {
       "s_year=2001|s_month=11|s_month_year=2002|user_type1=c|user_type2=w??|user_type3=|"
       "user_type4=é|user_type5=tar.gz|user_type6=|criteria= a \"b|search_type=3|prox_before=0|"
       "prox_after=250|font_name=Consolas|font_size=8.25|left=100|top=200|height=7000|width=9700|"
-      "checked=NYNNNNYYNYNNNYNYNNY|unicode_text=Y");
+      "checked=NYNNNNYYNYNNNYNYNNY|unicode_text=Y|leave_out=.git; *.bak|hidden_files=Y|"
+      "online_files=Y");
   Loaded loaded = load(values);
   EXPECT_EQ(loaded.search.drive + loaded.search.user_types[4], "D:\\é");
   EXPECT_EQ(loaded.shell.sort_key, SortKey::folder);
