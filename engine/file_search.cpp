@@ -57,6 +57,8 @@ void FileSearch::SearchAllDir() {
 
 /// What came before an error is searched all the same; the folder then counts as unread.
 void FileSearch::search_folder_files(const SearchFolder& folder) {
+  left_out_.types += folder.left_out.types;
+  left_out_.names += folder.left_out.names;
   for (const SearchFolder::Turn& turn : folder.turns()) {
     if (!keep_going()) break;
     ++files_searched_;
@@ -78,6 +80,7 @@ bool FileSearch::matches(const SearchFolder& folder, const SearchFolder::Turn& t
   }
   const bool in_bytes = verdict == Verdict::match_in_bytes || verdict == Verdict::no_match_in_bytes;
   if (in_bytes && !turn.repeated) ++read_as_bytes_;
+  if (verdict == Verdict::other_date && !turn.repeated) ++left_out_.dates;
   return is_match(verdict);
 }
 

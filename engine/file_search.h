@@ -75,6 +75,11 @@ class FileSearch {
   std::int64_t files_matched() const { return files_matched_; }
   /// Searched files whose answer may be another as Unicode text.
   std::int64_t read_as_bytes() const { return read_as_bytes_; }
+  /// By the part of the walk that has been delivered.
+  const LeftOut& left_out() const { return left_out_; }
+  /// The folder whose files are being delivered or, until it is listed, waited for; with its final
+  /// separator. For the host's thread, also from inside a call to the host. Empty at the end.
+  std::string current_folder() const { return threads_.current_folder(); }
   bool stopped() const { return stopped_; }
   const std::vector<UnreadFile>& unread() const { return unread_; }
 
@@ -92,6 +97,7 @@ class FileSearch {
   std::int64_t files_searched_ = 0;
   std::int64_t files_matched_ = 0;
   std::int64_t read_as_bytes_ = 0;
+  LeftOut left_out_;
   bool stopped_ = false;
   std::vector<UnreadFile> unread_;
   SearchThreads threads_;

@@ -52,7 +52,7 @@ Verdict FileTester::test(SearchFolder& folder, std::size_t row, const std::funct
   };
   if (job_.dates.limits() && folder.source() != Source::selection) {
     if (!file.facts_known && failed(ask_facts())) return Verdict::unread;
-    if (!job_.dates.file_in_date_range(file.facts.modified)) return Verdict::no_match;
+    if (!job_.dates.file_in_date_range(file.facts.modified)) return Verdict::other_date;
   }
   const bool listed = folder.source() == Source::folder;
   if (failed(listed ? file_->open_listed(folder.path(), file.name)

@@ -12,6 +12,7 @@ void SearchFolder::start(std::string_view path, Source source) {
   listing.clear();
   error.reset();
   subfolders.clear();
+  left_out = {};
   troubles.clear();
   turns_.clear();
   verdicts_.clear();
@@ -21,14 +22,17 @@ void SearchFolder::start(std::string_view path, Source source) {
 void SearchFolder::plan(const std::vector<std::string>& patterns) {
   const std::uint32_t rows = begin_plan();
   std::vector<bool> planned(patterns.size() > 1 ? rows : 0);
+  std::size_t repeats = 0;
   for (const std::string& pattern : patterns) {
     for (std::uint32_t row = 0; row < rows; ++row) {
       if (!fits_file_type(listing.file(row).name, pattern)) continue;
       const bool repeated = !planned.empty() && planned[row];
       turns_.push_back({row, repeated});
+      repeats += repeated;
       if (!planned.empty()) planned[row] = true;
     }
   }
+  left_out.types = rows - static_cast<std::int64_t>(turns_.size() - repeats);
 }
 
 void SearchFolder::plan_all() {

@@ -19,7 +19,8 @@ enum class Verdict : unsigned char {
   no_match_in_bytes,  ///< another answer may be right, were the file read as Unicode text
   match_in_bytes,     ///< likewise
   unread,             ///< it could not be opened, or asked for its date
-  broken_off          ///< reading broke off
+  broken_off,         ///< reading broke off
+  other_date          ///< the dates to search leave it out
 };
 
 inline bool is_trouble(Verdict verdict) {
@@ -29,6 +30,13 @@ inline bool is_trouble(Verdict verdict) {
 inline bool is_match(Verdict verdict) {
   return verdict == Verdict::match || verdict == Verdict::match_in_bytes;
 }
+
+/// What a search has not tested, as far as it knows: each file and folder once.
+struct LeftOut {
+  std::int64_t types = 0;  ///< files that are of no type to search
+  std::int64_t names = 0;  ///< files and folders left out by name
+  std::int64_t dates = 0;  ///< files of a type to search that the dates leave out
+};
 
 /// The files of one folder that a search tests, in the order in which they are delivered. One
 /// thread lists the folder; then any threads test its files, each file by one of them, while the
@@ -51,7 +59,8 @@ class SearchFolder {
 
   /// Begins anew with another folder; `path` ends with a separator.
   void start(std::string_view path, Source source);
-  /// Makes the turns of the files listed: each pattern of file types is a pass of its own.
+  /// Makes the turns of the files listed: each pattern of file types is a pass of its own. Counts
+  /// the files that fit none.
   void plan(const std::vector<std::string>& patterns);
   /// Makes the turns of all files in the listing, in its order.
   void plan_all();
@@ -67,6 +76,7 @@ class SearchFolder {
   FolderListing listing;
   std::optional<SystemError> error;     ///< of listing it; what came before it is in the listing
   std::vector<std::string> subfolders;  ///< in the order of the walk
+  LeftOut left_out;                     ///< when it was listed
 
   /// Why a file is unread. Who adds one or looks for one holds the lock that the threads share.
   struct Trouble {

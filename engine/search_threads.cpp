@@ -338,6 +338,11 @@ SystemError SearchThreads::trouble(std::size_t row) const {
   return found->error;
 }
 
+std::string SearchThreads::current_folder() const {
+  const std::lock_guard held(shared_->lock);
+  return shared_->order.first_path();
+}
+
 void SearchThreads::finish() {
   if (threads_.empty()) return;
   {

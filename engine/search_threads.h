@@ -62,6 +62,10 @@ class SearchThreads {
   /// Why a file of that folder is unread.
   SystemError trouble(std::size_t row) const;
 
+  /// The folder that next() gave, or now waits for; its parent's as long as nobody lists it. Empty
+  /// when there is none.
+  std::string current_folder() const;
+
   /// Waits for the threads, which have nothing left to do.
   void finish();
 

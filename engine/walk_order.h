@@ -58,6 +58,8 @@ class WalkOrder {
   void unlist_front();
   void drop_front();
   bool empty();
+  /// The folder of the first place, or the one that its subfolders are in; empty without any.
+  std::string first_path() const { return places_.empty() ? "" : places_.front().folder.path(); }
 
   /// Files to be tested that nobody has claimed.
   std::size_t untested() const { return untested_; }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <functional>
 
 #include "engine/file_search.h"
 #include "engine/file_types.h"
@@ -18,7 +19,14 @@ class RecordingHost : public SearchHost {
   int failures_left = INT_MAX;  ///< the user stops at the last of these
   int stop_after = -1;          ///< questions until Stop; below 0: never
 
-  bool go_on() override { return stop_after < 0 || stop_after-- > 0; }
+  std::function<std::string()> current_folder;  ///< asked at every question
+  std::string folders;                          ///< what it told, a line each
+
+  bool go_on() override {
+    const std::string folder = current_folder ? current_folder() + "\n" : "";
+    if (folder.size() > 1 && !folders.ends_with(folder)) folders += folder;
+    return stop_after < 0 || stop_after-- > 0;
+  }
   void file_matched(const FoundFile& file) override {
     matches += std::string(file.folder) + std::string(file.name) + "\n";
     last = file.facts;
@@ -245,6 +253,25 @@ TEST_F(FileSearchTest, ListSearchKeepsStoredFactsAndAsksTheDiskForDates) {
   // The selected file is tested whatever its date.
   EXPECT_TRUE(make().search_selected_file("/other/", "c"));
   EXPECT_FALSE(make().search_selected_file("/top/", "b"));
+}
+
+TEST_F(FileSearchTest, CountsWhatItLeftOut) {
+  files.add("/top/a.txt", "cat", clock.start_of_day({2024, 3, 1}));
+  files.add("/top/b.txt", "cat", clock.start_of_day({2020, 3, 1}));
+  files.add("/top/c.doc", "cat", clock.start_of_day({2024, 3, 1}));
+  files.add("/top/sub/d.txt", "dog", clock.start_of_day({2020, 3, 1}));
+  search.type_checked = {false, true, true};
+  search.user_types = {"*", "t?t", "txt"};  // each file comes twice
+  search.date_search = specific_year;
+  search.s_year = 2024;
+  FileSearch run = make();
+  host.current_folder = [&] { return run.current_folder(); };
+  EXPECT_EQ(run.current_folder(), "");
+  run.search_files();
+  EXPECT_EQ(host.matches, "/top/a.txt\n/top/a.txt\n");
+  EXPECT_EQ(run.left_out().types, 1);
+  EXPECT_EQ(run.left_out().dates, 2);
+  EXPECT_EQ(host.folders, "/top/\n/top/sub/\n");
 }
 
 TEST_F(FileSearchTest, CountsWhatMayReadOtherwiseAsUnicodeText) {
