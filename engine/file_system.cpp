@@ -30,6 +30,10 @@ void FolderListing::add_folder(std::string_view name) {
   names_.append(name);
 }
 
+std::size_t FolderListing::remove_files(const std::function<bool(std::string_view)>& unwanted) {
+  return std::erase_if(files_, [&](const FileRow& row) { return unwanted(text(row.name)); });
+}
+
 void FolderListing::set_facts(std::size_t index, const FileFacts& facts) {
   files_[index].facts_known = true;
   files_[index].facts = facts;

@@ -51,6 +51,8 @@ class FolderListing {
   bool begun() const { return begun_; }
   void add_file(std::string_view name, const FileFacts* facts);
   void add_folder(std::string_view name);
+  /// Takes out the files whose names are unwanted; returns how many.
+  std::size_t remove_files(const std::function<bool(std::string_view)>& unwanted);
   /// Threads may set and read the facts of different files at the same time.
   void set_facts(std::size_t index, const FileFacts& facts);
 

@@ -23,6 +23,7 @@ SearchJob::SearchJob(const SearchCriteria& search, const CodePage& page,
       unicode(search.unicode_text ? std::make_unique<UnicodeSearch>(search, page) : nullptr),
       dates(search, clock),
       patterns(checked_patterns(search)),
+      leave_out(search.leave_out),
       subfolders(search.search_subfolders),
       wants_facts(facts_wanted) {}
 
@@ -32,8 +33,16 @@ FileTester::FileTester(const SearchJob& job)
 void FileTester::list(SearchFolder& folder, const std::function<bool()>& go_on) {
   folder.listing.clear();
   folder.error = job_.files.list_folder(folder.path(), folder.listing, go_on);
-  folder.plan(job_.patterns);
   if (job_.subfolders) folder.subfolders = sorted_subfolders(folder.listing);
+  if (!job_.leave_out.empty()) leave_out(folder);
+  folder.plan(job_.patterns);
+}
+
+/// Folders that nobody would enter are not counted.
+void FileTester::leave_out(SearchFolder& folder) const {
+  const auto unwanted = [this](std::string_view name) { return job_.leave_out.fit(name); };
+  folder.left_out.names = static_cast<std::int64_t>(folder.listing.remove_files(unwanted) +
+                                                    std::erase_if(folder.subfolders, unwanted));
 }
 
 Verdict FileTester::test(SearchFolder& folder, std::size_t row, const std::function<bool()>& go_on,

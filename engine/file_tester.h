@@ -8,6 +8,7 @@
 #include "engine/compiled_search.h"
 #include "engine/date_filter.h"
 #include "engine/file_system.h"
+#include "engine/name_patterns.h"
 #include "engine/search_folder.h"
 #include "engine/text_matcher.h"
 #include "engine/unicode_search.h"
@@ -26,6 +27,7 @@ struct SearchJob {
   const std::unique_ptr<const UnicodeSearch> unicode;  ///< null: every file is in the code page
   const DateFilter dates;
   std::vector<std::string> patterns;  ///< of the file types to search, in their order
+  const NamePatterns leave_out;       ///< files and folders that are treated as not there
   const bool subfolders;
   const bool wants_facts;  ///< of files that match, where listings tell names only
 };
@@ -44,6 +46,8 @@ class FileTester {
                SystemError& error);
 
  private:
+  void leave_out(SearchFolder& folder) const;
+
   const SearchJob& job_;
   const std::unique_ptr<FileReader> file_;
   TextMatcher matcher_;

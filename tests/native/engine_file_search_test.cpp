@@ -5,6 +5,7 @@
 
 #include "engine/file_search.h"
 #include "engine/file_types.h"
+#include "engine/name_patterns.h"
 #include "tests/support/memory_files.h"
 
 namespace tallowmere {
@@ -130,6 +131,54 @@ TEST(FileTypes, PatternsFitTheWholeExtension) {
     for (const auto& name : fitting) EXPECT_TRUE(fits_file_type(name, pattern)) << name;
     for (const auto& name : other) EXPECT_FALSE(fits_file_type(name, pattern)) << name;
   }
+}
+
+TEST(NamePatterns, FitWholeNamesAndTakeWhateverIsTyped) {
+  const struct {
+    std::string patterns;
+    std::vector<std::string> fitting, other;
+  } cases[] = {
+      {" ; \t;", {}, {"", " ", ";", "a"}},
+      {" .git ;NODE_modules;; *.b?k",
+       {".GIT", "node_modules", ".bak", "a.b.b\xC3\xA9k"},
+       {"git", ".gitignore", "a.bk", "a.bak2", " .git "}},
+      {"*aba*?b", {"ababxb", "xabababb", "aba**b"}, {"abab", "ababa", "b"}},
+      {"***\xC3\x89t?;[a-c]", {"\xC3\xA9T\xE2\x82\xAC", "x\xC3\xA9t\xFF", "[A-C]"}, {"et", "b"}},
+      {"****", {"", "a", "*"}, {}},
+      // None of these may take much longer than the others.
+      {std::string(8000, '*') + "a", {std::string(255, 'a')}, {std::string(255, 'a') + "b"}},
+      {std::string(8000, '?') + "*", {std::string(8000, 'a')}, {std::string(7999, 'a')}},
+  };
+  for (const auto& [patterns, fitting, other] : cases) {
+    const NamePatterns leave_out(patterns);
+    for (const auto& name : fitting) EXPECT_TRUE(leave_out.fit(name)) << patterns << " " << name;
+    for (const auto& name : other) EXPECT_FALSE(leave_out.fit(name)) << patterns << " " << name;
+  }
+  std::string many;
+  for (int i = 0; i < 300; ++i) many += "*a*a*a*a*a*a*a*a*a*a*a*a*" + std::string(3, '?') + "b;";
+  EXPECT_FALSE(NamePatterns(many).fit(std::string(255, 'a')));
+  EXPECT_TRUE(NamePatterns(many).fit(std::string(252, 'a') + "b"));
+}
+
+TEST_F(FileSearchTest, WhatIsLeftOutIsAsIfItWereNotThere) {
+  add({"a.txt", "a.bak", "top", "sub/b.txt", "sub/c.BAK", ".git/d.txt", "sub/.git/e.txt"});
+  files.folder_errors["/top/.git/"] = {5, "Access is denied"};
+  search.leave_out = "*.bak; .git; top";
+  int opened = 0;
+  files.on_open = [&] { ++opened; };
+  FileSearch run = make();
+  run.search_files();
+  EXPECT_EQ(std::exchange(host.matches, ""), "/top/a.txt\n/top/sub/b.txt\n");
+  EXPECT_TRUE(run.files_searched() == 2 && run.unread().empty() && opened == 2);
+  EXPECT_EQ(run.left_out().names, 5);
+  search.search_subfolders = false;
+  FileSearch one_folder = make();
+  one_folder.search_files();
+  EXPECT_EQ(one_folder.left_out().names, 2);
+  // A search of files that the user has chosen asks for no names.
+  EXPECT_TRUE(make().search_selected_file("/top/", "a.bak"));
+  make().SearchListboxFiles(1, [](std::size_t) { return FoundFile{"/top/", "a.bak", {}}; });
+  EXPECT_TRUE(host.matches.ends_with("/top/a.bak\n"));
 }
 
 TEST_F(FileSearchTest, DateModes) {
