@@ -46,6 +46,10 @@ class FolderListing {
   };
 
   void clear();
+  /// Whether hidden and system entries are to be listed, too. clear() leaves it as it is.
+  void set_wants_hidden(bool wants) { wants_hidden_ = wants; }
+  bool wants_hidden() const { return wants_hidden_; }
+
   /// The system has given the folder's first entry, of whatever kind.
   void set_begun() { begun_ = true; }
   bool begun() const { return begun_; }
@@ -75,6 +79,7 @@ class FolderListing {
 
   bool begun_ = false;
   std::string names_;
+  bool wants_hidden_ = false;
   std::vector<FileRow> files_;
   std::vector<Name> folders_;
 };
@@ -127,10 +132,10 @@ class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
-  /// Adds the folder's ordinary files (neither hidden nor system nor folders), in the system's
-  /// order, and its subfolders (neither hidden nor system nor reached through a link). Asks
-  /// `go_on` now and then and ends early, without an error, when that says no. After an error the
-  /// listing holds what came before it; it has begun when the folder could be listed at all.
+  /// Adds the folder's ordinary files, in the system's order, and its subfolders that are not
+  /// reached through a link; hidden and system ones only where the listing wants them. Asks `go_on`
+  /// now and then and ends early, without an error, when that says no. After an error the listing
+  /// holds what came before it; it has begun when the folder could be listed at all.
   virtual std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,
                                                  const std::function<bool()>& go_on) const = 0;
 

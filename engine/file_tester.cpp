@@ -25,6 +25,7 @@ SearchJob::SearchJob(const SearchCriteria& search, const CodePage& page,
       patterns(checked_patterns(search)),
       leave_out(search.leave_out),
       subfolders(search.search_subfolders),
+      hidden_files(search.hidden_files),
       wants_facts(facts_wanted) {}
 
 FileTester::FileTester(const SearchJob& job)
@@ -33,6 +34,7 @@ FileTester::FileTester(const SearchJob& job)
 void FileTester::list(SearchFolder& folder, const std::function<bool()>& go_on) {
   folder.listing.clear();
   folder.error = job_.files.list_folder(folder.path(), folder.listing, go_on);
+  folder.listing.set_wants_hidden(job_.hidden_files);
   if (job_.subfolders) folder.subfolders = sorted_subfolders(folder.listing);
   if (!job_.leave_out.empty()) leave_out(folder);
   folder.plan(job_.patterns);

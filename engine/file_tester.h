@@ -29,6 +29,7 @@ struct SearchJob {
   std::vector<std::string> patterns;  ///< of the file types to search, in their order
   const NamePatterns leave_out;       ///< files and folders that are treated as not there
   const bool subfolders;
+  const bool hidden_files;
   const bool wants_facts;  ///< of files that match, where listings tell names only
 };
 

@@ -180,15 +180,16 @@ class PosixFileReader : public FileReader {
 };
 
 void add_entry(const dirent64& entry, int folder, FolderListing& listing) {
-  if (entry.d_name[0] == '.') return;
+  const std::string_view name(entry.d_name);
+  if (name == "." || name == ".." || (name.starts_with('.') && !listing.wants_hidden())) return;
   unsigned char type = entry.d_type;
   if (type == DT_UNKNOWN) {
     struct stat status;
     if (fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) return;
     type = S_ISDIR(status.st_mode) ? DT_DIR : S_ISREG(status.st_mode) ? DT_REG : DT_LNK;
   }
-  if (type == DT_REG) listing.add_file(entry.d_name, nullptr);
-  if (type == DT_DIR) listing.add_folder(entry.d_name);
+  if (type == DT_REG) listing.add_file(name, nullptr);
+  if (type == DT_DIR) listing.add_folder(name);
 }
 
 }  // namespace

@@ -45,7 +45,8 @@ bool is_link(const WIN32_FIND_DATAW& entry) {
 }
 
 void add_entry(const WIN32_FIND_DATAW& entry, FolderListing& listing) {
-  if (entry.dwFileAttributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) return;
+  constexpr DWORD hidden = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+  if ((entry.dwFileAttributes & hidden) != 0 && !listing.wants_hidden()) return;
   const std::u16string_view name(reinterpret_cast<const char16_t*>(entry.cFileName));
   if (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
     if (name != u"." && name != u".." && !is_link(entry)) listing.add_folder(to_utf8(name));

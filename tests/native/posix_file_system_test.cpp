@@ -30,8 +30,9 @@ class PosixFilesTest : public ::testing::Test {
     std::ofstream(top + name, std::ios::binary) << text;
   }
 
-  std::string listed(const std::string& folder) {
+  std::string listed(const std::string& folder, bool hidden = false) {
     FolderListing listing;
+    listing.set_wants_hidden(hidden);
     const auto error = files.list_folder(folder, listing, [] { return true; });
     if (error) return error->text;
     std::set<std::string> names;
@@ -69,6 +70,8 @@ TEST_F(PosixFilesTest, ListsOrdinaryFilesAndFolders) {
   fs::create_directory_symlink(".", top + "loop");
   ASSERT_EQ(mkfifo((top + "pipe").c_str(), 0600), 0);
   EXPECT_EQ(listed(top), "a.txt|" + longest + "|not\xFFunicode|sub/|trailing...|");
+  EXPECT_EQ(listed(top, true),
+            ".git/|.hidden|a.txt|" + longest + "|not\xFFunicode|sub/|trailing...|");
   EXPECT_EQ(read_all(top, "not\xFFunicode") + read_all(top, longest), "AA");
   EXPECT_EQ(listed(top + "nowhere/"), "No such file or directory");
   // What is no file fails instead of blocking.

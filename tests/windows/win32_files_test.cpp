@@ -259,8 +259,9 @@ TEST_F(FileOperationsTest, MovesAcrossVolumes) {
 
 class WinFilesTest : public ::testing::Test {
  protected:
-  std::string listed(const std::string& folder) {
+  std::string listed(const std::string& folder, bool hidden = false) {
     FolderListing listing;
+    listing.set_wants_hidden(hidden);
     const auto error = files.list_folder(folder, listing, [] { return true; });
     if (error) return "error " + std::to_string(error->code);
     std::string line;
@@ -295,6 +296,8 @@ TEST_F(WinFilesTest, ListsOrdinaryFilesAndFolders) {
   const std::string veiled = top.make_folder("veiled");
   SetFileAttributesW(top.native("veiled").c_str(), FILE_ATTRIBUTE_HIDDEN);
   EXPECT_EQ(listed(top.path()), "a.txt|\u4e2d\U0001f600.txt|sub\\|");
+  EXPECT_EQ(listed(top.path(), true),
+            "a.txt|hidden.txt|system.txt|\u4e2d\U0001f600.txt|sub\\|veiled\\|");
   // The folder that the user names is searched, hidden or not.
   top.write("veiled\\b.txt", "");
   EXPECT_EQ(listed(veiled), "b.txt|");
