@@ -20,8 +20,9 @@ void FolderListing::clear() {
   folders_.clear();
 }
 
-void FolderListing::add_file(std::string_view name, const FileFacts* facts) {
-  files_.push_back({{names_.size(), name.size()}, facts != nullptr, facts ? *facts : FileFacts{}});
+void FolderListing::add_file(std::string_view name, const FileFacts* facts, bool online_only) {
+  files_.push_back(
+      {{names_.size(), name.size()}, facts != nullptr, online_only, facts ? *facts : FileFacts{}});
   names_.append(name);
 }
 
@@ -41,7 +42,7 @@ void FolderListing::set_facts(std::size_t index, const FileFacts& facts) {
 
 FolderListing::File FolderListing::file(std::size_t index) const {
   const FileRow& row = files_[index];
-  return {text(row.name), row.facts_known, row.facts};
+  return {text(row.name), row.facts_known, row.facts, row.online_only};
 }
 
 std::string_view FolderListing::folder(std::size_t index) const {

@@ -43,17 +43,18 @@ class FolderListing {
     std::string_view name;
     bool facts_known = false;  ///< false: the system lists names only; ask FileSystem::facts
     FileFacts facts;
+    bool online_only = false;  ///< FileReader::online_only, as far as the listing tells facts
   };
 
-  void clear();
   /// Whether hidden and system entries are to be listed, too. clear() leaves it as it is.
   void set_wants_hidden(bool wants) { wants_hidden_ = wants; }
   bool wants_hidden() const { return wants_hidden_; }
 
+  void clear();
   /// The system has given the folder's first entry, of whatever kind.
   void set_begun() { begun_ = true; }
   bool begun() const { return begun_; }
-  void add_file(std::string_view name, const FileFacts* facts);
+  void add_file(std::string_view name, const FileFacts* facts, bool online_only = false);
   void add_folder(std::string_view name);
   /// Takes out the files whose names are unwanted; returns how many.
   std::size_t remove_files(const std::function<bool(std::string_view)>& unwanted);
@@ -73,13 +74,14 @@ class FolderListing {
   struct FileRow {
     Name name;
     bool facts_known;
+    bool online_only;
     FileFacts facts;
   };
   std::string_view text(const Name& name) const;
 
+  bool wants_hidden_ = false;
   bool begun_ = false;
   std::string names_;
-  bool wants_hidden_ = false;
   std::vector<FileRow> files_;
   std::vector<Name> folders_;
 };
@@ -102,6 +104,10 @@ class FileReader {
   virtual std::optional<SystemError> open_listed(const std::string& folder, std::string_view name) {
     return open(folder, name);
   }
+
+  /// Asks whether the content of the open file is, wholly or in part, kept elsewhere alone, so that
+  /// reading would fetch it.
+  virtual bool online_only() const { return false; }
 
   /// Reads on in the open file. Fewer bytes than wanted means that the file ended.
   virtual std::optional<SystemError> read(unsigned char* into, std::size_t wanted,

@@ -26,6 +26,7 @@ SearchJob::SearchJob(const SearchCriteria& search, const CodePage& page,
       leave_out(search.leave_out),
       subfolders(search.search_subfolders),
       hidden_files(search.hidden_files),
+      online_files(search.online_files),
       wants_facts(facts_wanted) {}
 
 FileTester::FileTester(const SearchJob& job)
@@ -33,8 +34,8 @@ FileTester::FileTester(const SearchJob& job)
 
 void FileTester::list(SearchFolder& folder, const std::function<bool()>& go_on) {
   folder.listing.clear();
-  folder.error = job_.files.list_folder(folder.path(), folder.listing, go_on);
   folder.listing.set_wants_hidden(job_.hidden_files);
+  folder.error = job_.files.list_folder(folder.path(), folder.listing, go_on);
   if (job_.subfolders) folder.subfolders = sorted_subfolders(folder.listing);
   if (!job_.leave_out.empty()) leave_out(folder);
   folder.plan(job_.patterns);
@@ -47,10 +48,26 @@ void FileTester::leave_out(SearchFolder& folder) const {
                                                     std::erase_if(folder.subfolders, unwanted));
 }
 
+/// Opens a file to be read, unless reading would fetch it from elsewhere unasked. Where the listing
+/// does not tell, the open file does: opening it fetches nothing, and asking for it by name would
+/// take the way to the disk twice.
+std::optional<SystemError> FileTester::open(const SearchFolder& folder,
+                                            const FolderListing::File& file) {
+  const SystemError elsewhere{0, "not on this computer"};
+  if (!job_.online_files && file.online_only) return elsewhere;
+  const bool listed = folder.source() == SearchFolder::Source::folder;
+  auto failure =
+      listed ? file_->open_listed(folder.path(), file.name) : file_->open(folder.path(), file.name);
+  if (failure || file.facts_known || job_.online_files || !file_->online_only()) return failure;
+  file_->close();
+  return elsewhere;
+}
+
 Verdict FileTester::test(SearchFolder& folder, std::size_t row, const std::function<bool()>& go_on,
                          SystemError& error) {
   using Source = SearchFolder::Source;
-  FolderListing::File file = folder.listing.file(row);
+  const FolderListing::File as_listed = folder.listing.file(row);
+  FolderListing::File file = as_listed;
   const auto failed = [&error](std::optional<SystemError> failure) {
     if (failure) error = std::move(*failure);
     return failure.has_value();
@@ -65,14 +82,10 @@ Verdict FileTester::test(SearchFolder& folder, std::size_t row, const std::funct
     if (!file.facts_known && failed(ask_facts())) return Verdict::unread;
     if (!job_.dates.file_in_date_range(file.facts.modified)) return Verdict::other_date;
   }
-  const bool listed = folder.source() == Source::folder;
-  if (failed(listed ? file_->open_listed(folder.path(), file.name)
-                    : file_->open(folder.path(), file.name))) {
-    return Verdict::unread;
-  }
+  if (failed(open(folder, as_listed))) return Verdict::unread;
   switch (matcher_.match_open_file(*file_, go_on, error)) {
     case MatchOutcome::match:
-      if (listed && job_.wants_facts && !file.facts_known) ask_facts();
+      if (folder.source() == Source::folder && job_.wants_facts && !file.facts_known) ask_facts();
       return matcher_.another_as_unicode() ? Verdict::match_in_bytes : Verdict::match;
     case MatchOutcome::no_match:
       return matcher_.another_as_unicode() ? Verdict::no_match_in_bytes : Verdict::no_match;

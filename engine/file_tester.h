@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,7 +32,8 @@ struct SearchJob {
   const NamePatterns leave_out;       ///< files and folders that are treated as not there
   const bool subfolders;
   const bool hidden_files;
-  const bool wants_facts;  ///< of files that match, where listings tell names only
+  const bool online_files;  ///< fetched to be tested
+  const bool wants_facts;   ///< of files that match, where listings tell names only
 };
 
 /// Lists folders and tests files for one thread, with a reader and a matcher of its own.
@@ -48,6 +51,7 @@ class FileTester {
 
  private:
   void leave_out(SearchFolder& folder) const;
+  std::optional<SystemError> open(const SearchFolder& folder, const FolderListing::File& file);
 
   const SearchJob& job_;
   const std::unique_ptr<FileReader> file_;

@@ -54,7 +54,9 @@ void add_entry(const WIN32_FIND_DATAW& entry, FolderListing& listing) {
   }
   const FileFacts facts = facts_of(entry.ftLastWriteTime, entry.nFileSizeHigh, entry.nFileSizeLow);
   // What the listing says of a link is not true of the file that it leads to.
-  listing.add_file(to_utf8(name), is_link(entry) ? nullptr : &facts);
+  const bool link = is_link(entry);
+  listing.add_file(to_utf8(name), link ? nullptr : &facts,
+                   !link && is_online_only(entry.dwFileAttributes));
 }
 
 std::u16string path_of(const std::string& folder, std::string_view name) {
@@ -78,6 +80,12 @@ class WinFileReader : public FileReader {
     if (GetFileType(file_.get()) == FILE_TYPE_DISK) return std::nullopt;
     close();
     return SystemError{ERROR_BAD_DEVICE, "Not a file on a disk"};
+  }
+
+  bool online_only() const override {
+    FILE_BASIC_INFO info;
+    return GetFileInformationByHandleEx(file_.get(), FileBasicInfo, &info, sizeof info) &&
+           is_online_only(info.FileAttributes);
   }
 
   std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
@@ -169,6 +177,13 @@ class WinPendingCalls : public PendingCalls {
 };
 
 }  // namespace
+
+// The headers of mingw-w64 may be older than the first two.
+bool is_online_only(std::uint32_t attributes) {
+  constexpr std::uint32_t recall_on_data_access = 0x00400000;
+  constexpr std::uint32_t recall_on_open = 0x00040000;
+  return (attributes & (recall_on_data_access | recall_on_open | FILE_ATTRIBUTE_OFFLINE)) != 0;
+}
 
 std::optional<SystemError> WinFileSystem::list_folder(const std::string& folder,
                                                       FolderListing& listing,

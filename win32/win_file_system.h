@@ -1,10 +1,15 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "engine/file_system.h"
 
 namespace tallowmere::win32 {
+
+/// True for the attributes of a file whose content, wholly or in part, is not on this computer:
+/// reading it would fetch it.
+bool is_online_only(std::uint32_t attributes);
 
 /// The file system of Windows. Paths of any length and any name that the system has.
 class WinFileSystem : public FileSystem {

@@ -279,6 +279,47 @@ TEST_F(FileSearchTest, StopKeepsWhatWasFound) {
   EXPECT_TRUE(searched == 1 && reads < 10);
 }
 
+TEST_F(FileSearchTest, WhatIsNotOnThisComputerIsFetchedOnlyWhenAsked) {
+  add({"a", "b"});
+  files.add("/top/cloud", "cat", clock.start_of_day({2024, 3, 1})).online_only = true;
+  const std::string all = "/top/a\n/top/b\n/top/cloud\n";
+  const auto list = [&](FileSearch& run) {
+    run.SearchListboxFiles(2, [](std::size_t i) {
+      return FoundFile{"/top/", i == 0 ? "cloud" : "b", {}};
+    });
+  };
+  int read = 0;
+  files.on_read = [&] { ++read; };
+  for (const bool facts_listed : {true, false}) {
+    files.listing_knows_facts = facts_listed;
+    search.online_files = false;
+    read = files.opened = files.closed = 0;
+    EXPECT_EQ(found(), "/top/a\n/top/b\n");
+    EXPECT_TRUE(searched == 3 && read == 2 && files.opened == (facts_listed ? 2 : 3));
+    EXPECT_EQ(unread, "/top/cloud: not on this computer\n");
+    FileSearch listed = make();
+    list(listed);
+    EXPECT_EQ(std::exchange(host.matches, ""), "/top/b\n");
+    EXPECT_EQ(lines(listed.unread()), unread);
+    EXPECT_FALSE(make().search_selected_file("/top/", "cloud"));
+    EXPECT_TRUE(read == 3 && files.opened == files.closed);
+    search.online_files = true;
+    EXPECT_EQ(found(), all);
+    EXPECT_EQ(unread, "");
+    FileSearch fetched = make();
+    list(fetched);
+    EXPECT_EQ(std::exchange(host.matches, ""), "/top/cloud\n/top/b\n");
+  }
+  // One that the dates leave out is not missed; asking for its date does not tell where it is.
+  search.online_files = false;
+  search.date_search = specific_year;
+  for (const int year : {2023, 2024}) {
+    search.s_year = year;
+    EXPECT_EQ(found(), "");
+    EXPECT_EQ(unread.empty(), year == 2023);
+  }
+}
+
 TEST_F(FileSearchTest, ListSearchKeepsStoredFactsAndAsksTheDiskForDates) {
   files.add("/top/a", "cat", clock.start_of_day({2024, 3, 1}));
   files.add("/top/b", "dog", clock.start_of_day({2024, 3, 1}));

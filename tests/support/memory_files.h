@@ -18,7 +18,8 @@ class MemoryFiles : public FileSystem {
   struct File {
     std::string text;
     FileFacts facts;
-    bool unreadable = false;           ///< cannot be opened
+    bool unreadable = false;  ///< cannot be opened
+    bool online_only = false;
     std::size_t breaks_at = SIZE_MAX;  ///< reading fails from here on
     /// Instead of `text`, for as many bytes as the facts say.
     std::function<unsigned char(std::size_t)> byte_at;
@@ -68,7 +69,8 @@ class MemoryFiles : public FileSystem {
       const std::string rest = path.substr(folder.size());
       const std::size_t separator = rest.find(path_separator);
       if (separator == std::string::npos) {
-        listing.add_file(rest, listing_knows_facts ? &file.facts : nullptr);
+        listing.add_file(rest, listing_knows_facts ? &file.facts : nullptr,
+                         listing_knows_facts && file.online_only);
       } else if (rest.substr(0, separator) != last_folder) {
         last_folder = rest.substr(0, separator);
         listing.add_folder(last_folder);
@@ -108,6 +110,8 @@ class MemoryFiles : public FileSystem {
       ++files_.opened;
       return std::nullopt;
     }
+
+    bool online_only() const override { return file_->online_only; }
 
     std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
                                     std::size_t& got) override {

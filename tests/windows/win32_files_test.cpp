@@ -344,6 +344,15 @@ TEST_F(WinFilesTest, WhatIsBeingReadCanBeRenamedAndDeleted) {
   file->close();  // its folder could not be removed
 }
 
+TEST(OnlineOnly, IsWhatReadingWouldFetch) {
+  for (const std::uint32_t attribute : {0x00400000u, 0x00040000u, 0x1000u}) {
+    EXPECT_TRUE(is_online_only(FILE_ATTRIBUTE_ARCHIVE | attribute));
+  }
+  // On this computer is also what is kept here for good, or sparse, or a link's.
+  EXPECT_FALSE(is_online_only(FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_SPARSE_FILE |
+                              FILE_ATTRIBUTE_NORMAL | 0x00080000u | 0x00100000u));
+}
+
 TEST(LongPath, FormsOfPaths) {
   const std::string here = narrow(std::filesystem::current_path().wstring());
   const std::string below = here.size() > 3 ? here + "\\" : here;
