@@ -5,7 +5,9 @@
 #include <optional>
 #include <string_view>
 
+#include "engine/file_system.h"
 #include "engine/file_type_rule.h"
+#include "engine/name_patterns.h"
 #include "engine/unicode.h"
 #include "shell/proximity_choice.h"
 
@@ -143,6 +145,12 @@ class Parser {
             "auto or bytes");
     } else if (name_ == "--no-subfolders") {
       options_.search.search_subfolders = false;
+    } else if (name_ == "--exclude") {
+      take_exclusion(value());
+    } else if (name_ == "--hidden") {
+      options_.search.hidden_files = true;
+    } else if (name_ == "--online") {
+      options_.search.online_files = true;
     } else if (name_ == "--list") {
       options_.from_list = true;
       options_.list_file = value();
@@ -162,6 +170,15 @@ class Parser {
     ++file_types_;
     options_.search.user_types[file_types_] = pattern;
     options_.search.type_checked[file_types_] = true;
+  }
+
+  /// Names hold no separators, so a path would leave out nothing.
+  void take_exclusion(const std::string& names) {
+    const char* separators = path_separator == '\\' ? "\\/" : "/";
+    if (NamePatterns(names).empty() || names.find_first_of(separators) != std::string::npos) {
+      return fail("--exclude takes names such as .git or *.bak, not paths");
+    }
+    options_.search.leave_out += names + ";";
   }
 
   bool take_date_option() {
@@ -287,6 +304,12 @@ How files are read
 Where to search
   --files PATTERN               extension, such as txt or w??; may be repeated up
                                 to 6 times (default: all files)
+  --exclude PATTERN             leave out files and folders of this name, such as
+                                .git or *.bak; * and ? stand for other characters;
+                                may be repeated, or hold several separated by ";"
+  --hidden                      search hidden and system files and folders, too
+  --online                      fetch files that are only in the cloud; without
+                                it they count as unread
   --no-subfolders               FOLDER alone
   --list FILE                   the files named in FILE, one a line or each ended
                                 by a zero byte, instead of a folder ("-": standard
@@ -306,8 +329,8 @@ Output
   --help  --version
 
 Matches go to standard output, one full path a line. The summary and the files
-that could not be read go to standard error. Hidden files and folders are left
-out, and symbolic links are not followed.
+that could not be read go to standard error. Symbolic links are not followed.
+--exclude and --hidden do not apply to the files of --list.
 Exit status: 0 something matched, 1 nothing did, 2 bad usage or a folder that
 cannot be searched.
 )";

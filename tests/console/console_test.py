@@ -34,6 +34,7 @@ class ConsoleTest(unittest.TestCase):
         "empty.txt": b"",
         "sub/deep.txt": b"big, far below the dog",
         "sub/.hidden.txt": b"big dog",
+        ".git/HEAD": b"big dog",
     }
 
     def setUp(self):
@@ -76,6 +77,9 @@ class ConsoleTest(unittest.TestCase):
                 ("words", "--search near --prox all", "big red barn"),
                 ("words", "--files L?G", "big"),
                 ("plain upper part words", "--no-subfolders", "big"),
+                ("part words", "--exclude P*N.TXT;sub --exclude=u????.txt", "big"),
+                ("sub/.hidden .git/HEAD", "--hidden --online", "big dog"),
+                ("sub/.hidden", "--hidden --exclude .g?t --files txt", "big dog"),
                 ("part plain upper words accent empty sub/deep",
                  "--files txt --files ??? --files log", ""),
                 ("plain", "--year 2001", "dog"),
@@ -168,7 +172,8 @@ class ConsoleTest(unittest.TestCase):
         folder = shown(self.folder)
         wrong = ("--nonsense", "--search xor", "--before 0 --after 0", "--before 1001",
                  "--month 13/2001", "--between 2001-02-31 2001-03-01", "--files a.b/c", "--reverse",
-                 "--year 2001 --month 5/2001", "--quiet=yes", "--threads 0", "--threads 65")
+                 "--year 2001 --month 5/2001", "--quiet=yes", "--threads 0", "--threads 65",
+                 "--exclude ;", "--exclude a/b", "--hidden=no")
         for arguments in ([], [folder], [folder, "x", "y"], ["--list", "", "x"],
                           [shown(os.path.join(self.folder, "nowhere")), "x"],
                           *([*options.split(), folder, "x"] for options in wrong)):
