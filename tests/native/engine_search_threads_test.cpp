@@ -95,6 +95,7 @@ void SearchThreadsTest::plant_tree(std::mt19937& random) {
                                                              : "\xC3\xA9\xE2\x80\x8B\xD0\x96"),
                     static_cast<Ticks>(random() % 3) * 400 * 86400 * ticks_per_second);
       file.unreadable = chance(15);
+      file.online_only = chance(15);
       if (chance(15)) file.breaks_at = random() % (padding + 1);
     }
     if (folder != "/" && chance(12)) {
@@ -111,6 +112,7 @@ std::string SearchThreadsTest::told(unsigned threads, int stop_after,
   LoggingHost host;
   host.stop_after = stop_after;
   FileSearch run = make(host, {threads, false});
+  host.stop = [&run] { return run.current_folder() == "nowhere"; };
   if (list) {
     run.SearchListboxFiles(list->size(), [&](std::size_t i) {
       const std::string_view path = (*list)[i];
@@ -121,6 +123,10 @@ std::string SearchThreadsTest::told(unsigned threads, int stop_after,
     run.search_files();
   }
   for (const UnreadFile& file : run.unread()) host.log += "? " + file.path + file.reason + "\n";
+  for (const std::int64_t count :
+       {run.left_out().types, run.left_out().names, run.left_out().dates}) {
+    host.log += std::to_string(count) + " ";
+  }
   return host.log + std::to_string(run.files_searched()) + " " +
          std::to_string(run.files_matched()) + (run.stopped() ? " stopped" : "");
 }
@@ -134,6 +140,7 @@ TEST_F(SearchThreadsTest, TellTheSameAsOneWhereverTheyAreStopped) {
     search.type_checked = {tree % 2 == 0, true, false, true, true, false, false};
     search.date_search = tree % 3 == 0 ? specific_year : all_dates;
     search.s_year = 1602;
+    search.leave_out = tree % 2 == 0 ? "" : "d1*; *7.txt";
     std::vector<std::string> list;
     for (const std::string& path : files.paths()) {
       if (random() % 9 != 0) list.push_back(path);
