@@ -20,12 +20,12 @@ class RecordingHost : public SearchHost {
   int failures_left = INT_MAX;  ///< the user stops at the last of these
   int stop_after = -1;          ///< questions until Stop; below 0: never
 
-  std::function<std::string()> current_folder;  ///< asked at every question
-  std::string folders;                          ///< what it told, a line each
+  std::function<std::string()> current_folder = [] { return ""; };
+  std::string folders;  ///< what that has told, a line each
 
   bool go_on() override {
-    const std::string folder = current_folder ? current_folder() + "\n" : "";
-    if (folder.size() > 1 && !folders.ends_with(folder)) folders += folder;
+    const std::string folder = current_folder() + "\n";
+    if (folder != "\n" && !folders.ends_with(folder)) folders += folder;
     return stop_after < 0 || stop_after-- > 0;
   }
   void file_matched(const FoundFile& file) override {
@@ -134,6 +134,9 @@ TEST(FileTypes, PatternsFitTheWholeExtension) {
 }
 
 TEST(NamePatterns, FitWholeNamesAndTakeWhateverIsTyped) {
+  std::string many = std::string(8000, '*') + "a;" + std::string(300, '?') + "*;";
+  for (int i = 0; i < 300; ++i) many += "*a*a*a*a*a*a*a*a*a*a*a*a*???b;";
+  const std::string as(252, 'a');
   const struct {
     std::string patterns;
     std::vector<std::string> fitting, other;
@@ -142,43 +145,67 @@ TEST(NamePatterns, FitWholeNamesAndTakeWhateverIsTyped) {
       {" .git ;NODE_modules;; *.b?k",
        {".GIT", "node_modules", ".bak", "a.b.b\xC3\xA9k"},
        {"git", ".gitignore", "a.bk", "a.bak2", " .git "}},
-      {"*aba*?b", {"ababxb", "xabababb", "aba*x*yb"}, {"abab", "ababa", "b"}},
-      {"***\xC3\x89t?;[a-c]", {"\xC3\xA9T\xE2\x82\xAC", "x\xC3\xA9t\xFF", "[A-C]"}, {"et", "b"}},
-      {"****", {"", "a", "*"}, {}},
-      // None of these may take much longer than the others.
-      {std::string(8000, '*') + "a", {std::string(255, 'a')}, {std::string(255, 'a') + "b"}},
-      {std::string(8000, '?') + "*", {std::string(8000, 'a')}, {std::string(7999, 'a')}},
+      {"*aba*?b;x*", {"ababxb", "xabababb", "aba*x*yb", "x"}, {"abab", "ababa", "b"}},
+      {"***\xC3\x89t?", {"\xC3\xA9T\xE2\x82\xAC", "x\xC3\xA9t\xFF"}, {"et", "\xC3\xA9t"}},
+      // Takes not much longer than the others.
+      {many, {as, as + "b", std::string(300, 'b')}, {as + "c", "b"}},
   };
   for (const auto& [patterns, fitting, other] : cases) {
     const NamePatterns leave_out(patterns);
-    for (const auto& name : fitting) EXPECT_TRUE(leave_out.fit(name)) << patterns << " " << name;
-    for (const auto& name : other) EXPECT_FALSE(leave_out.fit(name)) << patterns << " " << name;
+    for (const auto& name : fitting) EXPECT_TRUE(leave_out.fit(name)) << name;
+    for (const auto& name : other) EXPECT_FALSE(leave_out.fit(name)) << name;
   }
-  std::string many;
-  for (int i = 0; i < 300; ++i) many += "*a*a*a*a*a*a*a*a*a*a*a*a*" + std::string(3, '?') + "b;";
-  EXPECT_FALSE(NamePatterns(many).fit(std::string(255, 'a')));
-  EXPECT_TRUE(NamePatterns(many).fit(std::string(252, 'a') + "b"));
 }
 
-TEST_F(FileSearchTest, WhatIsLeftOutIsAsIfItWereNotThere) {
-  add({"a.txt", "a.bak", "top", "sub/b.txt", "sub/c.BAK", ".git/d.txt", "sub/.git/e.txt"});
+TEST_F(FileSearchTest, WhatIsLeftOutIsCountedAndNamesAreAsIfTheyWereNotThere) {
+  add({"a.txt", "c.doc", "a.bak", "top", "sub/b.txt", "sub/c.BAK", ".git/d", "sub/.git/e"});
+  files.add("/top/new.txt", "cat", day * 400);
   files.folder_errors["/top/.git/"] = {5, "Access is denied"};
   search.leave_out = "*.bak; .git; top";
-  int opened = 0;
-  files.on_open = [&] { ++opened; };
-  FileSearch run = make();
-  run.search_files();
-  EXPECT_EQ(std::exchange(host.matches, ""), "/top/a.txt\n/top/sub/b.txt\n");
-  EXPECT_TRUE(run.files_searched() == 2 && run.unread().empty() && opened == 2);
-  EXPECT_EQ(run.left_out().names, 5);
-  search.search_subfolders = false;
-  FileSearch one_folder = make();
-  one_folder.search_files();
-  EXPECT_EQ(one_folder.left_out().names, 2);
+  search.type_checked = {false, true, true};
+  search.user_types = {"*", "t?t", "txt"};  // each file comes twice
+  search.date_search = specific_year;
+  search.s_year = 1601;
+  for (const bool subfolders : {false, true}) {
+    search.search_subfolders = subfolders;
+    FileSearch run = make();
+    host.current_folder = [&] { return run.current_folder(); };
+    run.search_files();
+    host.current_folder = [] { return ""; };
+    EXPECT_TRUE(run.files_searched() == (subfolders ? 6 : 4) && run.unread().empty());
+    const LeftOut& left_out = run.left_out();
+    EXPECT_TRUE(left_out.types == 1 && left_out.names == (subfolders ? 5 : 2)) << left_out.names;
+    EXPECT_EQ(left_out.dates, 1);
+  }
+  EXPECT_TRUE(host.matches.ends_with("/top/a.txt\n/top/sub/b.txt\n/top/sub/b.txt\n"));
+  EXPECT_EQ(host.folders, "/top/\n/top/sub/\n");
   // A search of files that the user has chosen asks for no names.
   EXPECT_TRUE(make().search_selected_file("/top/", "a.bak"));
   make().SearchListboxFiles(1, [](std::size_t) { return FoundFile{"/top/", "a.bak", {}}; });
   EXPECT_TRUE(host.matches.ends_with("/top/a.bak\n"));
+}
+
+TEST_F(FileSearchTest, WhatIsNotOnThisComputerIsFetchedOnlyWhenAsked) {
+  add({"a", "b"});
+  files.add("/top/cloud", "cat").online_only = true;
+  int read = 0;
+  files.on_read = [&] { ++read; };
+  for (const bool facts_listed : {true, false}) {
+    for (const bool fetch : {false, true}) {
+      files.listing_knows_facts = facts_listed;
+      search.online_files = fetch;
+      read = files.opened = files.closed = 0;
+      EXPECT_EQ(found(), std::string("/top/a\n/top/b\n") + (fetch ? "/top/cloud\n" : ""));
+      EXPECT_EQ(unread, fetch ? "" : "/top/cloud: not on this computer\n");
+      EXPECT_EQ(files.opened, fetch || !facts_listed ? 3 : 2);
+      EXPECT_EQ(make().search_selected_file("/top/", "cloud"), fetch);
+      FileSearch list = make();
+      list.SearchListboxFiles(1, [](std::size_t) { return FoundFile{"/top/", "cloud", {}}; });
+      EXPECT_EQ(std::exchange(host.matches, ""), fetch ? "/top/cloud\n" : "");
+      EXPECT_EQ(lines(list.unread()), unread);
+      EXPECT_TRUE(searched == 3 && read == (fetch ? 5 : 2) && files.opened == files.closed);
+    }
+  }
 }
 
 TEST_F(FileSearchTest, DateModes) {
@@ -279,47 +306,6 @@ TEST_F(FileSearchTest, StopKeepsWhatWasFound) {
   EXPECT_TRUE(searched == 1 && reads < 10);
 }
 
-TEST_F(FileSearchTest, WhatIsNotOnThisComputerIsFetchedOnlyWhenAsked) {
-  add({"a", "b"});
-  files.add("/top/cloud", "cat", clock.start_of_day({2024, 3, 1})).online_only = true;
-  const std::string all = "/top/a\n/top/b\n/top/cloud\n";
-  const auto list = [&](FileSearch& run) {
-    run.SearchListboxFiles(2, [](std::size_t i) {
-      return FoundFile{"/top/", i == 0 ? "cloud" : "b", {}};
-    });
-  };
-  int read = 0;
-  files.on_read = [&] { ++read; };
-  for (const bool facts_listed : {true, false}) {
-    files.listing_knows_facts = facts_listed;
-    search.online_files = false;
-    read = files.opened = files.closed = 0;
-    EXPECT_EQ(found(), "/top/a\n/top/b\n");
-    EXPECT_TRUE(searched == 3 && read == 2 && files.opened == (facts_listed ? 2 : 3));
-    EXPECT_EQ(unread, "/top/cloud: not on this computer\n");
-    FileSearch listed = make();
-    list(listed);
-    EXPECT_EQ(std::exchange(host.matches, ""), "/top/b\n");
-    EXPECT_EQ(lines(listed.unread()), unread);
-    EXPECT_FALSE(make().search_selected_file("/top/", "cloud"));
-    EXPECT_TRUE(read == 3 && files.opened == files.closed);
-    search.online_files = true;
-    EXPECT_EQ(found(), all);
-    EXPECT_EQ(unread, "");
-    FileSearch fetched = make();
-    list(fetched);
-    EXPECT_EQ(std::exchange(host.matches, ""), "/top/cloud\n/top/b\n");
-  }
-  // One that the dates leave out is not missed; asking for its date does not tell where it is.
-  search.online_files = false;
-  search.date_search = specific_year;
-  for (const int year : {2023, 2024}) {
-    search.s_year = year;
-    EXPECT_EQ(found(), "");
-    EXPECT_EQ(unread.empty(), year == 2023);
-  }
-}
-
 TEST_F(FileSearchTest, ListSearchKeepsStoredFactsAndAsksTheDiskForDates) {
   files.add("/top/a", "cat", clock.start_of_day({2024, 3, 1}));
   files.add("/top/b", "dog", clock.start_of_day({2024, 3, 1}));
@@ -343,25 +329,6 @@ TEST_F(FileSearchTest, ListSearchKeepsStoredFactsAndAsksTheDiskForDates) {
   // The selected file is tested whatever its date.
   EXPECT_TRUE(make().search_selected_file("/other/", "c"));
   EXPECT_FALSE(make().search_selected_file("/top/", "b"));
-}
-
-TEST_F(FileSearchTest, CountsWhatItLeftOut) {
-  files.add("/top/a.txt", "cat", clock.start_of_day({2024, 3, 1}));
-  files.add("/top/b.txt", "cat", clock.start_of_day({2020, 3, 1}));
-  files.add("/top/c.doc", "cat", clock.start_of_day({2024, 3, 1}));
-  files.add("/top/sub/d.txt", "dog", clock.start_of_day({2020, 3, 1}));
-  search.type_checked = {false, true, true};
-  search.user_types = {"*", "t?t", "txt"};  // each file comes twice
-  search.date_search = specific_year;
-  search.s_year = 2024;
-  FileSearch run = make();
-  host.current_folder = [&] { return run.current_folder(); };
-  EXPECT_EQ(run.current_folder(), "");
-  run.search_files();
-  EXPECT_EQ(host.matches, "/top/a.txt\n/top/a.txt\n");
-  EXPECT_EQ(run.left_out().types, 1);
-  EXPECT_EQ(run.left_out().dates, 2);
-  EXPECT_EQ(host.folders, "/top/\n/top/sub/\n");
 }
 
 TEST_F(FileSearchTest, CountsWhatMayReadOtherwiseAsUnicodeText) {
