@@ -1,11 +1,14 @@
 #include "shell/settings.h"
 
 #include <algorithm>
+#include <string_view>
+#include <vector>
 
 #include "engine/file_type_rule.h"
 #include "engine/unicode.h"
 #include "shell/date_choice.h"
 #include "shell/font_sizes.h"
+#include "shell/text_settings.h"
 
 namespace tallowmere {
 namespace {
@@ -14,6 +17,7 @@ constexpr std::size_t longest_font_name = 31;   ///< in UTF-16, what a font may 
 constexpr std::size_t longest_path = 32767;     ///< in UTF-16, the same of a path
 constexpr std::size_t longest_file_type = 255;  ///< in UTF-16, the same of a file
 constexpr double largest_font_size = 2160;
+constexpr std::size_t recent_searches_limit = 32'000;  ///< bytes of UTF-8 in their value
 
 std::string first_characters(std::string_view text, int count) {
   std::size_t position = 0;
@@ -143,6 +147,35 @@ void load_extent(SettingsStore& store, SearchCriteria& search) {
   search.online_files = store.get_setting("online_files") == "Y";
 }
 
+void load_search(SettingsStore& store, SearchCriteria& search, ShellState& shell,
+                 const SettingsContext& context) {
+  load_path(store, search, context);
+  load_dates(store, search, context);
+  load_user_types(store, search);
+  load_checked(store, search, shell);
+  load_criteria(store, search);
+  load_extent(store, search);
+}
+
+/// Each is stored as the current search is, so that whatever is wrong with it is mended likewise.
+void load_recent_searches(SettingsStore& store, RecentSearches& recent,
+                          const SettingsContext& context) {
+  const std::string stored = store.get_setting("recent_searches").substr(0, recent_searches_limit);
+  std::vector<SearchCriteria> newest_first;
+  std::string_view rest = stored;
+  while (!rest.empty() && newest_first.size() < RecentSearches::most) {
+    const std::string_view text = rest.substr(0, rest.find(text_settings_separator));
+    rest.remove_prefix(std::min(rest.size(), text.size() + 1));
+    TextSettings entry(text);
+    if (entry.get_setting("path").empty()) continue;
+    ShellState not_its_own;
+    load_search(entry, newest_first.emplace_back(), not_its_own, context);
+  }
+  for (auto entry = newest_first.rbegin(); entry != newest_first.rend(); ++entry) {
+    recent.begun(*entry);
+  }
+}
+
 void load_font(SettingsStore& store, ShellState& shell) {
   const std::string name = store.get_setting("font_name");
   if (!name.empty() && to_utf16(name).size() <= longest_font_name) shell.font_name = name;
@@ -202,23 +235,7 @@ void save_where_and_dates(SettingsStore& store, const SearchCriteria& search) {
   store.save_setting("past_days", std::to_string(search.past_days));
 }
 
-}  // namespace
-
-void load_settings(SettingsStore& store, SearchCriteria& search, ShellState& shell,
-                   const SettingsContext& context) {
-  load_path(store, search, context);
-  load_dates(store, search, context);
-  load_user_types(store, search);
-  load_checked(store, search, shell);
-  load_criteria(store, search);
-  load_extent(store, search);
-  load_font(store, shell);
-  load_placement(store, shell);
-}
-
-void save_settings(SettingsStore& store, const SearchCriteria& search, const ShellState& shell,
-                   const std::optional<TwipRect>& placement) {
-  if (placement) save_placement(store, *placement);
+void save_search(SettingsStore& store, const SearchCriteria& search, const ShellState& shell) {
   store.save_setting("criteria", search.criteria);
   store.save_setting("search_type", std::to_string(search.search_type));
   store.save_setting("prox_before", std::to_string(search.prox_before));
@@ -226,6 +243,37 @@ void save_settings(SettingsStore& store, const SearchCriteria& search, const She
   store.save_setting("unicode_text", yes_or_no(search.unicode_text));
   store.save_setting("checked", checked_text(search, shell));
   save_where_and_dates(store, search);
+}
+
+/// Those that have room: one of very many words is forgotten when the program ends.
+void save_recent_searches(SettingsStore& store, const RecentSearches& recent) {
+  std::string stored;
+  for (const SearchCriteria& search : recent.entries()) {
+    TextSettings entry;
+    save_search(entry, search, {});
+    const std::string text = entry.text();
+    if (stored.size() + text.size() >= recent_searches_limit) continue;
+    if (!stored.empty()) stored += text_settings_separator;
+    stored += text;
+  }
+  store.save_setting("recent_searches", stored);
+}
+
+}  // namespace
+
+void load_settings(SettingsStore& store, SearchCriteria& search, ShellState& shell,
+                   const SettingsContext& context) {
+  load_search(store, search, shell, context);
+  load_recent_searches(store, shell.recent_searches, context);
+  load_font(store, shell);
+  load_placement(store, shell);
+}
+
+void save_settings(SettingsStore& store, const SearchCriteria& search, const ShellState& shell,
+                   const std::optional<TwipRect>& placement) {
+  if (placement) save_placement(store, *placement);
+  save_search(store, search, shell);
+  save_recent_searches(store, shell.recent_searches);
   store.save_setting("font_name", shell.font_name);
   store.save_setting("font_size", size_text(shell.font_size));
 }

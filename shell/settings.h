@@ -8,6 +8,7 @@
 #include "results/result_sort.h"
 #include "shell/geometry.h"
 #include "shell/lenient_values.h"
+#include "shell/recent_searches.h"
 #include "shell/settings_store.h"
 
 namespace tallowmere {
@@ -21,6 +22,7 @@ struct ShellState {
   std::string font_name = "Courier New";  ///< the viewer's
   double font_size = 10;                  ///< points
   TwipRect placement;                     ///< as stored; all 0 when nothing is stored
+  RecentSearches recent_searches;
 };
 
 /// What loading needs to know of the world.
