@@ -40,7 +40,8 @@ bool Form1::choose_kind(SearchKind& kind) {
 
 void Form1::start_run(SearchKind kind) {
   if (kind == SearchKind::file_search) set_list2_index();
-  frmSearchFor& dialog = win32::made(frmSearchFor_, handle(), dialog_context_);
+  frmSearchFor& dialog =
+      win32::made(frmSearchFor_, handle(), dialog_context_, shell_.recent_searches);
   if (!dialog.ask(kind)) return;
   hyper_.user_searched();
   run_search(kind, dialog.input());
@@ -49,13 +50,15 @@ void Form1::start_run(SearchKind kind) {
 void Form1::run_search(SearchKind kind, const CriteriaInput& input) {
   if (!run_.can_search(input)) return;
   const int row = ListView2.selected();
+  if (kind == SearchKind::file_search && row < 0) return;
+  shell_.recent_searches.begun(search_);
   switch (kind) {
     case SearchKind::new_search:
       return run_.search_new(input);
     case SearchKind::list_search:
       return run_.search_list(input);
     case SearchKind::file_search:
-      if (row >= 0) run_.search_file(input, static_cast<std::size_t>(row));
+      return run_.search_file(input, static_cast<std::size_t>(row));
   }
 }
 

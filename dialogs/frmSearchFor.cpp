@@ -24,8 +24,14 @@ std::string cut_to(const std::string& text, int room) {
 
 }  // namespace
 
-frmSearchFor::frmSearchFor(HWND owner, const DialogContext& context)
-    : Form(IDD_SEARCH_FOR, owner), owner_(owner), context_(context), proximity_(handle()) {
+frmSearchFor::frmSearchFor(HWND owner, const DialogContext& context,
+                           RecentSearches& recent_searches)
+    : Form(IDD_SEARCH_FOR, owner),
+      owner_(owner),
+      context_(context),
+      recent_(*this, IDC_SEARCH_TEXT, recent_searches, context.short_date,
+              [this](const SearchCriteria& chosen) { choose_recent(chosen); }),
+      proximity_(handle()) {
   find_controls();
   wire();
   txtSearchFor.set_limit(criteria_limit);
@@ -64,23 +70,42 @@ void frmSearchFor::wire() {
 }
 
 bool frmSearchFor::ask(SearchKind kind) {
+  kind_ = kind;
+  recent_choice_ = {};
   copy_current_to_dlgbox();
   display_panel_date();
   SetWindowTextW(handle(), win32::wide(criteria_caption(kind)).c_str());
   cmdWhere.enable(where_enabled(kind));
   cmdDates.enable(dates_enabled(kind));
+  recent_.refresh_button();
   context_.cancelled = true;
   show_modal(owner_);
+  if (context_.cancelled) recent_choice_.take_back(context_.search);
   return !context_.cancelled;
 }
 
 void frmSearchFor::copy_current_to_dlgbox() {
-  SearchCriteria& search = context_.search;
+  show_words(context_.search);
+}
+
+void frmSearchFor::show_words(SearchCriteria& search) {
   txtSearchFor.set_text(search.criteria);
   select_option(Option1, search.search_type);
   Check1.set_checked(search.match_case);
   proximity_.ini_frmProximity(search.prox_all, search.prox_before, search.prox_after);
   set_prox_button();
+}
+
+/// The kind of search tells what there is to fill in: where the buttons are off, the words alone.
+void frmSearchFor::choose_recent(SearchCriteria chosen) {
+  show_words(chosen);
+  txtSearchFor.select_all();
+  if (kind_ != SearchKind::new_search) return;
+  for (std::size_t slot = 1; slot < chosen.user_types.size(); ++slot) {
+    chosen.type_descriptions[slot] = context_.type_description(chosen.user_types[slot]);
+  }
+  recent_choice_.choose(chosen, context_.search);
+  display_panel_date();
 }
 
 CriteriaInput frmSearchFor::input() const {
@@ -154,10 +179,12 @@ void frmSearchFor::cmdPaste_click() {
 }
 
 void frmSearchFor::cmdHelp_Click() {
+  recent_.close();
   hints().show(handle(), owner_);
 }
 
 bool frmSearchFor::pre_translate(MSG& message) {
+  if (recent_.pre_translate(message)) return true;
   if (message.message != WM_KEYUP || message.wParam != VK_F1) return false;
   cmdHelp_Click();
   return true;
@@ -200,6 +227,7 @@ bool frmSearchFor::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESUL
 
 /// Its font may have changed after its size.
 void frmSearchFor::on_dpi_changed(int, int) {
+  recent_.fit();
   SendMessageW(StatusBar1.handle(), WM_SIZE, SIZE_RESTORED, 0);
   size_panels();
 }

@@ -9,8 +9,10 @@
 #include "dialogs/frmHints.h"
 #include "dialogs/frmPath.h"
 #include "dialogs/frmProximity.h"
+#include "dialogs/recent_drop_down.h"
 #include "dialogs/summary_bar.h"
 #include "engine/search_criteria.h"
+#include "shell/recent_searches.h"
 #include "shell/search_kind.h"
 #include "win32/controls.h"
 #include "win32/form.h"
@@ -20,7 +22,7 @@ namespace tallowmere {
 /// What to search for. Opens the dialogs for where, dates and proximity, and owns them.
 class frmSearchFor : public win32::Form {
  public:
-  frmSearchFor(HWND owner, const DialogContext& context);
+  frmSearchFor(HWND owner, const DialogContext& context, RecentSearches& recent_searches);
 
   /// Fills the dialog from the search and shows it; true on Begin.
   bool ask(SearchKind kind);
@@ -44,6 +46,7 @@ class frmSearchFor : public win32::Form {
   frmPath& path();
   frmDate& date();
   frmHints& hints();
+  const RecentDropDown& recent() const { return recent_; }
 
  protected:
   void on_shown() override { Form_Activate(); }
@@ -53,6 +56,9 @@ class frmSearchFor : public win32::Form {
  private:
   void find_controls();
   void wire();
+  /// The proximity of `search` is mended where its dialog cannot have it.
+  void show_words(SearchCriteria& search);
+  void choose_recent(SearchCriteria chosen);
   void Form_Activate();
   void set_prox_button();
   void cmdWhere_Click();
@@ -67,6 +73,9 @@ class frmSearchFor : public win32::Form {
 
   HWND owner_;
   DialogContext context_;
+  SearchKind kind_ = SearchKind::new_search;  ///< of the search that is asked for
+  RecentChoice recent_choice_;
+  RecentDropDown recent_;
   frmProximity proximity_;  ///< holds the proximity values, so it always exists
   std::unique_ptr<frmPath> path_;
   std::unique_ptr<frmDate> date_;

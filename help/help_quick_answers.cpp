@@ -47,7 +47,9 @@ constexpr HelpItem items[] = {
      "Backspace or Esc: back to the list\n"
      "Ctrl+C: copies the selected text\n"
      "Ctrl and the mouse wheel: size of the font\n\n"
-     "The right mouse button opens a menu in both. F1 in the search criteria opens the hints."},
+     "The right mouse button opens a menu in both. In the search criteria, F1 opens the hints and "
+     "F4 "
+     "the recent searches."},
     {topic, "Can I edit or modify the file being viewed?",
      "No. Files that are searched and viewed are only read, so nothing can happen to them. Press "
      "Launch to edit the file in the application that belongs to its type. When you come back, "

@@ -32,7 +32,8 @@ class SearchForTest : public testing::Test {
   }
 
   DialogWorld world;
-  frmSearchFor form{world.hand.window(), world.context()};
+  RecentSearches recent;
+  frmSearchFor form{world.hand.window(), world.context(), recent};
 };
 
 TEST_F(SearchForTest, ALongFolderIsShortenedInItsMiddleAndKeptWhole) {
@@ -90,6 +91,106 @@ TEST_F(SearchForTest, KeysFocusAndSummaryFollowWhatWasChosen) {
          EXPECT_TRUE(IsWindowEnabled(form.handle()) && form.txtSearchFor.has_focus());
          EXPECT_FALSE(IsWindowEnabled(world.hand.window()));
          EXPECT_EQ(panel(0), "All Files");
+         press(form.txtSearchFor, VK_ESCAPE);
+       }});
+}
+
+class RecentTest : public SearchForTest {
+ protected:
+  RecentTest() {
+    SearchCriteria other = world.search;
+    other.criteria = "new words";
+    recent.begun(other);
+    other.criteria = "big dog";
+    other.search_type = search_near;
+    other.match_case = other.prox_all = other.type_checked[1] = true;
+    other.prox_before = 20;
+    other.path = "D:\\gone";
+    other.user_types[1] = "txt";
+    other.date_search = previous_days;
+    recent.begun(other);
+  }
+
+  const win32::ListBox& list() { return form.recent().lstRecent; }
+  void click(int row) {
+    const int height = static_cast<int>(SendMessageW(list().handle(), LB_GETITEMHEIGHT, 0, 0));
+    for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP}) {
+      PostMessageW(list().handle(), message, 0, MAKELPARAM(5, row * height + 2));
+    }
+  }
+  /// What the newest search has filled in.
+  void check_choice(const char* dates, const char* path) {
+    EXPECT_TRUE(form.txtSearchFor.has_focus() && !form.recent().is_open());
+    const CriteriaInput input = form.input();
+    EXPECT_EQ(input.criteria + std::to_string(input.prox_before), "big dog20");
+    EXPECT_TRUE(form.cmdProximity.enabled() && input.match_case && input.prox_all);
+    EXPECT_EQ(panel(2), dates);
+    EXPECT_EQ(world.search.path, path);
+  }
+};
+
+TEST_F(RecentTest, AChoiceFillsInEverythingAndCancelTakesItBack) {
+  const auto open = [&] { press(form.txtSearchFor, VK_F4); };
+  const auto choose = [&] {
+    EXPECT_TRUE(list().row_text(0).starts_with("big dog \u00B7 Proximity Words, Match Case"));
+    press(list(), VK_RETURN);
+  };
+  bool begun = false;
+  for (const bool begins : {false, true, false}) {
+    begun = begun || begins;
+    ask(begins, SearchKind::new_search,
+        {open, choose,
+         [&] {
+           check_choice("Today", "D:\\gone");
+           EXPECT_EQ(panel(0) + world.search.type_descriptions[1], "txtText Document");
+           open();
+         },
+         [&] {
+           EXPECT_TRUE(list().has_focus());
+           PostMessageW(form.handle(), WM_COMMAND, begins ? IDOK : IDCANCEL, 0);
+         }});
+    EXPECT_FALSE(form.recent().is_open());
+    EXPECT_EQ(world.search.path + world.search.user_types[1], begun ? "D:\\gonetxt" : "C:\\docs");
+    EXPECT_EQ(world.search.date_search == all_dates, !begun);
+  }
+}
+
+TEST_F(RecentTest, TheListClosesWithoutTheDialogAndLosesItsEntries) {
+  const win32::Button& button = form.recent().cmdRecent;
+  const auto closed = [&](const win32::Control& focused) {
+    EXPECT_TRUE(!form.recent().is_open() && focused.has_focus());
+    button.click();
+    EXPECT_TRUE(list().has_focus());
+  };
+  const auto press_at = [](HWND window) {
+    PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+    PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
+  };
+  ask(false, SearchKind::list_search,
+      {[&] { PostMessageW(form.txtSearchFor.handle(), WM_SYSKEYDOWN, VK_DOWN, 1 << 29); },
+       [&] { press(list(), VK_ESCAPE); }, [&] { closed(form.txtSearchFor), press(list(), VK_TAB); },
+       [&] { closed(button), press_at(button.handle()); },
+       [&] { closed(form.txtSearchFor), press_at(form.handle()); },
+       [&] {
+         closed(form.txtSearchFor);
+         ShowWindow(list().handle(), SW_HIDE);  // as when the user comes back from elsewhere
+         form.cmdBegin.focus();
+         list().focus();
+         closed(form.txtSearchFor);
+         click(0);
+       },
+       [&] {
+         check_choice("All Dates", "C:\\docs");
+         button.click();
+         press(list(), VK_DELETE);
+       },
+       [&] {
+         EXPECT_EQ(recent.entries()[0].criteria, "new words");
+         click(1);
+       },
+       [&] {
+         EXPECT_TRUE(recent.entries().empty() && !button.enabled());
+         EXPECT_EQ(form.txtSearchFor.text(), "big dog");
          press(form.txtSearchFor, VK_ESCAPE);
        }});
 }

@@ -66,6 +66,7 @@ TEST_F(Form1SearchTest, ClosingTheWindowStopsTheRunFirst) {
   EXPECT_FALSE(win32::pump_pending()) << "the program's end was not asked for";
   EXPECT_EQ(form->handle(), nullptr);
   EXPECT_EQ(settings.get_setting("criteria"), "needle");
+  EXPECT_NE(settings.get_setting("recent_searches").find(";criteria=needle;"), std::string::npos);
 }
 
 TEST_F(Form1SearchTest, AReadErrorIsToldAndMayStopTheRun) {
