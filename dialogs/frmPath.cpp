@@ -7,6 +7,8 @@
 #include "dialogs/focus_check_box.h"
 #include "dialogs/resource.h"
 #include "engine/file_type_rule.h"
+#include "win32/clipboard.h"
+#include "win32/guarded.h"
 #include "win32/message_box.h"
 
 namespace tallowmere {
@@ -42,6 +44,13 @@ win32::Check check_of(Tick tick) {
       break;
   }
   return win32::Check::off;
+}
+
+/// False: what the clipboard holds is to arrive as it is.
+bool paste_type(HWND box) {
+  const auto type = pasted_file_type(win32::clipboard_text(box).value_or(""));
+  if (type) win32::TextBox(box).replace_selection(*type);
+  return type.has_value();
 }
 
 }  // namespace
@@ -191,6 +200,7 @@ LRESULT CALLBACK frmPath::type_box_proc(HWND window, UINT message, WPARAM wparam
     }
     if (is_swallowed_type_key(static_cast<char32_t>(wparam))) return 0;
   }
+  if (message == WM_PASTE && win32::guarded(false, [=] { return paste_type(window); })) return 0;
   return DefSubclassProc(window, message, wparam, lparam);
 }
 
@@ -225,7 +235,9 @@ bool frmPath::validate(int index) {
   const win32::TextBox& box = txtUserFileType[index];
   const std::string text = box.text();
   if (!is_valid_file_type(text)) return false;
-  choice_.set_description(index, text.empty() ? std::string() : context_.type_description(text));
+  const std::string type = settled_file_type(text);
+  box.set_text(type);
+  choice_.set_description(index, type.empty() ? std::string() : context_.type_description(type));
   show_user_type(index);
   const int end = box.selection_start() + box.selection_length();
   box.select(end, end);

@@ -14,6 +14,17 @@ bool is_swallowed_type_key(char32_t character) {
   return std::u32string_view(U"*/:<>?\\|").find(character) != std::u32string_view::npos;
 }
 
+std::optional<std::string> pasted_file_type(std::string_view text) {
+  constexpr std::string_view any_name = "*.";
+  if (!text.starts_with(any_name)) return std::nullopt;
+  text.remove_prefix(any_name.size());
+  return std::string(text.substr(0, text.find_first_of("\r\n")));
+}
+
+std::string settled_file_type(std::string_view type) {
+  return std::string(type.substr(type.starts_with('.') ? 1 : 0));
+}
+
 void FileTypeChoice::load(const SearchCriteria& search) {
   all_files_ = search.type_checked[0];
   for (int i = 0; i < user_type_boxes; ++i) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,13 @@ std::string invalid_file_type_message();
 
 /// True for the characters that never reach a file type box by typing: * / : < > ? \ |
 bool is_swallowed_type_key(char32_t character);
+
+/// What of a pasted text arrives in a file type box when it begins with "*.": what follows on that
+/// line. Nothing for any other text, which arrives as it is.
+std::optional<std::string> pasted_file_type(std::string_view text);
+
+/// A valid type as it is stored: a "." before the extension is not a part of it.
+std::string settled_file_type(std::string_view type);
 
 /// What the where-to-search dialog knows of file types: "All Files" and six typed ones.
 class FileTypeChoice {

@@ -180,6 +180,16 @@ TEST(FileTypeChoice, ATypeTakesItsDescriptionAndTickAlong) {
   EXPECT_EQ(search.user_types[1] + search.type_descriptions[1], "mdMarkdown");
 }
 
+TEST(FileTypeChoice, WhatStandsBeforeAnExtensionGoes) {
+  EXPECT_EQ(pasted_file_type("*.t?t\r\nmore"), "t?t");
+  EXPECT_EQ(pasted_file_type("*.*"), "*");
+  for (const char* whole : {"", "txt", "*txt", ".txt", " *.txt"}) {
+    EXPECT_EQ(pasted_file_type(whole), std::nullopt) << whole;
+  }
+  EXPECT_EQ(settled_file_type(".tar.gz") + settled_file_type("..c") + settled_file_type("w??"),
+            "tar.gz.cw??");
+}
+
 TEST(SearchSummary, TypesAndWhere) {
   SearchCriteria search = typed_search();
   search.path = "x";

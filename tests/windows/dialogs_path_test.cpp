@@ -2,6 +2,7 @@
 
 #include "shell/file_type_choice.h"
 #include "tests/windows/dialogs_support.h"
+#include "win32/clipboard.h"
 #include "win32/fonts.h"
 
 namespace tallowmere {
@@ -119,8 +120,19 @@ TEST_F(PathTest, TypingKeepsOutWhatPastingBringsIn) {
         refused,
         [&] {
           EXPECT_TRUE(shown());
-          paste("txt");
+          box.select_all();
+          win32::Clipboard(form.handle()).set_text("*.*");
+          SendMessageW(box.handle(), WM_PASTE, 0, 0);
+          EXPECT_EQ(box.text(), "*");
+          form.Dir1.focus();
+        },
+        refused,
+        [&] {
+          win32::Clipboard(form.handle()).set_text("*..txt");
+          SendMessageW(box.handle(), WM_PASTE, 0, 0);
+          EXPECT_EQ(box.text(), ".txt");
           form.Dir1.focus();  // nobody objects
+          EXPECT_EQ(box.text(), "txt");
           press(box, VK_RETURN);
         }});
   EXPECT_FALSE(shown());
