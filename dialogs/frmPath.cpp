@@ -60,11 +60,15 @@ frmPath::frmPath(HWND owner, const DialogContext& context, Handler display_panel
       context_(context),
       display_panel_date_(std::move(display_panel_date)) {
   find_controls();
+  txtLeaveOut.set_limit(leave_out_limit);
+  set_tips();
   wire();
 }
 
 void frmPath::find_controls() {
   chkSearchSub = win32::CheckBox(item(IDC_PATH_SUBFOLDERS));
+  chkHidden = win32::CheckBox(item(IDC_PATH_HIDDEN));
+  chkOnline = win32::CheckBox(item(IDC_PATH_ONLINE));
   Label1 = win32::Label(item(IDC_PATH_LABEL1));
   chkFileType = win32::CheckBox(item(IDC_PATH_ALL_FILES));
   const auto self = reinterpret_cast<DWORD_PTR>(this);
@@ -73,6 +77,7 @@ void frmPath::find_controls() {
     chkUserFileType[i] = win32::CheckBox(item(IDC_PATH_USER_CHECK + i));
     SetWindowSubclass(txtUserFileType[i].handle(), &frmPath::type_box_proc, 0, self);
   }
+  txtLeaveOut = win32::TextBox(item(IDC_PATH_LEAVE_OUT));
   Command1 = win32::Button(item(IDOK));
   Command2 = win32::Button(item(IDCANCEL));
   SetWindowSubclass(Command2.handle(), &frmPath::cancel_proc, 0, self);
@@ -87,8 +92,9 @@ frmPath::~frmPath() {
 
 void frmPath::wire() {
   clicked(IDC_PATH_ALL_FILES, [this] { chkFileType_Click(); });
-  wire_check_box(IDC_PATH_SUBFOLDERS);
-  wire_check_box(IDC_PATH_ALL_FILES);
+  for (const int id : {IDC_PATH_SUBFOLDERS, IDC_PATH_HIDDEN, IDC_PATH_ONLINE, IDC_PATH_ALL_FILES}) {
+    wire_check_box(id);
+  }
   for (int i = 0; i < user_type_boxes; ++i) {
     command(IDC_PATH_USER_TYPE + i, EN_CHANGE, [this, i] { txtUserFileType_Change(i); });
     command(IDC_PATH_USER_TYPE + i, EN_KILLFOCUS, [this, i] { txtUserFileType_LostFocus(i); });
@@ -106,6 +112,17 @@ void frmPath::wire_check_box(int id) {
   notify(id, static_cast<UINT>(NM_CUSTOMDRAW), [](NMHDR& header) {
     return draw_check_box(reinterpret_cast<const NMCUSTOMDRAW&>(header));
   });
+}
+
+void frmPath::set_tips() {
+  tips_.set(chkHidden.handle(), "Hidden and system files and folders are searched, too.");
+  tips_.set(
+      chkOnline.handle(),
+      "Files that are only in the cloud are fetched to be searched. Without the tick they are "
+      "counted as not read.");
+  tips_.set(txtLeaveOut.handle(),
+            "Files and folders with these names are left out, such as .git; node_modules; *.bak. "
+            "* stands for any characters, ? for one.");
 }
 
 void frmPath::show(HWND owner, HWND main_window) {
@@ -143,6 +160,9 @@ void frmPath::Form_Load() {
     open(program_drive, program_drive);
   }
   chkSearchSub.set_checked(search.search_subfolders);
+  chkHidden.set_checked(search.hidden_files);
+  chkOnline.set_checked(search.online_files);
+  txtLeaveOut.set_text(search.leave_out);
   choice_.load(search);
   show_file_types();
 }
@@ -277,6 +297,9 @@ void frmPath::Command1_Click() {
   if (!Dir1.path().empty()) search.path = Dir1.path();
   choice_.accept(search);
   search.search_subfolders = chkSearchSub.checked();
+  search.hidden_files = chkHidden.checked();
+  search.online_files = chkOnline.checked();
+  search.leave_out = txtLeaveOut.text();
   display_panel_date_();
 }
 

@@ -9,6 +9,7 @@
 #include "shell/file_type_choice.h"
 #include "win32/accessible_names.h"
 #include "win32/controls.h"
+#include "win32/tooltip.h"
 
 namespace tallowmere {
 
@@ -23,16 +24,18 @@ class frmPath : public FolderChooser {
   void show(HWND owner, HWND main_window);
   bool pre_translate(MSG& message) override;
 
-  win32::CheckBox chkSearchSub;
+  win32::CheckBox chkSearchSub, chkHidden, chkOnline;
   win32::Label Label1;
   win32::CheckBox chkFileType;
   std::array<win32::TextBox, user_type_boxes> txtUserFileType;
   std::array<win32::CheckBox, user_type_boxes> chkUserFileType;
+  win32::TextBox txtLeaveOut;
   win32::Button Command1, Command2;
 
  protected:
   void on_shown() override { Form_Activate(); }
   bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
+  void on_dpi_changed(int, int) override { tips_.fit(); }
 
  private:
   static LRESULT CALLBACK type_box_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
@@ -42,6 +45,7 @@ class frmPath : public FolderChooser {
   void find_controls();
   void wire();
   void wire_check_box(int id);
+  void set_tips();
   void Form_Load();
   void Form_Activate();
   std::string start_path() const override { return context_.search.path; }
@@ -65,6 +69,7 @@ class frmPath : public FolderChooser {
   Handler display_panel_date_;
   FileTypeChoice choice_;
   win32::AccessibleNames names_;
+  win32::ToolTip tips_{handle()};
   bool showing_ = false;          ///< the boxes change because the choice did
   std::optional<int> to_refuse_;  ///< the box whose refusal waits for the focus to settle
 };

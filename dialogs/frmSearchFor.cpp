@@ -11,7 +11,7 @@
 namespace tallowmere {
 namespace {
 
-enum Panel : int { types_panel, folder_panel, dates_panel };
+enum Panel : int { types_panel, folder_panel, dates_panel, left_out_panel };
 
 /// As much of `text` as `room` characters of the system take, without half a surrogate pair.
 std::string cut_to(const std::string& text, int room) {
@@ -203,17 +203,22 @@ void frmSearchFor::cmdCancel_Click() {
 void frmSearchFor::display_panel_date() {
   const SearchSummary summary =
       tallowmere::display_panel_date(context_.search, context_.short_date);
+  left_out_shown_ = !summary.left_out.empty();
+  size_panels();
   StatusBar1.set_part(types_panel, summary.file_types);
   StatusBar1.set_part(folder_panel, summary.where);
   StatusBar1.set_part(dates_panel, summary.dates);
+  if (left_out_shown_) StatusBar1.set_part(left_out_panel, summary.left_out);
 }
 
 void frmSearchFor::size_panels() {
   RECT client;
   GetClientRect(handle(), &client);
   const int width = static_cast<int>(client.right);
-  const int edges[] = {width * 27 / 100, width * 70 / 100, -1};
-  SendMessageW(StatusBar1.handle(), SB_SETPARTS, 3, reinterpret_cast<LPARAM>(edges));
+  const int three[] = {width * 27 / 100, width * 70 / 100, -1};
+  const int four[] = {width * 20 / 100, width * 54 / 100, width * 77 / 100, -1};
+  SendMessageW(StatusBar1.handle(), SB_SETPARTS, left_out_shown_ ? 4 : 3,
+               reinterpret_cast<LPARAM>(left_out_shown_ ? four : three));
 }
 
 bool frmSearchFor::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT&) {

@@ -76,7 +76,8 @@ class frmSearchFor : public win32::Form {
   SearchKind kind_ = SearchKind::new_search;  ///< of the search that is asked for
   RecentChoice recent_choice_;
   RecentDropDown recent_;
-  frmProximity proximity_;  ///< holds the proximity values, so it always exists
+  bool left_out_shown_ = false;  ///< in a panel of the summary of its own
+  frmProximity proximity_;       ///< holds the proximity values, so it always exists
   std::unique_ptr<frmPath> path_;
   std::unique_ptr<frmDate> date_;
   std::unique_ptr<frmHints> hints_;

@@ -28,6 +28,13 @@ constexpr HelpItem items[] = {
      "Press Search, then Where To Search. Choose the drive, double-click its topmost folder, such "
      "as C:\\, and tick Search SubFolders. Tick All Files, or only the types that you want: the "
      "fewer files, the faster. Then press OK and Begin."},
+    {topic, "How do I leave out folders such as .git, or backup copies?",
+     "Press Search, then Where To Search, and type their names at Leave out, separated by \";\", "
+     "such as .git; node_modules; *.bak. * stands for any characters and ? for one. A folder with "
+     "such a name is not entered.\n\n"
+     "Hidden and system files, and files that are only in the cloud, are searched when Hidden "
+     "Files "
+     "or Online Files is ticked."},
     {topic, "Can I find and view a file without searching its contents?",
      "Yes. Leave the criteria empty: every file is listed that lies in the chosen folder and has "
      "one of the chosen types and dates. Then click on the one that you want to read."},

@@ -37,13 +37,18 @@ std::string dates_summary(const SearchCriteria& search,
   }
 }
 
+std::string left_out_summary(const SearchCriteria& search) {
+  const bool any = search.leave_out.find_first_not_of("; ") != std::string::npos;
+  return any ? "Leave out: " + search.leave_out : "";
+}
+
 }  // namespace
 
 SearchSummary display_panel_date(const SearchCriteria& search,
                                  const std::function<std::string(const Date&)>& short_date) {
   return {file_types_summary(search),
           with_separator(search.path) + (search.search_subfolders ? "+" : ""),
-          dates_summary(search, short_date)};
+          dates_summary(search, short_date), left_out_summary(search)};
 }
 
 }  // namespace tallowmere

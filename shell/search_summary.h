@@ -13,6 +13,7 @@ struct SearchSummary {
   std::string file_types;
   std::string where;
   std::string dates;
+  std::string left_out;  ///< empty: no name is left out
 };
 
 /// `short_date` writes a date in the user's short form.

@@ -196,6 +196,8 @@ TEST(SearchSummary, TypesAndWhere) {
   search.type_checked = {false, true, false, true};
   const SearchSummary summary = display_panel_date(search, iso_date);
   EXPECT_EQ(summary.file_types + " in " + summary.where, "txt,w?? in x/+");
+  search.leave_out = " ; ;";
+  EXPECT_EQ(display_panel_date(search, iso_date).left_out, "") << "no name";
 }
 
 }  // namespace

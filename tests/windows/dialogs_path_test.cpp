@@ -20,6 +20,8 @@ class PathTest : public testing::Test {
     search.user_types = {"*", "txt", "doc", "w??", "", "", ""};
     search.type_checked = {false, true, false, true, false, false, false};
     search.type_descriptions[1] = "Text Document";
+    search.leave_out = "*.bak";
+    search.online_files = true;
   }
   void open(std::initializer_list<Hand::Step> steps) { world.hand.show(form, steps); }
   std::string rows() {
@@ -54,6 +56,12 @@ TEST_F(PathTest, OkWritesBackWhatIsShown) {
     EXPECT_EQ(ticks(), "x.x.!.!.!");
     EXPECT_EQ(form.chkUserFileType[0].text(), "Text Document");
     EXPECT_EQ(label_of(form.txtUserFileType[5]), "type 6");
+    EXPECT_EQ(label_of(form.txtLeaveOut) + form.txtLeaveOut.text(), "&Leave out:*.bak");
+    EXPECT_TRUE(!form.chkHidden.checked() && form.chkOnline.checked());
+    form.chkHidden.click();
+    form.chkOnline.click();
+    form.txtLeaveOut.set_text(std::string(leave_out_limit - 1, '?'));
+    type(form.txtLeaveOut, "??");
     form.chkFileType.click();
     EXPECT_EQ(ticks(), "-!-!-!-!-!-!");
     form.chkFileType.click();
@@ -65,6 +73,8 @@ TEST_F(PathTest, OkWritesBackWhatIsShown) {
   EXPECT_EQ(world.search.type_checked,
             (std::array<bool, 7>{false, false, true, false, false, false, false}));
   EXPECT_EQ(world.search.user_types[4], "r&b");
+  EXPECT_EQ(world.search.leave_out, std::string(leave_out_limit, '?'));
+  EXPECT_TRUE(world.search.hidden_files && !world.search.online_files);
   EXPECT_EQ(summaries, 1);
 }
 

@@ -84,13 +84,15 @@ TEST_F(SearchForTest, KeysFocusAndSummaryFollowWhatWasChosen) {
        [&] { form.cmdWhere.click(); },
        [&] {
          EXPECT_FALSE(IsWindowEnabled(form.handle()));
+         EXPECT_EQ(SendMessageW(form.StatusBar1.handle(), SB_GETPARTS, 0, 0), 3);
          form.path().chkFileType.click();
+         form.path().txtLeaveOut.set_text(".git; *.bak");
          form.path().Command1.click();
        },
        [&] {
          EXPECT_TRUE(IsWindowEnabled(form.handle()) && form.txtSearchFor.has_focus());
          EXPECT_FALSE(IsWindowEnabled(world.hand.window()));
-         EXPECT_EQ(panel(0), "All Files");
+         EXPECT_EQ(panel(0) + ", " + panel(3), "All Files, Leave out: .git; *.bak");
          press(form.txtSearchFor, VK_ESCAPE);
        }});
 }
