@@ -2,32 +2,25 @@
 
 #include <algorithm>
 #include <chrono>
-#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
-#include <mutex>
 #include <new>
 #include <system_error>
-#include <thread>
 #include <utility>
 #include <vector>
+
+#include "engine/call_thread.h"
 
 namespace tallowmere {
 
 namespace {
 
+using Call = CallThread::Call;
 using Milliseconds = std::chrono::milliseconds;
 
 /// Calls that are no slower serve no events.
 constexpr Milliseconds quick_call{15};
 constexpr Milliseconds interval{5};
-
-/// One call of the system with all that it touches, which lives as long as it takes.
-class Call {
- public:
-  virtual ~Call() = default;
-  virtual void make() = 0;
-};
 
 class FactsCall : public Call {
  public:
@@ -80,90 +73,6 @@ class ReaderCall : public Call {
 };
 
 }  // namespace
-
-/// A thread that makes one call after the other. Destroyed while it makes one, it cancels that as
-/// far as the system can and leaves the thread to itself.
-class WaitingFiles::CallThread {
- public:
-  explicit CallThread(const FileSystem& files)
-      : thread_([shared = shared_, &files] { serve(*shared, files); }) {}
-
-  ~CallThread() {
-    std::unique_lock lock(shared_->mutex);
-    shared_->left = true;
-    shared_->changed.notify_all();
-    const bool idle = shared_->call == nullptr;
-    if (!idle && shared_->pending) shared_->pending->cancel();
-    lock.unlock();
-    if (idle) {
-      thread_.join();
-    } else {
-      thread_.detach();
-    }
-  }
-  CallThread(const CallThread&) = delete;
-  CallThread& operator=(const CallThread&) = delete;
-
-  void begin(std::shared_ptr<Call> call) {
-    const std::lock_guard lock(shared_->mutex);
-    shared_->call = std::move(call);
-    shared_->changed.notify_all();
-  }
-
-  /// Waits at most so long for the call to be made; throws what it has thrown.
-  bool made_within(Milliseconds time) {
-    std::unique_lock lock(shared_->mutex);
-    if (!shared_->changed.wait_for(lock, time, [this] { return shared_->call == nullptr; })) {
-      return false;
-    }
-    if (shared_->failure) std::rethrow_exception(std::exchange(shared_->failure, nullptr));
-    return true;
-  }
-
- private:
-  /// Held by the thread too.
-  struct Shared {
-    std::mutex mutex;  ///< guards the rest
-    std::condition_variable changed;
-    std::shared_ptr<Call> call;  ///< null: none is to be made
-    std::exception_ptr failure;  ///< of the call made last
-    std::unique_ptr<PendingCalls> pending;
-    bool left = false;  ///< the thread ends when it has nothing to do
-  };
-
-  static void serve(Shared& shared, const FileSystem& files) {
-    std::unique_lock lock(shared.mutex);
-    try {
-      shared.pending = files.enter_thread();
-    } catch (const std::bad_alloc&) {
-      // then they cannot be cancelled
-    }
-    while (true) {
-      shared.changed.wait(lock, [&] { return shared.call || shared.left; });
-      if (!shared.call) return;
-      const std::shared_ptr<Call> call = shared.call;
-      lock.unlock();
-      std::exception_ptr failure = make(*call);
-      lock.lock();
-      shared.call.reset();
-      if (shared.left) return;  // what the call has opened is closed here
-      shared.failure = std::move(failure);
-      shared.changed.notify_all();
-    }
-  }
-
-  static std::exception_ptr make(Call& call) {
-    try {
-      call.make();
-      return nullptr;
-    } catch (...) {
-      return std::current_exception();
-    }
-  }
-
-  const std::shared_ptr<Shared> shared_ = std::make_shared<Shared>();
-  std::thread thread_;
-};
 
 /// Makes the calls on a thread that is kept for the next one, and waits for them.
 class WaitingFiles::Caller {

@@ -39,7 +39,6 @@ class WaitingFiles : public FileSystem {
   std::unique_ptr<FileReader> reader() const override;
 
  private:
-  class CallThread;
   class Caller;
   class Reader;
 
