@@ -3,10 +3,10 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "dialogs/folder_icon.h"
 #include "win32/dpi.h"
-#include "win32/hourglass.h"
 #include "win32/text.h"
 
 namespace tallowmere {
@@ -16,11 +16,18 @@ constexpr int icon_size = 16;  ///< lengths in pixels at 96 DPI
 constexpr int indent = 10;
 constexpr int gap = 4;
 
+void draw_text(HDC canvas, const std::string& text, RECT area, bool selected) {
+  SetBkMode(canvas, TRANSPARENT);
+  SetTextColor(canvas, GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
+  const std::wstring units = win32::wide(text);
+  DrawTextW(canvas, units.c_str(), static_cast<int>(units.size()), &area,
+            DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+}
+
 }  // namespace
 
-void FolderListBox::attach(HWND list, const FileSystem& files) {
+void FolderListBox::attach(HWND list) {
   ListBox::operator=(ListBox(list));
-  files_ = &files;
   SetWindowSubclass(list, &FolderListBox::list_proc, 0, reinterpret_cast<DWORD_PTR>(this));
   fit_rows();
 }
@@ -57,20 +64,25 @@ std::string FolderListBox::path() const {
   return path;
 }
 
-std::optional<SystemError> FolderListBox::open(const std::string& path) {
-  const win32::Hourglass hourglass;
-  if (auto error = tree_.open(*files_, path, [] { return true; })) return error;
-  show_rows();
-  return std::nullopt;
-}
-
-std::optional<SystemError> FolderListBox::open_selected() {
+std::string FolderListBox::selected_path() const {
   const int row = selected();
-  if (row < 0) return std::nullopt;
-  return open(std::string(tree_.rows()[static_cast<std::size_t>(row)].path));
+  if (row < 0 || waiting_) return {};
+  return tree_.rows()[static_cast<std::size_t>(row)].path;
 }
 
-void FolderListBox::show_rows() const {
+void FolderListBox::show(FolderTree tree) {
+  tree_ = std::move(tree);
+  show_rows();
+}
+
+void FolderListBox::show_waiting() {
+  waiting_ = true;
+  clear();
+  add("Waiting for the folder...");
+}
+
+void FolderListBox::show_rows() {
+  waiting_ = false;
   set_redraw(false);
   clear();
   for (const FolderRow& row : tree_.rows()) add(row.name);
@@ -95,7 +107,9 @@ void FolderListBox::fit_rows() const {
 void FolderListBox::draw(const DRAWITEMSTRUCT& item) const {
   const bool selected = (item.itemState & ODS_SELECTED) != 0;
   FillRect(item.hDC, &item.rcItem, GetSysColorBrush(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
-  if (item.itemID < tree_.rows().size()) {
+  if (waiting_) {
+    draw_text(item.hDC, row_text(0), item.rcItem, selected);
+  } else if (item.itemID < tree_.rows().size()) {
     const FolderRow& row = tree_.rows()[item.itemID];
     const int dpi = win32::window_dpi(handle());
     const int size = win32::scale(icon_size, dpi);
@@ -105,11 +119,7 @@ void FolderListBox::draw(const DRAWITEMSTRUCT& item) const {
     draw_folder_icon(item.hDC, {area.left, top, area.left + size, top + size},
                      row.kind != FolderKind::child);
     area.left += size + win32::scale(gap, dpi);
-    SetBkMode(item.hDC, TRANSPARENT);
-    SetTextColor(item.hDC, GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
-    const std::wstring name = win32::wide(row.name);
-    DrawTextW(item.hDC, name.c_str(), static_cast<int>(name.size()), &area,
-              DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+    draw_text(item.hDC, row.name, area, selected);
   }
   if ((item.itemState & ODS_FOCUS) != 0 && (item.itemState & ODS_NOFOCUSRECT) == 0) {
     DrawFocusRect(item.hDC, &item.rcItem);

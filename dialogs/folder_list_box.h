@@ -2,10 +2,8 @@
 
 #include <windows.h>
 
-#include <optional>
 #include <string>
 
-#include "engine/file_system.h"
 #include "files/folder_tree.h"
 #include "win32/controls.h"
 
@@ -20,14 +18,16 @@ class FolderListBox : public win32::ListBox {
   FolderListBox(const FolderListBox&) = delete;
   FolderListBox& operator=(const FolderListBox&) = delete;
   /// `list` is owner-drawn, with strings.
-  void attach(HWND list, const FileSystem& files);
+  void attach(HWND list);
 
   /// The open folder, without a final separator except for a root; empty before the first open().
   std::string path() const;
-  /// On failure the list stays as it was.
-  std::optional<SystemError> open(const std::string& path);
-  /// Opens the folder of the selected row.
-  std::optional<SystemError> open_selected();
+  /// The folder of the selected row; empty without one.
+  std::string selected_path() const;
+  void show(FolderTree tree);
+  /// Instead of all rows, one that says that a folder is awaited. show_rows() takes it away.
+  void show_waiting();
+  void show_rows();
 
   /// The form hands on WM_DRAWITEM.
   void draw(const DRAWITEMSTRUCT& item) const;
@@ -35,12 +35,11 @@ class FolderListBox : public win32::ListBox {
  private:
   static LRESULT CALLBACK list_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
                                     UINT_PTR id, DWORD_PTR box);
-  void show_rows() const;
   /// Rows as high as the font asks for.
   void fit_rows() const;
 
-  const FileSystem* files_ = nullptr;
   FolderTree tree_;
+  bool waiting_ = false;
 };
 
 }  // namespace tallowmere

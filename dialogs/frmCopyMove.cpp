@@ -52,11 +52,12 @@ std::optional<TransferRequest> frmCopyMove::ask(FileCommand command, const Selec
 }
 
 void frmCopyMove::open_start_folder(const std::string& files_folder) {
-  load_drives();
-  const std::string program_drive = context_.program_folder.substr(0, 3);
-  for (const std::string& folder : {last_folder_, files_folder, program_drive}) {
-    if (open(folder.substr(0, 3), folder)) return;
-  }
+  load_drives(files_folder);
+  const std::vector<std::string> folders{last_folder_, files_folder,
+                                         context_.program_folder.substr(0, 3)};
+  open_first([folders](const FileSystem& files, const auto& go_on) {
+    return look_up_first(files, folders, go_on);
+  });
 }
 
 TypedFolder frmCopyMove::target_folder() const {
@@ -93,6 +94,7 @@ void frmCopyMove::cmdOK_Click() {
 }
 
 void frmCopyMove::cmdCancel_Click() {
+  give_up();
   context_.cancelled = true;
   hide_from(cmdOK.handle());
 }

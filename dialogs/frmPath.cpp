@@ -154,11 +154,13 @@ bool frmPath::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& re
 
 void frmPath::Form_Load() {
   const SearchCriteria& search = context_.search;
-  load_drives();
-  if (!open(search.drive, search.path)) {
-    const std::string program_drive = context_.program_folder.substr(0, 3);
-    open(program_drive, program_drive);
-  }
+  load_drives(search.path);
+  const std::string path = search.path;
+  folder_ = path;  // also while it is awaited
+  const std::string program_drive = context_.program_folder.substr(0, 3);
+  open_first([path, program_drive](const FileSystem& files, const auto& go_on) {
+    return look_up_saved(files, path, program_drive, go_on);
+  });
   chkSearchSub.set_checked(search.search_subfolders);
   chkHidden.set_checked(search.hidden_files);
   chkOnline.set_checked(search.online_files);
@@ -290,11 +292,17 @@ void frmPath::Command1_Click() {
     refuse(i);
     return;
   }
+  if (asked()) return when_found([this] { accept(); });
+  accept();
+}
+
+void frmPath::accept() {
   context_.cancelled = false;
   hide_from(Command1.handle());
   SearchCriteria& search = context_.search;
   search.drive = drive();
-  if (!Dir1.path().empty()) search.path = Dir1.path();
+  search.path = folder_;
+  give_up();
   choice_.accept(search);
   search.search_subfolders = chkSearchSub.checked();
   search.hidden_files = chkHidden.checked();
@@ -304,10 +312,11 @@ void frmPath::Command1_Click() {
 }
 
 void frmPath::Command2_Click() {
-  // A text box that loses the focus now is not to be validated.
+  // A text box that loses the focus now is not to be validated. What it shows is loaded anew with
+  // the rest when the dialog is shown again.
   context_.cancelled = true;
   hide_from(Command1.handle());
-  Form_Load();
+  give_up();
 }
 
 }  // namespace tallowmere

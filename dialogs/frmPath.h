@@ -49,6 +49,7 @@ class frmPath : public FolderChooser {
   void Form_Load();
   void Form_Activate();
   std::string start_path() const override { return context_.search.path; }
+  void folder_changed() override { folder_ = Dir1.path(); }
   void chkFileType_Click();
   void chkUserFileType_Click(int index);
   void txtUserFileType_Change(int index);
@@ -59,6 +60,7 @@ class frmPath : public FolderChooser {
 
   void show_file_types();
   void show_user_type(int index);
+  void accept();
   /// Looks up the description of a valid type; false when the type is not valid.
   bool validate(int index);
   /// Says why the type is not valid and leads back into its box.
@@ -67,6 +69,7 @@ class frmPath : public FolderChooser {
 
   DialogContext context_;
   Handler display_panel_date_;
+  std::string folder_;  ///< that OK takes
   FileTypeChoice choice_;
   win32::AccessibleNames names_;
   win32::ToolTip tips_{handle()};

@@ -14,11 +14,15 @@ std::size_t root_length(const std::string& path, char separator) {
     const std::size_t found = path.find(separator, from);
     return found == std::string::npos ? path.size() : found + 1;
   };
-  const bool is_share = separator == '\\' && path.starts_with("\\\\");
-  return is_share ? behind_separator(behind_separator(2)) : behind_separator(0);
+  return separator == '\\' && is_share(path) ? behind_separator(behind_separator(2))
+                                             : behind_separator(0);
 }
 
 }  // namespace
+
+bool is_share(std::string_view path) {
+  return path.starts_with("\\\\");
+}
 
 std::vector<FolderRow> folder_ancestry(const std::string& path, char separator) {
   std::vector<FolderRow> rows;
@@ -51,6 +55,12 @@ std::optional<SystemError> FolderTree::open(const FileSystem& files, const std::
   rows_ = std::move(rows);
   open_row_ = open_row;
   return std::nullopt;
+}
+
+void FolderTree::open_unlisted(const std::string& path) {
+  path_ = with_separator(path);
+  rows_ = folder_ancestry(path_, path_separator);
+  open_row_ = static_cast<int>(rows_.size()) - 1;
 }
 
 std::string set_dir_to_drive(const std::string& drive, std::string& path,

@@ -27,6 +27,9 @@ struct FolderRow {
 /// systems without drives, /.
 std::vector<FolderRow> folder_ancestry(const std::string& path, char separator);
 
+/// A path such as \\server\share\x, which lies on no drive.
+bool is_share(std::string_view path);
+
 /// What a folder list box shows: the ancestors of one open folder, the folder, its subfolders.
 class FolderTree {
  public:
@@ -34,6 +37,9 @@ class FolderTree {
   /// when it says no, the subfolders found so far are shown.
   std::optional<SystemError> open(const FileSystem& files, const std::string& path,
                                   const std::function<bool()>& go_on);
+
+  /// Stands on a folder that cannot be listed, without its subfolders.
+  void open_unlisted(const std::string& path);
 
   /// Of the open folder, with its final separator; empty before the first open().
   const std::string& path() const { return path_; }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "files/file_command_texts.h"
+#include "files/folder_lookup.h"
 #include "files/folder_tree.h"
 #include "tests/support/memory_files.h"
 
@@ -84,6 +85,27 @@ TEST(FolderTree, OpensAFolderAndKeepsItOnFailure) {
   EXPECT_EQ(drawn(tree.rows()),
             "^/=/\n ^top=/top/\n  *in=/top/in/\n   -Alpha=/top/in/Alpha/\n"
             "   -beta=/top/in/beta/\n");
+}
+
+TEST(FolderLookup, TakesTheFolderOfAFileAndFallsBack) {
+  MemoryFiles files;
+  files.add("/top/in/file", "");
+  for (const char* gone : {"/gone/", "/top/in/file/", "/top/in/gone/"}) {
+    files.folder_errors[gone] = {3, gone};
+  }
+  const auto go_on = [] { return true; };
+  const auto typed = [&](const std::string& path) {
+    const FolderLookup lookup = look_up_typed(files, path, go_on);
+    return lookup.error ? lookup.error->text : lookup.tree.path();
+  };
+  EXPECT_EQ(typed("/top/in") + typed("/top/in/file"), "/top/in//top/in/");
+  EXPECT_EQ(typed("/top/in/gone") + typed("/gone"), "/top/in/gone//gone/") << "not their parents";
+  files.folder_errors["\\\\server\\share/"] = {53, "Away"};
+  const auto saved = [&](const char* path) {
+    return look_up_saved(files, path, "/top", go_on).tree.path();
+  };
+  EXPECT_EQ(saved("/top/in") + saved("/gone") + saved(""), "/top/in//top//top/");
+  EXPECT_EQ(saved("\\\\server\\share"), "\\\\server\\share/") << "stays";
 }
 
 TEST(FileCommandTexts, FailuresAndQuestions) {

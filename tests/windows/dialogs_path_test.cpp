@@ -4,6 +4,7 @@
 #include "tests/windows/dialogs_support.h"
 #include "win32/clipboard.h"
 #include "win32/fonts.h"
+#include "win32/message_loop.h"
 
 namespace tallowmere {
 namespace {
@@ -41,6 +42,10 @@ class PathTest : public testing::Test {
   void notify(const win32::Control& control, int code) {
     SendMessageW(form.handle(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(control.handle()), code),
                  reinterpret_cast<LPARAM>(control.handle()));
+  }
+  void open_child(int row) {
+    form.Dir1.select(row);
+    notify(form.Dir1, LBN_DBLCLK);
   }
   bool shown() { return IsWindowVisible(form.handle()) != FALSE; }
 
@@ -97,12 +102,44 @@ TEST_F(PathTest, FoldersAndDrivesOpenOrStayWhereTheyWere) {
         },
         [&] {
           EXPECT_EQ(form.Drive1.row_text(form.Drive1.selected()) + rows(), "C:\\" + root);
-          form.Dir1.select(1);
-          notify(form.Dir1, LBN_DBLCLK);
+          open_child(1);
           EXPECT_EQ(rows(), "C:\\|docs|New|old|");
           form.Command1.click();
         }});
   EXPECT_EQ(world.search.path, "C:\\docs");
+}
+
+TEST_F(PathTest, ADiskThatDoesNotAnswerHoldsUpNothing) {
+  const auto hang = [&] { world.files.hang_next(HangingFiles::Call::list); };
+  const std::string waiting = "Waiting for the folder...|";
+  hang();
+  open({[&] {
+    EXPECT_EQ(rows(), waiting);
+    form.Command1.click();
+  }});
+  EXPECT_EQ(world.search.drive + world.search.path, "C:\\C:\\docs") << "nothing was asked for";
+  EXPECT_EQ(world.files.hanging() + world.files.cancelled(), 2);
+  open({[&] {
+          hang();
+          open_child(2);
+          open_child(0);  // does nothing
+          EXPECT_EQ(rows(), waiting);
+        },
+        [&] { form.Command2.click(); }});
+  EXPECT_TRUE(world.cancelled);
+  EXPECT_EQ(world.files.hanging() + world.files.cancelled(), 4);
+  open({[&] {
+          EXPECT_EQ(rows(), "C:\\|docs|New|old|");
+          hang();
+          open_child(2);
+          form.Command1.click();
+        },
+        [&] {
+          EXPECT_TRUE(shown()) << "OK waits for what the user has asked for";
+          world.files.release();
+          while (shown()) win32::pump_pending();
+        }});
+  EXPECT_EQ(world.search.path, "C:\\docs\\New");
 }
 
 TEST_F(PathTest, TypingKeepsOutWhatPastingBringsIn) {

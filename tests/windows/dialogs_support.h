@@ -14,7 +14,7 @@
 
 #include "dialogs/dialog_context.h"
 #include "shell/lenient_values.h"
-#include "tests/support/memory_files.h"
+#include "tests/support/hanging_files.h"
 #include "win32/controls.h"
 #include "win32/text.h"
 
@@ -81,7 +81,7 @@ struct DialogWorld {
 
   Hand hand;
   SearchCriteria search;
-  MemoryFiles files;
+  HangingFiles files;
   FixedClock clock;
   bool cancelled = false;
   std::map<std::string, std::string> descriptions{{"txt", "Text Document"}};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engine/file_system.h"
+#include "files/folder_tree.h"
+
+namespace tallowmere {
+
+/// What came of looking for a folder.
+struct FolderLookup {
+  FolderTree tree;                   ///< stands on the folder
+  std::optional<SystemError> error;  ///< why there is none
+};
+
+// All of these wait for the disk, and ask `go_on` during long listings.
+
+/// The first of `paths` that can be opened; else the error of the last.
+FolderLookup look_up_first(const FileSystem& files, const std::vector<std::string>& paths,
+                           const std::function<bool()>& go_on);
+
+/// The folder that a search has, or else `fallback`. One on a share stays even when the share does
+/// not answer: it may tomorrow.
+FolderLookup look_up_saved(const FileSystem& files, const std::string& path,
+                           const std::string& fallback, const std::function<bool()>& go_on);
+
+/// A folder, or the one that a file lies in; else the error of `path` itself.
+FolderLookup look_up_typed(const FileSystem& files, const std::string& path,
+                           const std::function<bool()>& go_on);
+
+}  // namespace tallowmere
