@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "win32/text.h"
+#include "win32/typed_path.h"
 
 namespace tallowmere {
 
@@ -16,13 +16,7 @@ std::vector<std::string> existing_drives() {
 }
 
 std::string current_folder(const std::string& drive) {
-  const std::wstring letter = win32::wide(drive.substr(0, 2));
-  const DWORD size = GetFullPathNameW(letter.c_str(), 0, nullptr, nullptr);
-  std::wstring folder(size, L'\0');
-  const DWORD length = GetFullPathNameW(letter.c_str(), size, folder.data(), nullptr);
-  if (length == 0 || length >= size) return drive;
-  folder.resize(length);
-  return win32::narrow(folder);
+  return win32::full_path(drive.substr(0, 2));
 }
 
 }  // namespace tallowmere

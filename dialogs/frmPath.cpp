@@ -7,16 +7,20 @@
 #include "dialogs/focus_check_box.h"
 #include "dialogs/resource.h"
 #include "engine/file_type_rule.h"
+#include "shell/folder_text.h"
 #include "win32/clipboard.h"
 #include "win32/guarded.h"
 #include "win32/message_box.h"
+#include "win32/typed_path.h"
 
 namespace tallowmere {
 namespace {
 
-/// A type box was left with an invalid type: asks to say so as soon as the focus has settled,
-/// because a message box amid a change of focus would confuse it.
+/// A box was left with an invalid type or a folder that is not there: asks to say so as soon as the
+/// focus has settled, because a message box amid a change of focus would confuse it.
 constexpr UINT refuse_message = WM_APP + 1;
+/// A folder was chosen in the field's list: asks to open it when the field has its text.
+constexpr UINT open_message = WM_APP + 2;
 
 /// A caption that shows `text` as it is, without access keys.
 std::string literal_caption(const std::string& text) {
@@ -66,6 +70,7 @@ frmPath::frmPath(HWND owner, const DialogContext& context, Handler display_panel
 }
 
 void frmPath::find_controls() {
+  cboFolder.attach(item(IDC_PATH_FOLDER));
   chkSearchSub = win32::CheckBox(item(IDC_PATH_SUBFOLDERS));
   chkHidden = win32::CheckBox(item(IDC_PATH_HIDDEN));
   chkOnline = win32::CheckBox(item(IDC_PATH_ONLINE));
@@ -91,6 +96,10 @@ frmPath::~frmPath() {
 }
 
 void frmPath::wire() {
+  command(IDC_PATH_FOLDER, CBN_KILLFOCUS, [this] { cboFolder_LostFocus(); });
+  command(IDC_PATH_FOLDER, CBN_SELENDOK, [this] {
+    if (cboFolder.open()) PostMessageW(handle(), open_message, 0, 0);
+  });
   clicked(IDC_PATH_ALL_FILES, [this] { chkFileType_Click(); });
   for (const int id : {IDC_PATH_SUBFOLDERS, IDC_PATH_HIDDEN, IDC_PATH_ONLINE, IDC_PATH_ALL_FILES}) {
     wire_check_box(id);
@@ -143,7 +152,12 @@ bool frmPath::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& re
     }
     case refuse_message:
       // Not when the user is in another program: the box has the focus again on return.
-      if (to_refuse_ && GetActiveWindow() == handle()) refuse(*to_refuse_);
+      if (GetActiveWindow() != handle()) return true;
+      if (to_refuse_) refuse(*to_refuse_);
+      if (!folder_refusal_.empty()) tell_refusal();
+      return true;
+    case open_message:
+      open_typed();
       return true;
     default:
       return FolderChooser::on_message(message, wparam, lparam, result);
@@ -156,7 +170,7 @@ void frmPath::Form_Load() {
   const SearchCriteria& search = context_.search;
   load_drives(search.path);
   const std::string path = search.path;
-  folder_ = path;  // also while it is awaited
+  show_folder(path);  // also while it is awaited
   const std::string program_drive = context_.program_folder.substr(0, 3);
   open_first([path, program_drive](const FileSystem& files, const auto& go_on) {
     return look_up_saved(files, path, program_drive, go_on);
@@ -191,7 +205,49 @@ void frmPath::show_user_type(int index) {
 void frmPath::Form_Activate() {
   context_.cancelled = false;
   to_refuse_.reset();
+  folder_refusal_.clear();
   Dir1.focus();
+}
+
+// The folder.
+
+void frmPath::show_folder(const std::string& path) {
+  folder_ = path;
+  cboFolder.show(path);
+}
+
+void frmPath::cboFolder_LostFocus() {
+  if (!context_.cancelled && cboFolder.changed()) open_typed();
+}
+
+void frmPath::open_typed() {
+  const std::string text = cboFolder.text();
+  if (waiting() && text == looked_for_) return;
+  looked_for_ = text;
+  const std::string path = path_from_text(text, {win32::expand_variables, win32::full_path});
+  if (path.empty()) return show_folder(folder_);
+  if (!is_whole_path(path)) return refuse_folder(no_whole_path_message(path));
+  open_path(path);
+}
+
+void frmPath::open_path(const std::string& path) {
+  open([path](const FileSystem& files,
+              const auto& go_on) { return look_up_typed(files, path, go_on); },
+       [this, path](const SystemError& error) {
+         refuse_folder(folder_refused_message(path, error));
+       });
+}
+
+void frmPath::refuse_folder(const std::string& message) {
+  folder_refusal_ = message;
+  PostMessageW(handle(), refuse_message, 0, 0);
+}
+
+void frmPath::tell_refusal() {
+  win32::message_box(handle(), std::exchange(folder_refusal_, {}), folder_refused_title,
+                     win32::BoxIcon::exclamation);
+  cboFolder.box().focus();
+  cboFolder.box().select_all();
 }
 
 // File types.
@@ -292,8 +348,13 @@ void frmPath::Command1_Click() {
     refuse(i);
     return;
   }
+  if (cboFolder.changed()) {
+    // By Enter in the field the folder shows first; once more is OK.
+    open_typed();
+    if (cboFolder.box().has_focus()) return;
+  }
   if (asked()) return when_found([this] { accept(); });
-  accept();
+  if (!cboFolder.changed()) accept();
 }
 
 void frmPath::accept() {

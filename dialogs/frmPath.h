@@ -6,6 +6,7 @@
 
 #include "dialogs/dialog_context.h"
 #include "dialogs/folder_chooser.h"
+#include "dialogs/folder_field.h"
 #include "shell/file_type_choice.h"
 #include "win32/accessible_names.h"
 #include "win32/controls.h"
@@ -24,6 +25,7 @@ class frmPath : public FolderChooser {
   void show(HWND owner, HWND main_window);
   bool pre_translate(MSG& message) override;
 
+  FolderField cboFolder;
   win32::CheckBox chkSearchSub, chkHidden, chkOnline;
   win32::Label Label1;
   win32::CheckBox chkFileType;
@@ -49,7 +51,9 @@ class frmPath : public FolderChooser {
   void Form_Load();
   void Form_Activate();
   std::string start_path() const override { return context_.search.path; }
-  void folder_changed() override { folder_ = Dir1.path(); }
+  void folder_changed() override { show_folder(Dir1.path()); }
+  void show_folder(const std::string& path);
+  void cboFolder_LostFocus();
   void chkFileType_Click();
   void chkUserFileType_Click(int index);
   void txtUserFileType_Change(int index);
@@ -60,6 +64,13 @@ class frmPath : public FolderChooser {
 
   void show_file_types();
   void show_user_type(int index);
+  /// Opens the folder that the field names.
+  void open_typed();
+  void open_path(const std::string& path);
+  /// Says why the folder cannot be opened, as soon as the focus has settled, and leads back into
+  /// the field.
+  void refuse_folder(const std::string& message);
+  void tell_refusal();
   void accept();
   /// Looks up the description of a valid type; false when the type is not valid.
   bool validate(int index);
@@ -69,12 +80,14 @@ class frmPath : public FolderChooser {
 
   DialogContext context_;
   Handler display_panel_date_;
-  std::string folder_;  ///< that OK takes
+  std::string folder_;      ///< that OK takes
+  std::string looked_for_;  ///< the field's text while its folder is awaited
   FileTypeChoice choice_;
   win32::AccessibleNames names_;
   win32::ToolTip tips_{handle()};
   bool showing_ = false;          ///< the boxes change because the choice did
   std::optional<int> to_refuse_;  ///< the box whose refusal waits for the focus to settle
+  std::string folder_refusal_;    ///< likewise, what there is to say of the folder
 };
 
 }  // namespace tallowmere

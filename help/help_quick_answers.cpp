@@ -28,6 +28,9 @@ constexpr HelpItem items[] = {
      "Press Search, then Where To Search. Choose the drive, double-click its topmost folder, such "
      "as C:\\, and tick Search SubFolders. Tick All Files, or only the types that you want: the "
      "fewer files, the faster. Then press OK and Begin."},
+    {topic, "Do I have to click my way to a folder?",
+     "No. Type or paste its path at Folder in Where To Search and press Enter: C:\\Papers, "
+     "\\\\server\\share or %USERPROFILE%\\Documents. The path of a file stands for its folder."},
     {topic, "How do I leave out folders such as .git, or backup copies?",
      "Press Search, then Where To Search, and type their names at Leave out, separated by \";\", "
      "such as .git; node_modules; *.bak. * stands for any characters and ? for one. A folder with "

@@ -10,6 +10,7 @@
 
 #include "shell/clipboard_text.h"
 #include "shell/command_rules.h"
+#include "shell/folder_text.h"
 #include "shell/font_sizes.h"
 #include "shell/layout.h"
 #include "shell/run_texts.h"
@@ -178,6 +179,23 @@ TEST(StartFolder, IsTheArgumentAsOneFolder) {
   EXPECT_EQ(start_folder("\"C:\\my docs\""), "C:\\my docs");
   EXPECT_EQ(start_folder(" C:/docs// "), " C:/docs// ");
   EXPECT_EQ(start_folder("C:/docs\\/"), "C:/docs");
+}
+
+TEST(FolderText, NamesAFolderAsPeopleWriteIt) {
+  const PathPorts ports{
+      [](const std::string& text) { return text == "%HOME%\\a" ? std::string("C:\\me\\a") : text; },
+      [](const std::string& path) { return "<" + path + ">"; }};
+  const std::pair<std::string, std::string> cases[] = {
+      {"", ""},
+      {" \"\" ", ""},
+      {"\t\"%HOME%\\a\" ", "<C:\\me\\a>"},
+      {"\"C:\\my docs\"\\in/", "<C:\\my docs\\in>"},
+      {"c:", "<c:\\>"},
+      {"//server/share/", "<\\\\server\\share>"},
+      {"docs", "docs"},
+      {"C:docs", "C:docs"},
+      {"/docs", "\\docs"}};
+  for (const auto& [text, path] : cases) EXPECT_EQ(path_from_text(text, ports), path) << text;
 }
 
 }  // namespace

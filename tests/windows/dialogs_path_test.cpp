@@ -109,6 +109,74 @@ TEST_F(PathTest, FoldersAndDrivesOpenOrStayWhereTheyWere) {
   EXPECT_EQ(world.search.path, "C:\\docs");
 }
 
+TEST_F(PathTest, AFolderCanBeTypedAndIsTakenWhenItIsThere) {
+  const std::string share = "\\\\server\\share\\";
+  world.files.add(share + "in\\file", "");
+  world.files.folder_errors["C:\\docs\\old\\file\\"] = not_ready;
+  world.search.path = share + "in";
+  const auto drive = [&] { return form.Drive1.row_text(form.Drive1.selected()); };
+  const win32::TextBox& box = form.cboFolder.box();
+  const auto enter = [&](const std::string& text) {
+    box.focus();
+    form.cboFolder.set_text(text);
+    press(box, VK_RETURN);
+  };
+  open({[&] {
+    EXPECT_EQ(form.cboFolder.text() + drive(), share + "in") << "no drive";
+    EXPECT_EQ(label_of(form.cboFolder), "&Folder:");
+    EXPECT_EQ(rows(), share + "|in|");
+    form.Command1.click();
+  }});
+  EXPECT_EQ(world.search.path + world.search.drive, share + "in");
+  SetEnvironmentVariableW(L"TALLOWMERE_TEST", L"C:\\docs");
+  open({[&] { enter(" \"%TALLOWMERE_TEST%/../docs/old/file\""); },
+        [&] {
+          EXPECT_TRUE(shown() && box.has_focus());
+          EXPECT_EQ(form.cboFolder.text() + drive(), "C:\\docs\\oldC:\\") << "the file's folder";
+          EXPECT_EQ(rows(), "C:\\|docs|old|");
+          open_child(1);
+          EXPECT_EQ(form.cboFolder.text(), "C:\\docs");
+          press(box, VK_RETURN);
+        }});
+  EXPECT_EQ(world.search.drive + world.search.path, "C:\\C:\\docs");
+}
+
+TEST_F(PathTest, AFolderThatIsNotThereIsToldAndCancelLeaves) {
+  const win32::TextBox& box = form.cboFolder.box();
+  const auto type_gone = [&] {
+    box.focus();
+    form.cboFolder.set_text("C:\\gone\\");
+  };
+  const auto refused = [&] {
+    EXPECT_TRUE(answer_box(L"Cannot Open Folder").starts_with("C:\\gone\n\nThe device is not"));
+  };
+  open({[&] {
+          type_gone();
+          form.Dir1.focus();
+        },
+        refused,
+        [&] {
+          EXPECT_TRUE(box.has_focus());
+          press(box, VK_RETURN);
+        },
+        refused, [&] { SendMessageW(form.handle(), WM_COMMAND, IDOK, 0); }, refused,
+        [&] {
+          EXPECT_TRUE(shown());
+          press_mouse(form.Command2);
+        },
+        [&] { SendMessageW(form.Command2.handle(), WM_LBUTTONUP, 0, MAKELPARAM(3, 3)); }});
+  EXPECT_TRUE(world.cancelled);
+  open({type_gone, [&] { press(box, VK_ESCAPE); }});
+  EXPECT_EQ(answer_box(L"Cannot Open Folder"), "");
+  EXPECT_EQ(world.search.path, "C:\\docs");
+  open({[&] {
+    EXPECT_EQ(form.cboFolder.text(), "C:\\docs");
+    form.cboFolder.set_text("");
+    form.Command1.click();
+  }});
+  EXPECT_EQ(world.search.path, "C:\\docs");
+}
+
 TEST_F(PathTest, ADiskThatDoesNotAnswerHoldsUpNothing) {
   const auto hang = [&] { world.files.hang_next(HangingFiles::Call::list); };
   const std::string waiting = "Waiting for the folder...|";
