@@ -27,7 +27,7 @@ Form1::Form1(const Services& services)
       clock_(services.clock),
       dialog_context_{services.search,   services.files,          services.clock,
                       win32::short_date, win32::type_description, services.program_folder,
-                      dialog_cancelled_},
+                      dialog_cancelled_, shell_.recent_folders},
       quick_menu_(IDR_QUICK),
       tips_(handle()),
       sounds_(services.program_folder),

@@ -54,6 +54,7 @@ void Form1::run_search(SearchKind kind, const CriteriaInput& input) {
   shell_.recent_searches.begun(search_);
   switch (kind) {
     case SearchKind::new_search:
+      shell_.recent_folders.add(search_.path);
       return run_.search_new(input);
     case SearchKind::list_search:
       return run_.search_list(input);

@@ -7,6 +7,7 @@
 #include "engine/date_time.h"
 #include "engine/file_system.h"
 #include "engine/search_criteria.h"
+#include "shell/recent_folders.h"
 
 namespace tallowmere {
 
@@ -23,6 +24,7 @@ struct DialogContext {
   std::string program_folder;
   /// The one cancel flag: the outcome of the dialog closed last.
   bool& cancelled;
+  const RecentFolders& recent_folders;
 };
 
 }  // namespace tallowmere

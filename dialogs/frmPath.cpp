@@ -170,6 +170,8 @@ void frmPath::Form_Load() {
   const SearchCriteria& search = context_.search;
   load_drives(search.path);
   const std::string path = search.path;
+  cboFolder.clear();
+  for (const std::string& folder : context_.recent_folders.folders()) cboFolder.add(folder);
   show_folder(path);  // also while it is awaited
   const std::string program_drive = context_.program_folder.substr(0, 3);
   open_first([path, program_drive](const FileSystem& files, const auto& go_on) {

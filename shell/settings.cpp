@@ -265,6 +265,7 @@ void load_settings(SettingsStore& store, SearchCriteria& search, ShellState& she
                    const SettingsContext& context) {
   load_search(store, search, shell, context);
   load_recent_searches(store, shell.recent_searches, context);
+  shell.recent_folders.load(store);
   load_font(store, shell);
   load_placement(store, shell);
 }
@@ -274,6 +275,7 @@ void save_settings(SettingsStore& store, const SearchCriteria& search, const She
   if (placement) save_placement(store, *placement);
   save_search(store, search, shell);
   save_recent_searches(store, shell.recent_searches);
+  shell.recent_folders.save(store);
   store.save_setting("font_name", shell.font_name);
   store.save_setting("font_size", size_text(shell.font_size));
 }

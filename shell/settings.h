@@ -8,6 +8,7 @@
 #include "results/result_sort.h"
 #include "shell/geometry.h"
 #include "shell/lenient_values.h"
+#include "shell/recent_folders.h"
 #include "shell/recent_searches.h"
 #include "shell/settings_store.h"
 
@@ -23,6 +24,7 @@ struct ShellState {
   double font_size = 10;                  ///< points
   TwipRect placement;                     ///< as stored; all 0 when nothing is stored
   RecentSearches recent_searches;
+  RecentFolders recent_folders;
 };
 
 /// What loading needs to know of the world.

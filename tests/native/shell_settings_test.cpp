@@ -152,6 +152,28 @@ TEST(Settings, StoredValuesAreTakenAsFarAsTheyCan) {
   EXPECT_EQ(type(std::string(255, 'x')) + type(std::string(256, 'x')), std::string(255, 'x'));
 }
 
+TEST(Settings, TheLastFoldersAreKeptTheLatestFirst) {
+  const auto listed = [](const RecentFolders& recent) {
+    std::string all;
+    for (const std::string& folder : recent.folders()) all += folder + "|";
+    return all;
+  };
+  Loaded loaded =
+      load(values_of("recent_folder9=C:\\c|recent_folder2=C:\\A/|recent_folder10=c:\\a|"
+                     "recent_folder11=C:\\none"));
+  EXPECT_EQ(listed(loaded.shell.recent_folders), "C:\\A/|C:\\c|");
+  loaded = load({{"recent_folder1", megabyte}, {"recent_folder3", "C:\\b"}});
+  EXPECT_EQ(listed(loaded.shell.recent_folders), "C:\\b|");
+  for (int i = 1; i <= 12; ++i) loaded.shell.recent_folders.add("C:\\" + std::to_string(i));
+  loaded.shell.recent_folders.add("C:\\5");
+  MemorySettings store = saved(loaded);
+  EXPECT_EQ(store.get_setting("recent_folder1") + store.get_setting("recent_folder10"),
+            "C:\\5C:\\3");
+  RecentFolders again;
+  again.load(store);
+  EXPECT_EQ(listed(again), listed(loaded.shell.recent_folders));
+}
+
 TEST(Settings, EverythingSurvivesARestart) {
   const Values values = values_of(
       "path=D:\\Café\\|date_search=1|past_days=30|from_date=1999-12-31|to_date=2024-02-29|"

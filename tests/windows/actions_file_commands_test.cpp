@@ -38,7 +38,9 @@ class FileCommandsTest : public testing::Test {
     return paths_of(list, rows);
   }
   std::string take_calls() { return std::exchange(host.calls, {}); }
-  DialogContext context() { return {search, files, clock, iso_date, {}, "C:\\", cancelled}; }
+  DialogContext context() {
+    return {search, files, clock, iso_date, {}, "C:\\", cancelled, recent};
+  }
 
   TempFolder folder;
   ResultList list;
@@ -48,6 +50,7 @@ class FileCommandsTest : public testing::Test {
   win32::WinFileSystem files;
   FixedClock clock;
   bool cancelled = false;
+  RecentFolders recent;
   FileCommands commands{hand.window(), list, context(), host};
 };
 

@@ -114,6 +114,7 @@ TEST_F(PathTest, AFolderCanBeTypedAndIsTakenWhenItIsThere) {
   world.files.add(share + "in\\file", "");
   world.files.folder_errors["C:\\docs\\old\\file\\"] = not_ready;
   world.search.path = share + "in";
+  world.recent_folders.add("C:\\Empty");
   const auto drive = [&] { return form.Drive1.row_text(form.Drive1.selected()); };
   const win32::TextBox& box = form.cboFolder.box();
   const auto enter = [&](const std::string& text) {
@@ -136,9 +137,19 @@ TEST_F(PathTest, AFolderCanBeTypedAndIsTakenWhenItIsThere) {
           EXPECT_EQ(rows(), "C:\\|docs|old|");
           open_child(1);
           EXPECT_EQ(form.cboFolder.text(), "C:\\docs");
+          box.focus();
+          press(box, VK_F4);
+        },
+        [&] {
+          press(box, VK_DOWN);
+          press(box, VK_RETURN);
+        },
+        [&] {
+          EXPECT_TRUE(shown()) << "Enter was the list's";
+          EXPECT_EQ(form.cboFolder.text() + "|" + rows(), "C:\\Empty|C:\\|Empty|");
           press(box, VK_RETURN);
         }});
-  EXPECT_EQ(world.search.drive + world.search.path, "C:\\C:\\docs");
+  EXPECT_EQ(world.search.drive + world.search.path, "C:\\C:\\Empty");
 }
 
 TEST_F(PathTest, AFolderThatIsNotThereIsToldAndCancelLeaves) {

@@ -84,6 +84,7 @@ struct DialogWorld {
   HangingFiles files;
   FixedClock clock;
   bool cancelled = false;
+  RecentFolders recent_folders;
   std::map<std::string, std::string> descriptions{{"txt", "Text Document"}};
 
   DialogContext context() {
@@ -93,7 +94,8 @@ struct DialogWorld {
             iso_date,
             [this](std::string_view extension) { return descriptions[std::string(extension)]; },
             "C:\\Programs\\",
-            cancelled};
+            cancelled,
+            recent_folders};
   }
 };
 
