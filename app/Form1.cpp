@@ -37,7 +37,9 @@ Form1::Form1(const Services& services)
       hyper_caption_(hyper_.caption(false)),
       launcher_(*this, services.page),
       clipboard_(*this),
-      file_commands_(handle(), results_, dialog_context_, *this) {
+      file_commands_(handle(), results_, dialog_context_, *this),
+      folder_drop_(*this, services.files, search_, note_,
+                   {[this] { return can_use(ID_MNUSTART); }, [this] { show_note(); }}) {
   wire_commands();
   wire_list();
   wire_viewer();
@@ -157,6 +159,9 @@ bool Form1::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& resu
       return set_pointer(lparam);
     case WM_CONTEXTMENU:
       show_context_menu(reinterpret_cast<HWND>(wparam), lparam);
+      return true;
+    case WM_DROPFILES:
+      folder_drop_.dropped(wparam);
       return true;
     case WM_CLOSE:
       close();

@@ -11,6 +11,7 @@
 #include "actions/clipboard_commands.h"
 #include "actions/file_commands.h"
 #include "actions/launcher.h"
+#include "app/folder_drop.h"
 #include "app/main_keys.h"
 #include "app/note_label.h"
 #include "app/resource.h"
@@ -274,6 +275,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   Launcher launcher_;
   ClipboardCommands clipboard_;
   FileCommands file_commands_;
+  FolderDrop folder_drop_;
   std::string edited_path_;  ///< the file whose name is being typed into its row
   Pending pending_;
   bool exit_copies_ = false;  ///< the File menu's last entry reads "C&opy Name" and copies names

@@ -2,6 +2,7 @@
 
 #include "app/Form1.h"
 #include "app/window_placement.h"
+#include "shell/start_folder.h"
 #include "win32/dpi.h"
 #include "win32/registry.h"
 #include "win32/user_locale.h"
@@ -34,8 +35,7 @@ void Form1::apply_settings() {
 }
 
 void Form1::set_start_folder(const std::string& folder) {
-  search_.path = folder;
-  if (folder.size() >= 2 && folder[1] == ':') search_.drive = folder.substr(0, 2) + path_separator;
+  set_search_folder(search_, folder);
 }
 
 /// Also called when the session of Windows ends, with the window still there.

@@ -9,6 +9,7 @@
 #include "engine/file_type_rule.h"
 #include "shell/folder_text.h"
 #include "win32/clipboard.h"
+#include "win32/dropped_files.h"
 #include "win32/guarded.h"
 #include "win32/message_box.h"
 #include "win32/typed_path.h"
@@ -156,6 +157,9 @@ bool frmPath::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& re
       if (to_refuse_) refuse(*to_refuse_);
       if (!folder_refusal_.empty()) tell_refusal();
       return true;
+    case WM_DROPFILES:
+      open_dropped(win32::take_first_dropped(wparam));
+      return true;
     case open_message:
       open_typed();
       return true;
@@ -229,6 +233,13 @@ void frmPath::open_typed() {
   const std::string path = path_from_text(text, {win32::expand_variables, win32::full_path});
   if (path.empty()) return show_folder(folder_);
   if (!is_whole_path(path)) return refuse_folder(no_whole_path_message(path));
+  open_path(path);
+}
+
+void frmPath::open_dropped(const std::string& path) {
+  if (path.empty() || !IsWindowEnabled(handle())) return;
+  cboFolder.set_text(path);
+  looked_for_ = path;
   open_path(path);
 }
 

@@ -66,6 +66,7 @@ class frmPath : public FolderChooser {
   void show_user_type(int index);
   /// Opens the folder that the field names.
   void open_typed();
+  void open_dropped(const std::string& path);
   void open_path(const std::string& path);
   /// Says why the folder cannot be opened, as soon as the focus has settled, and leads back into
   /// the field.

@@ -30,7 +30,9 @@ constexpr HelpItem items[] = {
      "fewer files, the faster. Then press OK and Begin."},
     {topic, "Do I have to click my way to a folder?",
      "No. Type or paste its path at Folder in Where To Search and press Enter: C:\\Papers, "
-     "\\\\server\\share or %USERPROFILE%\\Documents. The path of a file stands for its folder."},
+     "\\\\server\\share or %USERPROFILE%\\Documents. The path of a file stands for its folder.\n\n"
+     "Or drop the folder, or a file in it, on the main window: the next New Search goes through "
+     "it."},
     {topic, "How do I leave out folders such as .git, or backup copies?",
      "Press Search, then Where To Search, and type their names at Leave out, separated by \";\", "
      "such as .git; node_modules; *.bak. * stands for any characters and ? for one. A folder with "

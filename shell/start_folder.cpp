@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "engine/file_system.h"
+
 namespace tallowmere {
 
 std::string start_folder(std::string_view argument) {
@@ -14,6 +16,11 @@ std::string start_folder(std::string_view argument) {
   folder.resize(last + 1);
   if (folder.size() == 2 && folder[1] == ':') folder += '\\';
   return folder;
+}
+
+void set_search_folder(SearchCriteria& search, const std::string& folder) {
+  search.path = folder;
+  if (folder.size() >= 2 && folder[1] == ':') search.drive = folder.substr(0, 2) + path_separator;
 }
 
 }  // namespace tallowmere

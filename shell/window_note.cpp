@@ -40,6 +40,7 @@ void WindowNote::run_ended(const RunReading& run) {
 }
 
 Note WindowNote::current(TextEncoding on_view) const {
+  if (!folder_.empty()) return {"Folder to search: " + folder_};
   const std::string_view name = encoding_name(on_view);
   return name.empty() ? run_ : Note{std::string(name)};
 }

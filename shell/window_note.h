@@ -33,14 +33,21 @@ struct RunReading {
 /// view comes first; what the last run has left to say comes back when the viewer is cleared.
 class WindowNote {
  public:
-  void run_began() { run_ = {}; }
+  void run_began() {
+    run_ = {};
+    folder_.clear();
+  }
   void run_ended(const RunReading& run);
+  /// The next search is to go through a folder that was dropped on the window: says so until that
+  /// shows elsewhere, which an empty one tells.
+  void folder_taken(const std::string& folder) { folder_ = folder; }
 
   /// `on_view` is the encoding of the file in the viewer: the code page's, of which there is
   /// nothing to say, when none is there.
   Note current(TextEncoding on_view) const;
 
  private:
+  std::string folder_;
   Note run_;  ///< empty while a run is under way
 };
 

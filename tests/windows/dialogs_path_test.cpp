@@ -146,6 +146,12 @@ TEST_F(PathTest, AFolderCanBeTypedAndIsTakenWhenItIsThere) {
         },
         [&] {
           EXPECT_TRUE(shown()) << "Enter was the list's";
+          drop_on(form.handle(), std::wstring(L"C:\\docs\\old\\file\0C:\\docs", 25));
+          EXPECT_EQ(form.cboFolder.text(), "C:\\docs\\old");
+          form.cboFolder.set_text("C:\\Empty");
+          press(box, VK_RETURN);
+        },
+        [&] {
           EXPECT_EQ(form.cboFolder.text() + "|" + rows(), "C:\\Empty|C:\\|Empty|");
           press(box, VK_RETURN);
         }});

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <shlobj.h>
+
 #include <gtest/gtest.h>
 
 #include <deque>
@@ -121,6 +123,16 @@ inline std::string answer_box(const wchar_t* title) {
   const std::string text = win32::Control(GetDlgItem(box, text_id)).text();
   PostMessageW(box, WM_COMMAND, IDOK, 0);
   return text;
+}
+
+/// As if these files, each with a final NUL, were dropped on the window.
+inline void drop_on(HWND window, std::wstring_view paths) {
+  const SIZE_T bytes = sizeof(DROPFILES) + (paths.size() + 1) * sizeof(wchar_t);
+  auto* files = static_cast<DROPFILES*>(GlobalAlloc(GPTR, bytes));
+  files->pFiles = sizeof(DROPFILES);
+  files->fWide = TRUE;
+  paths.copy(reinterpret_cast<wchar_t*>(files + 1), paths.size());
+  SendMessageW(window, WM_DROPFILES, reinterpret_cast<WPARAM>(files), 0);
 }
 
 /// What screen readers call a text box: the text of the label before it.

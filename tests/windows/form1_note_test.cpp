@@ -1,4 +1,5 @@
 #include "engine/unicode.h"
+#include "tests/windows/dialogs_support.h"
 #include "tests/windows/form1_fixture.h"
 
 namespace tallowmere {
@@ -162,6 +163,22 @@ TEST_F(Form1NoteTest, TheFileInformationComesFirst) {
   EXPECT_EQ(place_of(form->lblNote).right, place_of(form->ListView2).right);
   run(SearchKind::file_search, "oil");
   EXPECT_EQ(place_of(form->lblFileInfo).right, place_of(form->ListView2).right);
+}
+
+TEST_F(Form1NoteTest, AFolderDroppedOnTheIdleWindowIsTheOneToSearch) {
+  open_with_files();
+  files.add("C:\\hay\\in\\d", "lantern");
+  files.folder_errors["C:\\hay\\in\\d\\"] = {267, "Not a folder"};
+  const auto drop = [&] { drop_on(form->handle(), std::wstring(L"C:\\hay\\in\\d", 12)); };
+  EXPECT_TRUE(GetWindowLongPtrW(form->handle(), GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
+  EnableWindow(form->handle(), FALSE);  // as below a dialog
+  drop();
+  EXPECT_EQ(search.path, "C:\\docs\\");
+  EnableWindow(form->handle(), TRUE);
+  drop();
+  EXPECT_EQ(form->lblNote.text(), "Folder to search: C:\\hay\\in");
+  run(SearchKind::new_search, "lantern");
+  EXPECT_EQ(names() + form->lblNote.text(), "d ");
 }
 
 }  // namespace
