@@ -43,6 +43,7 @@ void Form1::start_run(SearchKind kind) {
   frmSearchFor& dialog =
       win32::made(frmSearchFor_, handle(), dialog_context_, shell_.recent_searches);
   note_.folder_taken("");  // the dialog shows it
+  show_note();
   if (!dialog.ask(kind)) return;
   hyper_.user_searched();
   run_search(kind, dialog.input());

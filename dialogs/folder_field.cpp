@@ -16,7 +16,11 @@ void FolderField::attach(HWND combo) {
 void FolderField::show(const std::string& path) {
   set_text(path);
   shown_ = text();
-  if (box_.has_focus()) box_.select_all();
+  if (box_.has_focus()) {
+    box_.select_all();
+  } else {
+    box_.select(0, 0);
+  }
 }
 
 }  // namespace tallowmere

@@ -108,7 +108,9 @@ void FolderListBox::draw(const DRAWITEMSTRUCT& item) const {
   const bool selected = (item.itemState & ODS_SELECTED) != 0;
   FillRect(item.hDC, &item.rcItem, GetSysColorBrush(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
   if (waiting_) {
-    draw_text(item.hDC, row_text(0), item.rcItem, selected);
+    RECT area = item.rcItem;
+    area.left += win32::scale(gap, win32::window_dpi(handle()));
+    draw_text(item.hDC, row_text(0), area, selected);
   } else if (item.itemID < tree_.rows().size()) {
     const FolderRow& row = tree_.rows()[item.itemID];
     const int dpi = win32::window_dpi(handle());

@@ -97,6 +97,7 @@ frmPath::~frmPath() {
 }
 
 void frmPath::wire() {
+  command(IDC_PATH_FOLDER, CBN_SETFOCUS, [this] { cboFolder.box().select_all(); });
   command(IDC_PATH_FOLDER, CBN_KILLFOCUS, [this] { cboFolder_LostFocus(); });
   command(IDC_PATH_FOLDER, CBN_SELENDOK, [this] {
     if (cboFolder.open()) PostMessageW(handle(), open_message, 0, 0);
@@ -223,6 +224,7 @@ void frmPath::show_folder(const std::string& path) {
 }
 
 void frmPath::cboFolder_LostFocus() {
+  cboFolder.box().select(0, 0);  // the mark would show on
   if (!context_.cancelled && cboFolder.changed()) open_typed();
 }
 
@@ -260,7 +262,6 @@ void frmPath::tell_refusal() {
   win32::message_box(handle(), std::exchange(folder_refusal_, {}), folder_refused_title,
                      win32::BoxIcon::exclamation);
   cboFolder.box().focus();
-  cboFolder.box().select_all();
 }
 
 // File types.

@@ -216,7 +216,7 @@ void frmSearchFor::size_panels() {
   GetClientRect(handle(), &client);
   const int width = static_cast<int>(client.right);
   const int three[] = {width * 27 / 100, width * 70 / 100, -1};
-  const int four[] = {width * 20 / 100, width * 54 / 100, width * 77 / 100, -1};
+  const int four[] = {width * 20 / 100, width * 50 / 100, width * 75 / 100, -1};
   SendMessageW(StatusBar1.handle(), SB_SETPARTS, left_out_shown_ ? 4 : 3,
                reinterpret_cast<LPARAM>(left_out_shown_ ? four : three));
 }

@@ -22,6 +22,8 @@ std::string path_from_text(std::string_view text, const PathPorts& ports) {
   std::erase(path, '"');
   path = start_folder(ports.expand_variables(std::string(trimmed(path))));
   std::ranges::replace(path, '/', '\\');
+  const bool small_drive = path.size() >= 2 && path[1] == ':' && path[0] >= 'a' && path[0] <= 'z';
+  if (small_drive) path[0] = static_cast<char>(path[0] - 'a' + 'A');
   return is_whole_path(path) ? start_folder(ports.full_path(path)) : path;
 }
 

@@ -39,7 +39,7 @@ std::string dates_summary(const SearchCriteria& search,
 
 std::string left_out_summary(const SearchCriteria& search) {
   const bool any = search.leave_out.find_first_not_of("; ") != std::string::npos;
-  return any ? "Leave out: " + search.leave_out : "";
+  return any ? "Not " + search.leave_out : "";
 }
 
 }  // namespace

@@ -190,7 +190,7 @@ TEST(FolderText, NamesAFolderAsPeopleWriteIt) {
       {" \"\" ", ""},
       {"\t\"%HOME%\\a\" ", "<C:\\me\\a>"},
       {"\"C:\\my docs\"\\in/", "<C:\\my docs\\in>"},
-      {"c:", "<c:\\>"},
+      {"c:", "<C:\\>"},
       {"//server/share/", "<\\\\server\\share>"},
       {"docs", "docs"},
       {"C:docs", "C:docs"},

@@ -174,6 +174,7 @@ TEST_F(PathTest, AFolderThatIsNotThereIsToldAndCancelLeaves) {
         refused,
         [&] {
           EXPECT_TRUE(box.has_focus());
+          EXPECT_EQ(box.selection_length(), 8);
           press(box, VK_RETURN);
         },
         refused, [&] { SendMessageW(form.handle(), WM_COMMAND, IDOK, 0); }, refused,

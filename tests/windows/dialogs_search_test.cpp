@@ -92,7 +92,7 @@ TEST_F(SearchForTest, KeysFocusAndSummaryFollowWhatWasChosen) {
        [&] {
          EXPECT_TRUE(IsWindowEnabled(form.handle()) && form.txtSearchFor.has_focus());
          EXPECT_FALSE(IsWindowEnabled(world.hand.window()));
-         EXPECT_EQ(panel(0) + ", " + panel(3), "All Files, Leave out: .git; *.bak");
+         EXPECT_EQ(panel(0) + ", " + panel(3), "All Files, Not .git; *.bak");
          press(form.txtSearchFor, VK_ESCAPE);
        }});
 }

@@ -179,6 +179,8 @@ TEST_F(Form1NoteTest, AFolderDroppedOnTheIdleWindowIsTheOneToSearch) {
   EXPECT_EQ(form->lblNote.text(), "Folder to search: C:\\hay\\in");
   run(SearchKind::new_search, "lantern");
   EXPECT_EQ(names() + form->lblNote.text(), "d ");
+  SendMessageW(form->handle(), WM_ENDSESSION, TRUE, 0);
+  EXPECT_EQ(settings.get_setting("recent_folder1"), "C:\\hay\\in");
 }
 
 }  // namespace
