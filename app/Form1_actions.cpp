@@ -7,6 +7,7 @@
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmHints.h"
 #include "dialogs/frmQTips.h"
+#include "files/file_names.h"
 #include "shell/run_texts.h"
 #include "win32/message_box.h"
 #include "win32/message_loop.h"
@@ -71,6 +72,7 @@ bool Form1::ListView2_BeforeLabelEdit(int row) {
   const auto index = static_cast<std::size_t>(row);
   if (busy() || !IsWindowEnabled(handle()) || index >= results_.file_count()) return false;
   edited_path_ = results_.indexed_filename(index);
+  ListView2.select_in_label(win32::wide(name_stem(results_.record(index).filename)).size());
   return true;
 }
 

@@ -20,6 +20,10 @@ bool MainKeys::key_down(WPARAM key) const {
       return true;
     case VK_F3:
       return find(!shift);
+    case 'F':
+      if (!control || shift || GetKeyState(VK_MENU) < 0) break;
+      window_.run(ID_MNUSTART);
+      return true;
   }
   if (window_.ListView2.has_focus()) return list_key_down(key, shift, control);
   if (window_.Text1.has_focus()) return viewer_key_down(key, shift, control);

@@ -45,6 +45,7 @@ constexpr HelpItem items[] = {
      "one of the chosen types and dates. Then click on the one that you want to read."},
     {topic, "Are there any secret shortcuts?",
      "Anywhere:\n"
+     "Ctrl+F: starts a search\n"
      "F3, Shift+F3: next and previous hit\n"
      "Esc: stops a search\n\n"
      "In the list:\n"

@@ -76,6 +76,11 @@ void ListView::edit_label() const {
   if (row >= 0) send(LVM_EDITLABELW, static_cast<WPARAM>(row));
 }
 
+/// Posted: the view selects the whole text when the notification is over.
+void ListView::select_in_label(std::size_t units) const {
+  PostMessageW(ListView_GetEditControl(handle()), EM_SETSEL, 0, static_cast<LPARAM>(units));
+}
+
 void ListView::select_only(int row) const {
   if (selected_count() > few_rows) {
     ListView_SetItemState(handle(), -1, 0, LVIS_SELECTED);

@@ -42,6 +42,8 @@ class ListView : public Control {
   std::vector<std::size_t> selected_rows() const;
   /// Lets the user change the focused row's first column in place (LVS_EDITLABELS).
   void edit_label() const;
+  /// For LVN_BEGINLABELEDIT: the first `units` of the text will be selected instead of all of it.
+  void select_in_label(std::size_t units) const;
   bool editing_label() const { return ListView_GetEditControl(handle()) != nullptr; }
   /// Selects and focuses this row alone and scrolls it into view; -1 selects none.
   void select_only(int row) const;

@@ -15,6 +15,17 @@ class Form1ListTest : public Form1Test {
     files.add("C:\\docs\\a.log", "xxxx needle", 20 * minute);
   }
 
+  static void hold(int key, bool down) {
+    BYTE keys[256] = {};
+    keys[key] = down ? 0x80 : 0;
+    SetKeyboardState(keys);
+  }
+  static void press(WPARAM key) {
+    MSG message{GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
+    win32::dispatch_message(message);
+    win32::pump_pending();
+  }
+
   void open_with_list() {
     add_three();
     open();
@@ -82,15 +93,16 @@ TEST_F(Form1ListTest, TheKeyboardGoesFromTheButtonsIntoTheList) {
   add_three();
   open();
   form->show(SW_SHOW);
-  const auto press = [this](WPARAM key) {
-    MSG message{GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
-    win32::dispatch_message(message);
-    win32::pump_pending();
-  };
   for (const WPARAM key : {VK_UP, VK_LEFT, VK_DOWN}) press(key);
   EXPECT_TRUE(form->cmdSearch.has_focus()) << "the list is empty, and the row does not wrap";
   for (int i = 0; i < 2; ++i) press(VK_RIGHT);
   EXPECT_TRUE(form->cmdExit.has_focus());
+  {
+    const User dialog("Search Criteria - New Search", press_button(IDCANCEL));
+    hold(VK_CONTROL, true);
+    press('F');
+    hold(VK_CONTROL, false);
+  }
   run(SearchKind::new_search, "needle");
   EXPECT_TRUE(form->ListView2.has_focus());
   EXPECT_EQ(form->ListView2.focused(), 0);
@@ -105,19 +117,36 @@ TEST_F(Form1ListTest, TheKeyboardGoesFromTheButtonsIntoTheList) {
   EXPECT_TRUE(form->ListView2.has_focus());
 }
 
+TEST_F(Form1ListTest, ANameIsEditedWithoutItsExtension) {
+  for (const char* name : {".bashrc", "a.tar.gz", "b", "c😀.txt"}) {
+    files.add(std::string("C:\\docs\\") + name, "needle");
+  }
+  open();
+  run(SearchKind::new_search, "needle");
+  form->show(SW_SHOW);
+  const std::pair<int, std::string> cases[] = {
+      {0, "7 of .bashrc"}, {1, "5 of a.tar.gz"}, {2, "1 of b"}, {3, "3 of c😀.txt"}};
+  for (const auto& [row, expected] : cases) {
+    click_row(row);
+    form->ListView2.focus();
+    press(VK_F2);
+    const win32::TextBox box(ListView_GetEditControl(form->ListView2.handle()));
+    EXPECT_EQ(box.selection_start(), 0);
+    EXPECT_EQ(std::to_string(box.selection_length()) + " of " + box.text(), expected);
+    form->cmdSearch.focus();
+  }
+}
+
 TEST_F(Form1ListTest, TypingAheadWithShiftSelectsOneRow) {
   open_with_list();
   form->show(SW_SHOW);
   form->ListView2.select_only(0);
   form->ListView2.focus();
-  BYTE keys[256] = {};
-  keys[VK_SHIFT] = 0x80;
-  SetKeyboardState(keys);
+  hold(VK_SHIFT, true);
   SendMessageW(form->ListView2.handle(), WM_CHAR, 'C', 1);
   EXPECT_EQ(form->ListView2.selected_rows(), std::vector<std::size_t>{2});
   EXPECT_LT(GetKeyState(VK_SHIFT), 0);
-  keys[VK_SHIFT] = 0;
-  SetKeyboardState(keys);
+  hold(VK_SHIFT, false);
 }
 
 TEST_F(Form1ListTest, TypingAheadFindsNamesOfAnyScriptAndLength) {
