@@ -74,8 +74,9 @@ void FileCommands::move_copy_dialog(FileCommand command, std::vector<std::string
   frmCopyMove& dialog = win32::made(frmCopyMove_, window_, context_);
   const auto request = dialog.ask(command, selected_files(paths), operations);
   if (!request) return;
-  const BatchOutcome outcome = work(command, [&](FileOperations& background, BatchUser& user) {
-    return transfer_files(paths, *request, background, user);
+  BatchOutcome outcome;
+  work(progress_caption(command), [&](FileOperations& background, BatchUser& user) {
+    outcome = transfer_files(paths, *request, background, user);
   });
   finish(window_, command, outcome);
 }
@@ -115,10 +116,10 @@ void FileCommands::delete_files(std::vector<std::string> paths) {
   const auto unrecoverable = static_cast<std::size_t>(std::ranges::count(recycle, false));
   const std::string question = delete_question(selected_files(paths), unrecoverable);
   if (!confirm(question, delete_title, unrecoverable > 0)) return;
-  const BatchOutcome outcome =
-      work(FileCommand::erase, [&](FileOperations& background, BatchUser& user) {
-        return tallowmere::delete_files(paths, recycle, background, user);
-      });
+  BatchOutcome outcome;
+  work(progress_caption(FileCommand::erase), [&](FileOperations& background, BatchUser& user) {
+    outcome = tallowmere::delete_files(paths, recycle, background, user);
+  });
   finish(window_, FileCommand::erase, outcome);
 }
 
@@ -137,15 +138,36 @@ bool FileCommands::confirm(const std::string& question, std::string_view title,
   return win32::message_box(window_, question, title, icon, buttons) == win32::BoxAnswer::yes;
 }
 
-BatchOutcome FileCommands::work(
-    FileCommand command, const std::function<BatchOutcome(FileOperations&, BatchUser&)>& batch) {
+std::optional<SystemError> FileCommands::fault_of(const std::string& path) {
+  std::optional<SystemError> error;
+  work("Looking for the File", [&](FileOperations& background, BatchUser&) {
+    FileFacts facts;
+    error = background.facts(path, facts);
+  });
+  return error;
+}
+
+std::optional<SystemError> FileCommands::replace(const std::string& source,
+                                                 const std::string& target) {
+  std::optional<SystemError> error;
+  work("Saving", [&](FileOperations& background, BatchUser& user) {
+    user.at_file(0, 1, target);
+    error = background.copy(source, target, {true}, [&](std::int64_t done, std::int64_t total) {
+      return user.at_bytes(done, total);
+    });
+  });
+  return error;
+}
+
+void FileCommands::work(const std::string& caption,
+                        const std::function<void(FileOperations&, BatchUser&)>& step) {
   const win32::Hourglass hourglass;
   frmProgress& progress = win32::made(frmProgress_, window_);
   win32::WinFileOperations operations(window_);
   BackgroundOperations background(operations, [this] { serve_events(); });
   User user(progress, [this](const ReplaceQuestion& question) { return ask_replace(question); });
-  const frmProgress::Work working(progress, progress_caption(command));
-  return batch(background, user);
+  const frmProgress::Work working(progress, caption);
+  step(background, user);
 }
 
 ReplaceAnswer FileCommands::ask_replace(const ReplaceQuestion& question) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,14 +56,20 @@ class FileCommands {
   /// Removes from the list what the user confirms.
   void remove_files(std::vector<std::string> paths);
 
+  // These say nothing themselves.
+  /// Why the program cannot work with a file: it is gone, or a folder now.
+  std::optional<SystemError> fault_of(const std::string& path);
+  /// Puts a copy of a file in the place of `target`, which need not be there.
+  std::optional<SystemError> replace(const std::string& source, const std::string& target);
+
  private:
   class User;
 
   bool rename(HWND owner, const std::string& path, const std::string& new_name);
   ReplaceAnswer ask_replace(const ReplaceQuestion& question);
-  /// Runs work on many files in the background, with the progress window.
-  BatchOutcome work(FileCommand command,
-                    const std::function<BatchOutcome(FileOperations&, BatchUser&)>& batch);
+  /// Runs work on files in the background, with the progress window.
+  void work(const std::string& caption,
+            const std::function<void(FileOperations&, BatchUser&)>& step);
   /// Brings the list up to date and tells what failed, over `owner`.
   void finish(HWND owner, FileCommand command, const BatchOutcome& outcome);
   void serve_events();

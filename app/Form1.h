@@ -12,6 +12,7 @@
 #include "actions/file_commands.h"
 #include "actions/launcher.h"
 #include "app/folder_drop.h"
+#include "actions/more_commands.h"
 #include "app/main_keys.h"
 #include "app/note_label.h"
 #include "app/resource.h"
@@ -38,6 +39,7 @@
 #include "win32/form.h"
 #include "win32/menu.h"
 #include "win32/tooltip.h"
+#include "win32/win_shell.h"
 
 namespace tallowmere {
 
@@ -106,6 +108,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void mnuSearchList_Click();
   void mnuSearchFile_Click();
   void mnuSelectAll_Click();
+  void mnuSaveList_Click() { more_commands_.mnuSaveList_Click(); }
   void mnuExit_Click();
   void mnuSort_Click(int index);
   void mnuFontStyle_Click();
@@ -229,6 +232,11 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void viewed_file_changed(ViewedFile what) override;
   void records_changed() override;
   std::vector<std::size_t> command_rows();
+  std::string command_path();
+  template <void (MoreCommands::*run)(const std::string&)>
+  void of_file() {
+    if (const std::string path = command_path(); !path.empty()) (more_commands_.*run)(path);
+  }
   bool ListView2_BeforeLabelEdit(int row);
   bool ListView2_AfterLabelEdit(const wchar_t* text);
   void mnuEdit_Click();
@@ -276,6 +284,8 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   ClipboardCommands clipboard_;
   FileCommands file_commands_;
   FolderDrop folder_drop_;
+  win32::WinShell desktop_{handle()};
+  MoreCommands more_commands_{*this, file_commands_, desktop_, results_, clock_};
   std::string edited_path_;  ///< the file whose name is being typed into its row
   Pending pending_;
   bool exit_copies_ = false;  ///< the File menu's last entry reads "C&opy Name" and copies names

@@ -35,6 +35,14 @@ std::vector<std::size_t> Form1::command_rows() {
   return rows;
 }
 
+/// The file that a command for one is for; empty when there is none.
+std::string Form1::command_path() {
+  const std::vector<std::size_t> rows = command_rows();
+  if (rows.empty()) return {};
+  const int focused = ListView2.focused_selected();
+  return results_.indexed_filename(focused >= 0 ? static_cast<std::size_t>(focused) : rows.front());
+}
+
 void Form1::cmdLaunch_Click() {
   const int row = ListView2.selected();
   if (row < 0) return;
@@ -51,11 +59,8 @@ void Form1::mnuCopy_Click() {
 }
 
 void Form1::mnuRename_Click() {
-  const std::vector<std::size_t> rows = command_rows();
-  if (rows.empty()) return;
-  const int focused = ListView2.focused_selected();
-  const std::size_t row = focused >= 0 ? static_cast<std::size_t>(focused) : rows.front();
-  file_commands_.rename_dialog(results_.indexed_filename(row));
+  const std::string path = command_path();
+  if (!path.empty()) file_commands_.rename_dialog(path);
 }
 
 void Form1::mnuDelete_Click() {

@@ -25,6 +25,10 @@ std::span<const Form1::Command> Form1::commands() {
       {ID_MNURENAME, list_not_empty, &Form1::mnuRename_Click},
       {ID_MNUDELETE, list_not_empty, &Form1::mnuDelete_Click},
       {ID_MNUREMOVE, list_not_empty, &Form1::mnuRemove_Click},
+      {ID_MNUOPENFOLDER, list_not_empty, &Form1::of_file<&MoreCommands::mnuOpenFolder_Click>},
+      {ID_MNUOPENWITH, list_not_empty, &Form1::of_file<&MoreCommands::mnuOpenWith_Click>},
+      {ID_MNUSAVELIST, list_not_empty, &Form1::mnuSaveList_Click},
+      {ID_MNUPROPERTIES, list_not_empty, &Form1::of_file<&MoreCommands::mnuProperties_Click>},
       {ID_MNUSELECTALL, list_not_empty, &Form1::mnuSelectAll_Click},
       {ID_MNUEXIT, not_busy, &Form1::mnuExit_Click},
       {ID_MNUCOPYTOCLIPBOARD, text_marked, &Form1::mnuCopyToClipboard_Click},
@@ -121,6 +125,8 @@ void Form1::refresh_commands() {
   if (!searching()) cmdSearch.set_text(viewer_.finding() ? "Stop" : "Search");
   const WindowState state = window_state();
   for (const Command& command : commands()) enable(command, is_enabled(command.rule, state));
+  win32::enable_entry(GetMenu(handle()), ID_MNUMORE,
+                      is_enabled(EnabledRule::list_not_empty, state));
   show_note();
   keep_focus();
   if (pending_.any()) PostMessageW(handle(), message_pending, 0, 0);

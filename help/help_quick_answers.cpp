@@ -90,6 +90,12 @@ constexpr HelpItem items[] = {
      "line of its own.\n\n"
      "The other way round, Paste in the search criteria takes the text to find from the "
      "clipboard."},
+    {topic, "What else can be done with a file, or with the list?",
+     "More in the File menu, and in the menu of the right mouse button, opens the folder of the "
+     "selected file in Explorer, opens the file with another application, and shows its "
+     "properties.\n\n"
+     "Save List writes the whole list, in its order, to a file: as text with one path a line, or "
+     "as a table (CSV) with name, date, size and folder, which spreadsheets open."},
     {topic, "What is the difference between \"Delete\" and \"Remove\" a file?",
      "Delete takes the selected files off the disk. You are asked first, and they go to the "
      "Recycle Bin where there is one.\n\n"

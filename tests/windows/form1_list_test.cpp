@@ -117,6 +117,25 @@ TEST_F(Form1ListTest, TheKeyboardGoesFromTheButtonsIntoTheList) {
   EXPECT_TRUE(form->ListView2.has_focus());
 }
 
+TEST_F(Form1ListTest, MoreOpensOnlyWithAList) {
+  open();
+  EXPECT_FALSE(entry_enabled(ID_MNUMORE));
+  files.add("C:\\docs\\gone.txt", "needle");
+  run(SearchKind::new_search, "needle");
+  EXPECT_TRUE(entry_enabled(ID_MNUMORE));
+  std::string text;
+  for (const int command : {ID_MNUOPENFOLDER, ID_MNUOPENWITH, ID_MNUPROPERTIES}) {
+    const User none("No File Selected", press_button(IDOK));
+    choose(command);
+  }
+  click_row(0);
+  {
+    const User box("Cannot Open Folder", press_button(IDOK, &text));
+    choose(ID_MNUOPENFOLDER);
+  }
+  EXPECT_NE(text.find("FIND C:\\docs\\gone.txt"), std::string::npos) << text;
+}
+
 TEST_F(Form1ListTest, ANameIsEditedWithoutItsExtension) {
   for (const char* name : {".bashrc", "a.tar.gz", "b", "c😀.txt"}) {
     files.add(std::string("C:\\docs\\") + name, "needle");

@@ -1,0 +1,95 @@
+#include "win32/win_shell.h"
+
+#include <commdlg.h>
+#include <shellapi.h>
+#include <shlobj.h>
+
+#include <algorithm>
+
+#include "win32/com_apartment.h"
+#include "win32/system_error.h"
+#include "win32/text.h"
+
+namespace tallowmere::win32 {
+namespace {
+
+using Result = WinShell::Result;
+
+constexpr std::size_t path_length = 32768;  // units: no path of the system is longer
+
+Result run(SHELLEXECUTEINFOW request) {
+  request.cbSize = sizeof request;
+  request.fMask |= SEE_MASK_FLAG_NO_UI;  // the program has its own messages
+  request.nShow = SW_SHOWNORMAL;
+  if (ShellExecuteExW(&request)) return std::nullopt;
+  return last_system_error();
+}
+
+/// False where the system lacks the function, and for paths too long for it.
+bool select_in_window(const std::wstring& path) {
+  PIDLIST_ABSOLUTE item = nullptr;
+  if (FAILED(SHParseDisplayName(path.c_str(), nullptr, &item, 0, nullptr))) return false;
+  const bool shown = SUCCEEDED(SHOpenFolderAndSelectItems(item, 0, nullptr, 0));
+  CoTaskMemFree(item);
+  return shown;
+}
+
+/// The program is named with its folder: another one of its name, planted on the path, does not do.
+std::wstring explorer() {
+  std::wstring folder(MAX_PATH, L'\0');
+  folder.resize(GetWindowsDirectoryW(folder.data(), MAX_PATH));
+  return folder + L"\\explorer.exe";
+}
+
+}  // namespace
+
+Result WinShell::show_in_folder(const std::string& path) {
+  const ComApartment apartment;
+  const std::wstring file = wide(path);
+  if (select_in_window(file)) return std::nullopt;
+  const std::wstring program = explorer();
+  const std::wstring parameters = L"/select,\"" + file + L"\"";
+  SHELLEXECUTEINFOW request{};
+  request.hwnd = owner_;
+  request.lpFile = program.c_str();
+  request.lpParameters = parameters.c_str();
+  return run(request);
+}
+
+Result WinShell::execute(std::string_view verb, const std::string& path) {
+  const ComApartment apartment;
+  const std::wstring verb_units = wide(verb);
+  const std::wstring file = wide(path);
+  SHELLEXECUTEINFOW request{};
+  request.fMask = SEE_MASK_INVOKEIDLIST;  // also verbs that only the file's own menu knows
+  request.hwnd = owner_;
+  request.lpVerb = verb_units.c_str();
+  request.lpFile = file.c_str();
+  return run(request);
+}
+
+std::optional<SystemShell::SavedFile> WinShell::ask_where_to_save(
+    const std::string& name, const std::vector<FileType>& types) {
+  const ComApartment apartment;
+  std::wstring filter;
+  for (const FileType& type : types) {
+    filter += wide(type.name) + L'\0' + L"*." + wide(type.extension) + L'\0';
+  }
+  const std::wstring extension = wide(types.front().extension);
+  std::wstring path = wide(name);
+  path.resize(path_length);
+  OPENFILENAMEW request{};
+  request.lStructSize = sizeof request;
+  request.hwndOwner = owner_;
+  request.lpstrFilter = filter.c_str();
+  request.nFilterIndex = 1;
+  request.lpstrFile = path.data();
+  request.nMaxFile = static_cast<DWORD>(path_length);
+  request.lpstrDefExt = extension.c_str();  // of the type chosen, as soon as there is any
+  request.Flags = OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  if (!GetSaveFileNameW(&request)) return std::nullopt;
+  const DWORD type = std::clamp<DWORD>(request.nFilterIndex, 1, static_cast<DWORD>(types.size()));
+  return SavedFile{narrow(path.c_str()), type - 1};
+}
+
+}  // namespace tallowmere::win32

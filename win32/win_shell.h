@@ -1,0 +1,26 @@
+#pragma once
+
+#include <windows.h>
+
+#include "files/system_shell.h"
+
+namespace tallowmere::win32 {
+
+/// The desktop of Windows.
+class WinShell : public SystemShell {
+ public:
+  using Result = std::optional<SystemError>;
+
+  /// `owner` is under what the system shows.
+  explicit WinShell(HWND owner) : owner_(owner) {}
+
+  Result show_in_folder(const std::string& path) override;
+  Result execute(std::string_view verb, const std::string& path) override;
+  std::optional<SavedFile> ask_where_to_save(const std::string& name,
+                                             const std::vector<FileType>& types) override;
+
+ private:
+  HWND owner_;
+};
+
+}  // namespace tallowmere::win32
