@@ -13,6 +13,7 @@
 #include "actions/launcher.h"
 #include "app/folder_drop.h"
 #include "actions/more_commands.h"
+#include "app/list_edge.h"
 #include "app/main_keys.h"
 #include "app/note_label.h"
 #include "app/resource.h"
@@ -249,6 +250,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
 
   // Layout: Form1_layout.cpp.
   void Form_Resize();
+  void lay_out();
   void place_controls(const MainLayout& layout, int dpi);
   void apply_viewer_font();
   void set_viewer_font();
@@ -270,6 +272,10 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   win32::Font viewer_font_;
   ShellState shell_;  ///< what the menus show and the settings keep
   LayoutMemory layout_memory_;
+  ListEdge list_edge_{handle(), ListView2.handle(), Label1.handle(), [this](ListShare share) {
+                        shell_.list_share = share;
+                        lay_out();
+                      }};
   WindowSounds sounds_;
   WindowNote note_;
 

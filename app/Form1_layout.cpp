@@ -17,7 +17,7 @@ void Form1::Form_Resize() {
   GetClientRect(handle(), &client);
   const TwipSize inside{to_twips(client.right, dpi), to_twips(client.bottom, dpi)};
   viewer_.keep_view([&] {
-    place_controls(layout_main_window({outer.width, outer.height}, inside), dpi);
+    place_controls(layout_main_window({outer.width, outer.height}, inside, shell_.list_share), dpi);
   });
   ListView2.fit_last_column(dpi);
 }
@@ -50,6 +50,10 @@ void Form1::on_dpi_changed(int before, int now) {
   set_viewer_font();
   ListView2.scale_columns(before, now);
   tips_.fit();
+  lay_out();
+}
+
+void Form1::lay_out() {
   layout_memory_.forget();
   Form_Resize();
 }

@@ -23,6 +23,7 @@ int main_window_template() {
   constexpr const wchar_t* name = L"Tallowmere32";
   WNDCLASSEXW window_class{};
   window_class.cbSize = sizeof window_class;
+  window_class.style = CS_DBLCLKS;
   const HINSTANCE program = GetModuleHandleW(nullptr);
   if (GetClassInfoExW(program, name, &window_class)) return IDD_FORM1;
   window_class.lpfnWndProc = DefDlgProcW;

@@ -20,6 +20,7 @@ constexpr Twips label_height = 240;
 constexpr Twips scroll_bar_width = 255;
 constexpr Twips smallest_list = 1650;
 constexpr Twips smallest_viewer = 240;
+constexpr Twips viewer_reserve = 1200;  ///< of the viewer, where the list takes a share
 
 TwipRect button(Twips left, Twips step) {
   return {left, top_margin, step - gap, button_height};
@@ -41,17 +42,27 @@ void place_buttons(MainLayout& layout, Twips left, Twips right) {
   layout.cmdExit = button(right - short_step, short_step);
 }
 
+Twips fit_list(const TwipSize& outer, Twips height) {
+  const Twips room = outer.height - height_reserve - viewer_reserve;
+  return std::max(std::min(height, room), smallest_list);
+}
+
+Twips list_height(const TwipSize& outer, ListShare share) {
+  if (share == 0) return std::max(outer.height / 4, smallest_list);
+  return fit_list(outer, (outer.height * share + whole_window / 2) / whole_window);
+}
+
 /// The viewer's height below `top`: the rule's, or less where the row of file information would
 /// not fit into the window any more.
-Twips viewer_height(const TwipSize& outer, const TwipSize& client, Twips list_height, Twips top) {
-  const Twips by_rule = outer.height - list_height - height_reserve;
+Twips viewer_height(const TwipSize& outer, const TwipSize& client, Twips list, Twips top) {
+  const Twips by_rule = outer.height - list - height_reserve;
   const Twips room = client.height - top - gap - label_height - gap;
   return std::max(std::min(by_rule, room), smallest_viewer);
 }
 
 }  // namespace
 
-MainLayout layout_main_window(const TwipSize& outer, const TwipSize& client) {
+MainLayout layout_main_window(const TwipSize& outer, const TwipSize& client, ListShare share) {
   MainLayout layout;
   const Twips width = std::max<Twips>(outer.width - width_reserve, 0);
   // Window borders differ between systems: what they leave is shared between both sides.
@@ -65,7 +76,7 @@ MainLayout layout_main_window(const TwipSize& outer, const TwipSize& client) {
     return place;
   };
   layout.Line1 = row(line_height, gap);
-  layout.ListView2 = row(std::max(outer.height / 4, smallest_list), gap);
+  layout.ListView2 = row(list_height(outer, share), gap);
   layout.Label1 = row(label_height, 0);
   layout.Label2 = row(label_height, gap);
   layout.Line2 = row(line_height, gap);
@@ -77,6 +88,12 @@ MainLayout layout_main_window(const TwipSize& outer, const TwipSize& client) {
   layout.VScroll1.left = layout.Text1.right();
   layout.VScroll1.width = scroll_bar_width;
   return layout;
+}
+
+ListShare list_share(const TwipSize& outer, Twips height) {
+  if (outer.height <= 0) return 0;
+  const Twips share = (fit_list(outer, height) * whole_window + outer.height / 2) / outer.height;
+  return static_cast<ListShare>(std::clamp<Twips>(share, 1, whole_window));
 }
 
 bool LayoutMemory::changed(const TwipRect& placement) {

@@ -15,9 +15,17 @@ struct MainLayout {
   TwipRect Line1, ListView2, Label1, Label2, Line2, Text1, VScroll1, lblFileInfo;
 };
 
-/// The list takes a quarter of the window's height, the viewer what is left. `outer` is the size of
-/// the whole window, `client` that of its inside.
-MainLayout layout_main_window(const TwipSize& outer, const TwipSize& client);
+/// The part of the window's height that the user has given to the list, in ten thousandths; 0 when
+/// that is left to the design.
+using ListShare = int;
+inline constexpr ListShare whole_window = 10000;
+
+/// The list takes its share, by design a quarter, of the window's height, the viewer what is left.
+/// `outer` is the size of the whole window, `client` that of its inside.
+MainLayout layout_main_window(const TwipSize& outer, const TwipSize& client, ListShare share);
+
+/// The share of a list of this height, or of the nearest one that the window has room for.
+ListShare list_share(const TwipSize& outer, Twips height);
 
 /// The placement at the last layout, so that a resize event without a change does nothing.
 class LayoutMemory {

@@ -190,6 +190,11 @@ void load_placement(SettingsStore& store, ShellState& shell) {
   shell.placement.width = lenient_integer(store.get_setting("width"));
 }
 
+/// Shares that a window has no room for are fitted when it is laid out.
+void load_list(SettingsStore& store, ShellState& shell) {
+  shell.list_share = std::clamp(lenient_integer(store.get_setting("list_share")), 0, whole_window);
+}
+
 std::string checked_text(const SearchCriteria& search, const ShellState& shell) {
   const auto flag = [](bool set) { return set ? 'Y' : 'N'; };
   std::string text;
@@ -268,6 +273,7 @@ void load_settings(SettingsStore& store, SearchCriteria& search, ShellState& she
   shell.recent_folders.load(store);
   load_font(store, shell);
   load_placement(store, shell);
+  load_list(store, shell);
 }
 
 void save_settings(SettingsStore& store, const SearchCriteria& search, const ShellState& shell,
@@ -278,6 +284,7 @@ void save_settings(SettingsStore& store, const SearchCriteria& search, const She
   shell.recent_folders.save(store);
   store.save_setting("font_name", shell.font_name);
   store.save_setting("font_size", size_text(shell.font_size));
+  store.save_setting("list_share", std::to_string(shell.list_share));
 }
 
 }  // namespace tallowmere

@@ -7,6 +7,7 @@
 #include "engine/search_criteria.h"
 #include "results/result_sort.h"
 #include "shell/geometry.h"
+#include "shell/layout.h"
 #include "shell/lenient_values.h"
 #include "shell/recent_folders.h"
 #include "shell/recent_searches.h"
@@ -25,6 +26,7 @@ struct ShellState {
   TwipRect placement;                     ///< as stored; all 0 when nothing is stored
   RecentSearches recent_searches;
   RecentFolders recent_folders;
+  ListShare list_share = 0;
 };
 
 /// What loading needs to know of the world.

@@ -132,6 +132,7 @@ TEST(Settings, StoredValuesAreTakenAsFarAsTheyCan) {
   expect_kept("search_type", {{"0", "0"}, {"3", "3"}, {"x", "0"}});
   expect_kept("font_name", {{megabyte, "Courier New"}});
   expect_kept("font_size", {{"0.5", "10"}, {"2161", "10"}, {"1e999", "10"}});
+  expect_kept("list_share", {{"3000", "3000"}, {"-1", "0"}, {"x", "0"}, {megabyte, "10000"}});
   expect_kept("left", {{"12.5", "12"}, {"-1e999", "-2147483648"}, {megabyte, highest}});
 
   expect_kept("date_search", {{"4", "4"}, {"5", "0"}, {"-1", "0"}, {megabyte, "0"}});

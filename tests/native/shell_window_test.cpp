@@ -61,7 +61,7 @@ TEST(Layout, ControlsFillTheWindowWithoutOverlap) {
   for (const auto& [outer, client] : {std::pair<TwipSize, TwipSize>{{9600, 6000}, {9360, 5115}},
                                       {{30000, 20000}, {29760, 19115}},
                                       {{9600, 7000}, {9360, 5500}}}) {
-    const MainLayout l = layout_main_window(outer, client);
+    const MainLayout l = layout_main_window(outer, client, 0);
     const TwipRect rows[] = {l.cmdSearch, l.Line1, l.ListView2, l.Label1,
                              l.Label2,    l.Line2, l.Text1,     l.lblFileInfo};
     const TwipRect buttons[] = {l.cmdSearch, l.cmdView,  l.cmdFindNext, l.cmdFindPrev,
@@ -75,7 +75,31 @@ TEST(Layout, ControlsFillTheWindowWithoutOverlap) {
     EXPECT_EQ(l.VScroll1.right(), l.ListView2.right());
     EXPECT_EQ(l.ListView2.left, client.width - l.ListView2.right());
   }
-  EXPECT_EQ(layout_main_window({9600, 2000}, {9360, 1100}).Text1.height, 240);
+  EXPECT_EQ(layout_main_window({9600, 2000}, {9360, 1100}, 0).Text1.height, 240);
+}
+
+TEST(Layout, TheListKeepsItsShareAndLeavesTheViewerRoom) {
+  constexpr TwipSize outer{10200, 7800}, small{9600, 6000}, client{9960, 6915};
+  const auto height = [&](const TwipSize& window, ListShare share) {
+    return layout_main_window(window, client, share).ListView2.height;
+  };
+  EXPECT_EQ(height(outer, 0), 7800 / 4);
+  EXPECT_EQ(height(small, 0), 1650);
+  for (const Twips dragged : {1650, 1951, 3000, 4020}) {
+    EXPECT_EQ(height(outer, list_share(outer, dragged)), dragged);
+  }
+  EXPECT_EQ(height({10200, 15600}, list_share(outer, 3000)), 6000);
+  for (const Twips beyond : {-100'000, 0, 1649}) {
+    EXPECT_EQ(height(outer, list_share(outer, beyond)), 1650);
+  }
+  EXPECT_EQ(list_share(outer, 100'000), list_share(outer, 4020));
+  for (const ListShare share : {1, 9999, whole_window}) {
+    for (const TwipSize& window : {outer, small, TwipSize{9600, 2000}}) {
+      EXPECT_GE(height(window, share), 1650);
+      if (window.height < 6000) continue;
+      EXPECT_GE(layout_main_window(window, window, share).Text1.height, 1200) << share;
+    }
+  }
 }
 
 /// A letter for each rule that allows its command.

@@ -50,6 +50,52 @@ TEST_F(Form1WindowTest, AColumnKeepsTheUsersWidthOnAnotherScreen) {
   EXPECT_EQ(form->ListView2.column_width(0), 100 * 144 / win32::window_dpi(form->handle()));
 }
 
+TEST_F(Form1WindowTest, TheListsLowerEdgeIsDraggedAndGoesBack) {
+  open();
+  form->show(SW_SHOW);
+  const auto height = [this] {
+    const RECT list = place_of(form->ListView2.handle());
+    return list.bottom - list.top;
+  };
+  const auto mouse = [this](UINT message, LONG below_edge) {
+    const RECT list = place_of(form->ListView2.handle());
+    POINT at{(list.left + list.right) / 2, list.bottom + below_edge};
+    ScreenToClient(form->handle(), &at);
+    SendMessageW(form->handle(), message, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+  };
+  const auto lets_through = [this](const win32::Control& control, bool bottom, LONG below) {
+    const RECT place = place_of(control.handle());
+    const LPARAM at = MAKELPARAM(place.left + 50, (bottom ? place.bottom : place.top) + below);
+    return SendMessageW(control.handle(), WM_NCHITTEST, 0, at) == HTTRANSPARENT;
+  };
+  EXPECT_TRUE(lets_through(form->ListView2, true, -1) && lets_through(form->Label1, false, 1));
+  EXPECT_FALSE(lets_through(form->ListView2, true, -8) || lets_through(form->Label1, false, 8));
+
+  const LONG before = height();
+  mouse(WM_LBUTTONDOWN, 1);
+  mouse(WM_MOUSEMOVE, 1);
+  mouse(WM_LBUTTONUP, 1);
+  mouse(WM_MOUSEMOVE, 40);
+  EXPECT_EQ(height(), before);
+  choose(ID_MNUEXIT);
+  EXPECT_EQ(settings.get_setting("list_share"), "0") << "a click is no wish";
+
+  start(settings);
+  form->show(SW_SHOW);
+  mouse(WM_LBUTTONDOWN, 1);
+  for (const LONG way : {30, -10, 21}) mouse(WM_MOUSEMOVE, 1 + way);
+  mouse(WM_LBUTTONUP, 1);
+  EXPECT_EQ(height(), before + 41);
+  EXPECT_LT(place_of(form->ListView2.handle()).bottom, place_of(form->Label1.handle()).top);
+  choose(ID_MNUEXIT);
+  start(settings);
+  EXPECT_EQ(height(), before + 41);
+  mouse(WM_LBUTTONDBLCLK, 30);
+  EXPECT_EQ(height(), before + 41);
+  mouse(WM_LBUTTONDBLCLK, 1);
+  EXPECT_EQ(height(), before);
+}
+
 TEST_F(Form1WindowTest, NothingRunsBehindADialog) {
   open();
   EnableWindow(form->handle(), FALSE);
