@@ -36,6 +36,7 @@
 #include "shell/settings.h"
 #include "shell/window_note.h"
 #include "win32/controls.h"
+#include "win32/dpi.h"
 #include "win32/fonts.h"
 #include "win32/form.h"
 #include "win32/menu.h"
@@ -274,6 +275,8 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   LayoutMemory layout_memory_;
   ListEdge list_edge_{handle(), ListView2.handle(), Label1.handle(), [this](ListShare share) {
                         shell_.list_share = share;
+                        if (share == 0)
+                          ListView2.set_column_widths({}, win32::window_dpi(handle()));
                         lay_out();
                       }};
   WindowSounds sounds_;

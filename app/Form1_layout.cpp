@@ -48,7 +48,7 @@ void Form1::apply_viewer_font() {
 
 void Form1::on_dpi_changed(int before, int now) {
   set_viewer_font();
-  ListView2.scale_columns(before, now);
+  ListView2.set_column_widths(ListView2.column_widths(before), now);
   tips_.fit();
   lay_out();
 }

@@ -10,7 +10,6 @@
 namespace tallowmere {
 
 void Form1::Form_Load() {
-  ListView2.set_design_widths(win32::window_dpi(handle()));
   search_.match_case = false;
   load_settings(services_.settings, search_, shell_,
                 {services_.program_folder, clock_.today(), win32::short_date_order()});
@@ -30,6 +29,7 @@ void Form1::apply_settings() {
   apply_viewer_font();
   shell_ = stored;
   apply_viewer_font();
+  ListView2.set_column_widths(shell_.column_widths, win32::window_dpi(handle()));
   apply_placement(handle(), shell_.placement);
   Form_Resize();
 }
@@ -41,6 +41,7 @@ void Form1::set_start_folder(const std::string& folder) {
 /// Also called when the session of Windows ends, with the window still there.
 void Form1::save() {
   shell_.sort_key = sort_menu_.sort_type();
+  shell_.column_widths = ListView2.column_widths(win32::window_dpi(handle()));
   save_settings(services_.settings, search_, shell_, placement_to_store(handle()));
 }
 

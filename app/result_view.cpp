@@ -64,6 +64,7 @@ ResultView::ResultView(HWND window, const ResultList& results, DateFormat format
   add_styles(LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_INFOTIP | LVS_EX_LABELTIP);
   for (int i = 0; i < result_columns; ++i) {
     add_column(i, columns[i].caption, columns[i].right_aligned);
+    set_[i] = column_width(i);
   }
   SetWindowSubclass(window, subclass_proc, subclass_id, 0);
 }
@@ -100,18 +101,40 @@ void ResultView::show_order(SortKey key, bool descending) const {
   set_sort_arrow(column <= last_column ? column : -1, natural_ascending != descending);
 }
 
-void ResultView::set_design_widths(int dpi) const {
-  for (int i = 0; i < last_column; ++i) set_column_width(i, win32::scale(columns[i].width, dpi));
+void ResultView::set_width(int column, int pixels) {
+  set_column_width(column, pixels);
+  set_[column] = column_width(column);
 }
 
-void ResultView::fit_last_column(int dpi) const {
+void ResultView::set_column_widths(const ColumnWidths& users, int dpi) {
+  users_ = users;
+  for (int i = 0; i < result_columns; ++i) {
+    const bool by_design = users_[i] == 0;
+    set_width(i, by_design ? win32::scale(columns[i].width, dpi)
+                           : static_cast<int>(to_pixels(users_[i], dpi)));
+  }
+}
+
+/// Asked, not followed: columns are resized by mouse and keyboard in ways that systems tell of
+/// differently. One that was closed is the user's too, and not 0.
+const ColumnWidths& ResultView::column_widths(int dpi) {
+  for (int i = 0; i < result_columns; ++i) {
+    const int width = column_width(i);
+    if (width == std::exchange(set_[i], width)) continue;
+    users_[i] = std::clamp(static_cast<int>(to_twips(width, dpi)), 1, widest_column);
+  }
+  return users_;
+}
+
+void ResultView::fit_last_column(int dpi) {
+  if (column_widths(dpi)[last_column] != 0) return;
   RECT area;
   GetWindowRect(handle(), &area);
   // Room for the scroll bar is kept even while there is none: no second one appears with it.
   int width = area.right - area.left - 2 * win32::metrics(SM_CXEDGE, dpi) -
               win32::metrics(SM_CXVSCROLL, dpi);
   for (int i = 0; i < last_column; ++i) width -= column_width(i);
-  set_column_width(last_column, std::max(width, win32::scale(columns[last_column].width, dpi)));
+  set_width(last_column, std::max(width, win32::scale(columns[last_column].width, dpi)));
 }
 
 void ResultView::LVN_GetDispInfo(NMLVDISPINFOW& request) const {

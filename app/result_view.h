@@ -4,9 +4,12 @@
 
 #include <commctrl.h>
 
+#include <array>
+
 #include "results/result_list.h"
 #include "results/result_sort.h"
 #include "results/row_text.h"
+#include "shell/settings.h"
 #include "win32/list_view.h"
 
 namespace tallowmere {
@@ -29,10 +32,12 @@ class ResultView : public win32::ListView {
   /// Header arrow for the sort order; the type has no column.
   void show_order(SortKey key, bool descending) const;
 
-  /// Sets the widths of the first columns, when the view is made.
-  void set_design_widths(int dpi) const;
+  /// Gives the columns these widths; the last one by design when the view is resized next.
+  void set_column_widths(const ColumnWidths& users, int dpi);
+  /// The widths that the user has given to columns until now. `dpi` is the one of the last call.
+  const ColumnWidths& column_widths(int dpi);
   /// Gives the last column what the others leave, when the view is resized.
-  void fit_last_column(int dpi) const;
+  void fit_last_column(int dpi);
 
   void LVN_GetDispInfo(NMLVDISPINFOW& request) const;
   /// The row that typing ahead leads to; -1 when there is none.
@@ -42,8 +47,12 @@ class ResultView : public win32::ListView {
   static LRESULT CALLBACK subclass_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
                                         UINT_PTR id, DWORD_PTR);
 
+  void set_width(int column, int pixels);
+
   const ResultList& results_;
   DateFormat format_;
+  ColumnWidths users_{};
+  std::array<int, result_columns> set_{};  ///< by the program, in pixels: others are the user's
 };
 
 /// The first record whose name is what the request means; -1 when there is none.

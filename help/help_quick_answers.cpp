@@ -69,8 +69,9 @@ constexpr HelpItem items[] = {
      "Tallowmere notices that the file has changed."},
     {topic, "Can I make the list larger?",
      "Yes. Drag its lower edge with the mouse, just above the count of the files: the viewer gets "
-     "the rest of the window. The list keeps its part of the window, also the next time. A double "
-     "click on the edge goes back to the height that it had at first."},
+     "the rest of the window. The list keeps its part of the window, and the columns stay as wide "
+     "as you make them, also the next time. A double click on the edge goes back to how both were "
+     "at first."},
     {topic, "Can I change the font used to display the file's contents?",
      "Yes, with Change Font, Larger Font and Smaller Font in the Display menu. Turning the mouse "
      "wheel with Ctrl held down over the viewer changes the size, too. The font is kept for the "

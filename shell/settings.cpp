@@ -190,9 +190,17 @@ void load_placement(SettingsStore& store, ShellState& shell) {
   shell.placement.width = lenient_integer(store.get_setting("width"));
 }
 
+std::string column_key(std::size_t column) {
+  return "column_width" + std::to_string(column + 1);
+}
+
 /// Shares that a window has no room for are fitted when it is laid out.
 void load_list(SettingsStore& store, ShellState& shell) {
   shell.list_share = std::clamp(lenient_integer(store.get_setting("list_share")), 0, whole_window);
+  for (std::size_t i = 0; i < shell.column_widths.size(); ++i) {
+    const int width = lenient_integer(store.get_setting(column_key(i)));
+    shell.column_widths[i] = std::clamp(width, 0, widest_column);
+  }
 }
 
 std::string checked_text(const SearchCriteria& search, const ShellState& shell) {
@@ -285,6 +293,9 @@ void save_settings(SettingsStore& store, const SearchCriteria& search, const She
   store.save_setting("font_name", shell.font_name);
   store.save_setting("font_size", size_text(shell.font_size));
   store.save_setting("list_share", std::to_string(shell.list_share));
+  for (std::size_t i = 0; i < shell.column_widths.size(); ++i) {
+    store.save_setting(column_key(i), std::to_string(shell.column_widths[i]));
+  }
 }
 
 }  // namespace tallowmere

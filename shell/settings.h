@@ -1,11 +1,13 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 
 #include "engine/date_time.h"
 #include "engine/search_criteria.h"
 #include "results/result_sort.h"
+#include "results/row_text.h"
 #include "shell/geometry.h"
 #include "shell/layout.h"
 #include "shell/lenient_values.h"
@@ -14,6 +16,10 @@
 #include "shell/settings_store.h"
 
 namespace tallowmere {
+
+/// Widths that the user has given to the list's columns, in twips; 0 for those as designed.
+using ColumnWidths = std::array<int, result_columns>;
+inline constexpr int widest_column = 100'000;
 
 /// What persists besides the search criteria. The initial values are the design's.
 struct ShellState {
@@ -27,6 +33,7 @@ struct ShellState {
   RecentSearches recent_searches;
   RecentFolders recent_folders;
   ListShare list_share = 0;
+  ColumnWidths column_widths{};
 };
 
 /// What loading needs to know of the world.

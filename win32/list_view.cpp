@@ -34,11 +34,6 @@ int ListView::column_width(int index) const {
   return ListView_GetColumnWidth(handle(), index);
 }
 
-void ListView::scale_columns(int dpi_before, int dpi) const {
-  const int count = Header_GetItemCount(header());
-  for (int i = 0; i < count; ++i) set_column_width(i, MulDiv(column_width(i), dpi, dpi_before));
-}
-
 void ListView::set_sort_arrow(int column, bool ascending) const {
   const int count = Header_GetItemCount(header());
   for (int i = 0; i < count; ++i) {

@@ -18,8 +18,6 @@ class ListView : public Control {
   void add_column(int index, std::string_view caption, bool right_aligned) const;
   void set_column_width(int index, int pixels) const;
   int column_width(int index) const;
-  /// Widths as the user left them, on a screen of another DPI.
-  void scale_columns(int dpi_before, int dpi) const;
   /// The arrow in a header that tells the sort order; only one column has it, none when
   /// `column` is -1.
   void set_sort_arrow(int column, bool ascending) const;

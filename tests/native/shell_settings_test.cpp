@@ -133,6 +133,9 @@ TEST(Settings, StoredValuesAreTakenAsFarAsTheyCan) {
   expect_kept("font_name", {{megabyte, "Courier New"}});
   expect_kept("font_size", {{"0.5", "10"}, {"2161", "10"}, {"1e999", "10"}});
   expect_kept("list_share", {{"3000", "3000"}, {"-1", "0"}, {"x", "0"}, {megabyte, "10000"}});
+  for (const char* column : {"column_width1", "column_width4"}) {
+    expect_kept(column, {{"1500", "1500"}, {"-1", "0"}, {"x", "0"}, {megabyte, "100000"}});
+  }
   expect_kept("left", {{"12.5", "12"}, {"-1e999", "-2147483648"}, {megabyte, highest}});
 
   expect_kept("date_search", {{"4", "4"}, {"5", "0"}, {"-1", "0"}, {megabyte, "0"}});
@@ -182,7 +185,8 @@ TEST(Settings, EverythingSurvivesARestart) {
       "user_type4=é|user_type5=tar.gz|user_type6=|criteria= a \"b|search_type=3|prox_before=0|"
       "prox_after=250|font_name=Consolas|font_size=8.25|left=100|top=200|height=7000|width=9700|"
       "checked=NYNNNNYYNYNNNYNYNNY|unicode_text=Y|leave_out=.git; *.bak|hidden_files=Y|"
-      "online_files=Y");
+      "online_files=Y|list_share=4000|column_width1=1|column_width2=0|column_width3=900|"
+      "column_width4=100000");
   Loaded loaded = load(values);
   EXPECT_EQ(loaded.search.drive + loaded.search.user_types[4], "D:\\é");
   EXPECT_EQ(loaded.shell.sort_key, SortKey::folder);

@@ -50,6 +50,41 @@ TEST_F(Form1WindowTest, AColumnKeepsTheUsersWidthOnAnotherScreen) {
   EXPECT_EQ(form->ListView2.column_width(0), 100 * 144 / win32::window_dpi(form->handle()));
 }
 
+TEST_F(Form1WindowTest, ColumnsStayAsTheUserLeftThem) {
+  const auto widths = [this] {
+    std::string text;
+    for (int i = 0; i < result_columns; ++i) {
+      text += std::to_string(form->ListView2.column_width(i)) + " ";
+    }
+    return text;
+  };
+  const auto widen_window = [this](int width) {
+    SetWindowPos(form->handle(), nullptr, 0, 0, width, 600, SWP_NOMOVE | SWP_NOZORDER);
+  };
+  open();
+  const std::string designed = widths();
+  form->ListView2.set_column_width(1, 97);
+  widen_window(800);
+  const int last = form->ListView2.column_width(3);
+  widen_window(900);
+  EXPECT_EQ(form->ListView2.column_width(3), last + 100) << "it fills what is left";
+  form->ListView2.set_column_width(3, 301);
+  form->ListView2.set_column_width(0, 0);
+  for (const bool again : {false, true}) {
+    if (again) choose(ID_MNUEXIT);
+    if (again) start(settings);
+    widen_window(700);
+    EXPECT_EQ(widths(), "0 97 85 301 ");
+  }
+  widen_window(680);
+  form->show(SW_SHOW);
+  const RECT list = place_of(form->ListView2.handle());
+  POINT edge{list.left + 50, list.bottom + 1};
+  ScreenToClient(form->handle(), &edge);
+  SendMessageW(form->handle(), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(edge.x, edge.y));
+  EXPECT_EQ(widths(), designed);
+}
+
 TEST_F(Form1WindowTest, TheListsLowerEdgeIsDraggedAndGoesBack) {
   open();
   form->show(SW_SHOW);
