@@ -18,6 +18,7 @@
 #include "app/note_label.h"
 #include "app/resource.h"
 #include "app/result_view.h"
+#include "app/row_tips.h"
 #include "app/search_run.h"
 #include "app/viewer_box.h"
 #include "app/viewer_pane.h"
@@ -279,6 +280,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
                           ListView2.set_column_widths({}, win32::window_dpi(handle()));
                         lay_out();
                       }};
+  RowTips row_tips_{{ListView2, results_, search_, clock_, services_.files, services_.page}};
   WindowSounds sounds_;
   WindowNote note_;
 

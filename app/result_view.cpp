@@ -6,7 +6,9 @@
 #include <utility>
 
 #include "engine/letter_case.h"
+#include "files/file_names.h"
 #include "win32/dpi.h"
+#include "win32/text.h"
 
 namespace tallowmere {
 
@@ -61,7 +63,8 @@ int find_by_name(const ResultList& results, const win32::FindRequest& request) {
 ResultView::ResultView(HWND window, const ResultList& results, DateFormat format)
     : ListView(window), results_(results), format_(std::move(format)) {
   // A header alone flickers less, a double-buffered view not at all.
-  add_styles(LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_INFOTIP | LVS_EX_LABELTIP);
+  // It has no tips of its own: RowTips tell what a cell has no room for, and more.
+  add_styles(LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
   for (int i = 0; i < result_columns; ++i) {
     add_column(i, columns[i].caption, columns[i].right_aligned);
     set_[i] = column_width(i);
@@ -135,6 +138,11 @@ void ResultView::fit_last_column(int dpi) {
               win32::metrics(SM_CXVSCROLL, dpi);
   for (int i = 0; i < last_column; ++i) width -= column_width(i);
   set_width(last_column, std::max(width, win32::scale(columns[last_column].width, dpi)));
+}
+
+void ResultView::select_stem(int row) const {
+  const std::string& name = results_.record(static_cast<std::size_t>(row)).filename;
+  select_in_label(win32::wide(name_stem(name)).size());
 }
 
 void ResultView::LVN_GetDispInfo(NMLVDISPINFOW& request) const {

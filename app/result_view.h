@@ -39,6 +39,9 @@ class ResultView : public win32::ListView {
   /// Gives the last column what the others leave, when the view is resized.
   void fit_last_column(int dpi);
 
+  /// While a name begins to be edited: the extension mostly stays.
+  void select_stem(int row) const;
+
   void LVN_GetDispInfo(NMLVDISPINFOW& request) const;
   /// The row that typing ahead leads to; -1 when there is none.
   int LVN_ODFindItem(const NMLVFINDITEMW& request) const;

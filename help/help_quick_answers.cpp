@@ -67,6 +67,9 @@ constexpr HelpItem items[] = {
      "No. Files that are searched and viewed are only read, so nothing can happen to them. Press "
      "Launch to edit the file in the application that belongs to its type. When you come back, "
      "Tallowmere notices that the file has changed."},
+    {topic, "Can I see why a file was found without opening it?",
+     "Rest the mouse on its row. A tip shows the whole path, the size and date and the first line "
+     "with a hit, when that is within the first megabyte of the file and can be read at once."},
     {topic, "Can I make the list larger?",
      "Yes. Drag its lower edge with the mouse, just above the count of the files: the viewer gets "
      "the rest of the window. The list keeps its part of the window, and the columns stay as wide "

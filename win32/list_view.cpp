@@ -57,6 +57,18 @@ int ListView::selected() const {
   return row >= 0 ? row : ListView_GetNextItem(handle(), -1, LVNI_SELECTED);
 }
 
+int ListView::row_at(POINT at) const {
+  LVHITTESTINFO test{};
+  test.pt = at;
+  return static_cast<int>(send(LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&test)));
+}
+
+RECT ListView::row_area(int row) const {
+  RECT area{};
+  ListView_GetItemRect(handle(), row, &area, LVIR_BOUNDS);
+  return area;
+}
+
 std::vector<std::size_t> ListView::selected_rows() const {
   std::vector<std::size_t> rows;
   int row = -1;

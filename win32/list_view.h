@@ -35,6 +35,9 @@ class ListView : public Control {
   }
   /// The row with the focus mark, selected or not; -1 for none.
   int focused() const { return ListView_GetNextItem(handle(), -1, LVNI_FOCUSED); }
+  /// The row at a place of the view; -1 without one.
+  int row_at(POINT at) const;
+  RECT row_area(int row) const;
   int selected_count() const { return static_cast<int>(ListView_GetSelectedCount(handle())); }
   /// In ascending order.
   std::vector<std::size_t> selected_rows() const;

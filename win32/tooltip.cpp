@@ -21,6 +21,15 @@ TOOLINFOW tool_info(HWND form, HWND control) {
   return info;
 }
 
+TOOLINFOW area_info(HWND form) {
+  TOOLINFOW info{};
+  info.cbSize = TTTOOLINFOW_V2_SIZE;
+  info.uFlags = TTF_SUBCLASS;
+  info.hwnd = form;
+  info.uId = 1;
+  return info;
+}
+
 }  // namespace
 
 ToolTip::ToolTip(HWND form)
@@ -53,6 +62,27 @@ void ToolTip::set(HWND control, std::string_view text) {
   info.lpszText = texts_[control].data();
   SendMessageW(window_, known ? TTM_UPDATETIPTEXTW : TTM_ADDTOOLW, 0,
                reinterpret_cast<LPARAM>(&info));
+}
+
+/// Fitted each time: nobody tells when the form has come to a screen of another DPI.
+void ToolTip::set_area(const RECT& area) {
+  clear_area();
+  fit();
+  TOOLINFOW info = area_info(form_);
+  info.rect = area;
+  info.lpszText = LPSTR_TEXTCALLBACKW;
+  SendMessageW(window_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
+  // The mouse may rest where it is now, and its movement has gone past the tip.
+  POINT at;
+  GetCursorPos(&at);
+  ScreenToClient(form_, &at);
+  MSG moved{form_, WM_MOUSEMOVE, 0, MAKELPARAM(at.x, at.y), 0, {}};
+  SendMessageW(window_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&moved));
+}
+
+void ToolTip::clear_area() {
+  TOOLINFOW info = area_info(form_);
+  SendMessageW(window_, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&info));
 }
 
 std::string ToolTip::text(HWND control) const {

@@ -21,6 +21,11 @@ class ToolTip {
   /// Tip shown while the mouse rests over `control`; an empty text takes it away. A label needs
   /// the style SS_NOTIFY to have one.
   void set(HWND control, std::string_view text);
+  /// The form has another tip for this area of it, in its client coordinates, instead of the one
+  /// so far. The form is asked for the text by TTN_GETDISPINFO when the tip is to show.
+  void set_area(const RECT& area);
+  void clear_area();
+  bool has_sent(const NMHDR& header) const { return header.hwndFrom == window_; }
   /// The tip of `control`, empty when it has none.
   std::string text(HWND control) const;
 

@@ -136,6 +136,44 @@ TEST_F(Form1ListTest, MoreOpensOnlyWithAList) {
   EXPECT_NE(text.find("FIND C:\\docs\\gone.txt"), std::string::npos) << text;
 }
 
+TEST_F(Form1ListTest, ARowsTipTellsTheWholePathAndTheFirstHit) {
+  open_with_list();
+  form->show(SW_SHOW);
+  files.add("C:\\docs\\b.txt", "hay\nsome needle\nneedle", 30 * minute);
+  const HWND list = form->ListView2.handle();
+  const auto tip_window = [list] {
+    HWND tip = nullptr;
+    while ((tip = FindWindowExW(nullptr, tip, TOOLTIPS_CLASSW, nullptr)) != nullptr) {
+      TOOLINFOW area{};
+      area.cbSize = TTTOOLINFOW_V2_SIZE;
+      area.hwnd = list;
+      area.uId = 1;
+      if (SendMessageW(tip, TTM_GETTOOLINFOW, 0, reinterpret_cast<LPARAM>(&area))) break;
+    }
+    return tip;
+  };
+  // Its text; "-" when there is none.
+  const auto tip_over = [&](int x, int y) {
+    SendMessageW(list, WM_MOUSEMOVE, 0, MAKELPARAM(x, y));
+    const HWND tip = tip_window();
+    if (tip == nullptr) return std::string("-");
+    NMTTDISPINFOW request{};
+    request.hdr = {tip, 1, static_cast<UINT>(TTN_GETDISPINFOW)};
+    SendMessageW(list, WM_NOTIFY, 1, reinterpret_cast<LPARAM>(&request));
+    return win32::narrow(request.lpszText);
+  };
+  const RECT row = form->ListView2.row_area(1);
+  const std::string facts = "C:\\docs\\b.txt\r\n8 bytes  1/1/1601 12:30:00 AM";
+  // Slow machines read the line later.
+  std::string text;
+  while ((text = tip_over(row.right - 5, row.top + 2)) == facts) tip_over(1, row.bottom + 500);
+  EXPECT_EQ(text, facts + "\r\nsome needle");
+  EXPECT_EQ(tip_over(1, row.bottom + 500), "-");
+  EXPECT_TRUE(tip_over(1, row.bottom + 2).starts_with("C:\\docs\\C.txt\r\n"));
+  choose(ID_MNUSORT);
+  EXPECT_EQ(tip_window(), nullptr) << "another row is there now";
+}
+
 TEST_F(Form1ListTest, ANameIsEditedWithoutItsExtension) {
   for (const char* name : {".bashrc", "a.tar.gz", "b", "c😀.txt"}) {
     files.add(std::string("C:\\docs\\") + name, "needle");
