@@ -11,8 +11,8 @@
 #include "actions/clipboard_commands.h"
 #include "actions/file_commands.h"
 #include "actions/launcher.h"
-#include "app/folder_drop.h"
 #include "actions/more_commands.h"
+#include "app/folder_drop.h"
 #include "app/list_edge.h"
 #include "app/main_keys.h"
 #include "app/note_label.h"
@@ -37,7 +37,6 @@
 #include "shell/settings.h"
 #include "shell/window_note.h"
 #include "win32/controls.h"
-#include "win32/dpi.h"
 #include "win32/fonts.h"
 #include "win32/form.h"
 #include "win32/menu.h"
@@ -253,7 +252,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   // Layout: Form1_layout.cpp.
   void Form_Resize();
   void lay_out();
-  void place_controls(const MainLayout& layout, int dpi);
   void apply_viewer_font();
   void set_viewer_font();
 
@@ -274,12 +272,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   win32::Font viewer_font_;
   ShellState shell_;  ///< what the menus show and the settings keep
   LayoutMemory layout_memory_;
-  ListEdge list_edge_{handle(), ListView2.handle(), Label1.handle(), [this](ListShare share) {
-                        shell_.list_share = share;
-                        if (share == 0)
-                          ListView2.set_column_widths({}, win32::window_dpi(handle()));
-                        lay_out();
-                      }};
+  ListEdge list_edge_{handle(), ListView2, Label1, shell_.list_share, [this] { lay_out(); }};
   RowTips row_tips_{{ListView2, results_, search_, clock_, services_.files, services_.page}};
   WindowSounds sounds_;
   WindowNote note_;

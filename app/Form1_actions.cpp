@@ -7,7 +7,6 @@
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmHints.h"
 #include "dialogs/frmQTips.h"
-#include "files/file_names.h"
 #include "shell/run_texts.h"
 #include "win32/message_box.h"
 #include "win32/message_loop.h"
@@ -37,10 +36,8 @@ std::vector<std::size_t> Form1::command_rows() {
 
 /// The file that a command for one is for; empty when there is none.
 std::string Form1::command_path() {
-  const std::vector<std::size_t> rows = command_rows();
-  if (rows.empty()) return {};
-  const int focused = ListView2.focused_selected();
-  return results_.indexed_filename(focused >= 0 ? static_cast<std::size_t>(focused) : rows.front());
+  if (command_rows().empty()) return {};
+  return results_.indexed_filename(static_cast<std::size_t>(ListView2.selected()));
 }
 
 void Form1::cmdLaunch_Click() {
@@ -77,7 +74,7 @@ bool Form1::ListView2_BeforeLabelEdit(int row) {
   const auto index = static_cast<std::size_t>(row);
   if (busy() || !IsWindowEnabled(handle()) || index >= results_.file_count()) return false;
   edited_path_ = results_.indexed_filename(index);
-  ListView2.select_in_label(win32::wide(name_stem(results_.record(index).filename)).size());
+  ListView2.select_stem(row);
   return true;
 }
 

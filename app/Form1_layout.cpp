@@ -1,8 +1,7 @@
-#include <iterator>
 #include <utility>
 
 #include "app/Form1.h"
-#include "app/control_mover.h"
+#include "app/main_layout.h"
 #include "app/window_placement.h"
 #include "win32/dpi.h"
 
@@ -17,25 +16,12 @@ void Form1::Form_Resize() {
   GetClientRect(handle(), &client);
   const TwipSize inside{to_twips(client.right, dpi), to_twips(client.bottom, dpi)};
   viewer_.keep_view([&] {
-    place_controls(layout_main_window({outer.width, outer.height}, inside, shell_.list_share), dpi);
+    const MainLayout layout =
+        layout_main_window({outer.width, outer.height}, inside, shell_.list_share);
+    place_controls(handle(), layout, dpi);
+    lblNote.place(layout.lblFileInfo, dpi);
   });
   ListView2.fit_last_column(dpi);
-}
-
-void Form1::place_controls(const MainLayout& layout, int dpi) {
-  const std::pair<HWND, const TwipRect*> places[] = {
-      {cmdSearch.handle(), &layout.cmdSearch},     {cmdView.handle(), &layout.cmdView},
-      {cmdFindNext.handle(), &layout.cmdFindNext}, {cmdFindPrev.handle(), &layout.cmdFindPrev},
-      {cmdLaunch.handle(), &layout.cmdLaunch},     {cmdHyper.handle(), &layout.cmdHyper},
-      {cmdRestore.handle(), &layout.cmdRestore},   {cmdExit.handle(), &layout.cmdExit},
-      {ListView2.handle(), &layout.ListView2},     {Label1.handle(), &layout.Label1},
-      {Label2.handle(), &layout.Label2},           {Text1.handle(), &layout.Text1},
-      {Text1.VScroll1.handle(), &layout.VScroll1}};
-  ControlMover mover(static_cast<int>(std::size(places)) + 2, dpi);
-  for (const auto& [control, place] : places) mover.move(control, *place);
-  mover.move_line(Line1.handle(), layout.Line1);
-  mover.move_line(Line2.handle(), layout.Line2);
-  lblNote.place(layout.lblFileInfo, dpi);
 }
 
 /// A face or size that the system refuses leaves the viewer as it is.

@@ -34,15 +34,16 @@ POINT on_screen(HWND window, LPARAM position) {
 
 }  // namespace
 
-ListEdge::ListEdge(HWND form, HWND list, HWND below, std::function<void(ListShare)> share_changed)
-    : form_(form), list_(list), below_(below), share_changed_(std::move(share_changed)) {
-  for (const HWND window : {form_, list_, below_}) {
+ListEdge::ListEdge(HWND form, ResultView& list, const win32::Control& below, ListShare& share,
+                   std::function<void()> lay_out)
+    : form_(form), list_(list), below_(below), share_(share), lay_out_(std::move(lay_out)) {
+  for (const HWND window : {form_, list_.handle(), below_.handle()}) {
     SetWindowSubclass(window, subclass_proc, subclass_id, reinterpret_cast<DWORD_PTR>(this));
   }
 }
 
 ListEdge::~ListEdge() {
-  for (const HWND window : {form_, list_, below_}) {
+  for (const HWND window : {form_, list_.handle(), below_.handle()}) {
     RemoveWindowSubclass(window, subclass_proc, subclass_id);
   }
 }
@@ -83,7 +84,7 @@ bool ListEdge::handle_message(HWND window, UINT message, LPARAM lparam, LRESULT&
       return false;
     case WM_LBUTTONDBLCLK:
       if (!covers(on_screen(window, lparam))) return false;
-      share_changed_(0);
+      go_back();
       return true;
   }
   return false;
@@ -91,15 +92,15 @@ bool ListEdge::handle_message(HWND window, UINT message, LPARAM lparam, LRESULT&
 
 bool ListEdge::covers(POINT at) const {
   const int dpi = win32::window_dpi(form_);
-  RECT strip = place_of(list_);
+  RECT strip = place_of(list_.handle());
   strip.top = strip.bottom - win32::metrics(SM_CYEDGE, dpi);
-  strip.bottom = place_of(below_).top + win32::scale(reach, dpi);
+  strip.bottom = place_of(below_.handle()).top + win32::scale(reach, dpi);
   return PtInRect(&strip, at) != FALSE;
 }
 
 void ListEdge::grasp(POINT at) {
   if (!covers(at)) return;
-  const RECT list = place_of(list_);
+  const RECT list = place_of(list_.handle());
   mouse_ = at.y;
   height_ = list.bottom - list.top - at.y;
   dragging_ = true;
@@ -111,8 +112,15 @@ void ListEdge::drag(POINT at) {
   if (at.y == mouse_) return;
   mouse_ = at.y;
   const TwipRect outer = window_rect(form_);
-  share_changed_(
-      list_share({outer.width, outer.height}, to_twips(height_ + at.y, win32::window_dpi(form_))));
+  const Twips height = to_twips(height_ + at.y, win32::window_dpi(form_));
+  share_ = list_share({outer.width, outer.height}, height);
+  lay_out_();
+}
+
+void ListEdge::go_back() {
+  share_ = 0;
+  list_.set_column_widths({}, win32::window_dpi(form_));
+  lay_out_();
 }
 
 }  // namespace tallowmere

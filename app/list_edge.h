@@ -6,17 +6,20 @@
 
 #include <functional>
 
+#include "app/result_view.h"
 #include "shell/layout.h"
+#include "win32/controls.h"
 
 namespace tallowmere {
 
-/// The lower edge of the list, which the user drags to another height; a double click on it goes
-/// back to the design's.
+/// The lower edge of the list, which the user drags to another height. A double click on it goes
+/// back to the design's, and to its columns.
 class ListEdge {
  public:
-  /// `below` is the window under the list, `share_changed` lays the form out anew. The form owns
-  /// all three windows.
-  ListEdge(HWND form, HWND list, HWND below, std::function<void(ListShare)> share_changed);
+  /// `below` is under the list; `lay_out` follows a change of the share. The form owns all three
+  /// windows.
+  ListEdge(HWND form, ResultView& list, const win32::Control& below, ListShare& share,
+           std::function<void()> lay_out);
   ~ListEdge();
   ListEdge(const ListEdge&) = delete;
   ListEdge& operator=(const ListEdge&) = delete;
@@ -28,11 +31,13 @@ class ListEdge {
   bool covers(POINT on_screen) const;
   void grasp(POINT on_screen);
   void drag(POINT on_screen);
+  void go_back();
 
   HWND form_;
-  HWND list_;
-  HWND below_;
-  std::function<void(ListShare)> share_changed_;
+  ResultView& list_;
+  const win32::Control& below_;
+  ListShare& share_;
+  std::function<void()> lay_out_;
   bool dragging_ = false;
   LONG mouse_ = 0;   ///< its height on the screen, as followed so far
   LONG height_ = 0;  ///< of the list, less the mouse's

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <windows.h>
+
+#include "shell/layout.h"
+
+namespace tallowmere {
+
+/// Places the main window's controls but those in the row of file information.
+void place_controls(HWND main_window, const MainLayout& layout, int dpi);
+
+}  // namespace tallowmere
