@@ -43,7 +43,6 @@ class frmCopyMove : public FolderChooser {
   void refuse(const std::string& prompt, const win32::Control& control);
 
   void folder_changed() override { show_target(); }
-  /// Nothing goes to the folder of before.
   void waiting_changed() override { cmdOK.enable(!waiting()); }
   void cmdOK_Click();
   void cmdCancel_Click();

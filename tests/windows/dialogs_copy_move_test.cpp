@@ -4,6 +4,7 @@
 #include "dialogs/frmReplace.h"
 #include "tests/windows/dialogs_support.h"
 #include "win32/file_operations.h"
+#include "win32/message_loop.h"
 
 namespace tallowmere {
 namespace {
@@ -82,6 +83,19 @@ TEST_F(CopyMoveTest, RefusesWhatCannotBeAndStays) {
        },
        [&] { EXPECT_TRUE(answer_box(L"Cannot Copy File").ends_with("FOLDER C:\\docs\\full\\")); },
        [&] { form.cmdCancel.click(); }}));
+}
+
+TEST_F(CopyMoveTest, NothingGoesAnywhereWhileTheFolderIsAwaited) {
+  world.files.hang_next(HangingFiles::Call::list);
+  const auto request = ask({[&] {
+    SendMessageW(form.handle(), WM_COMMAND, IDOK, 0);
+    EXPECT_TRUE(!form.cmdOK.enabled() && folders.made.empty());
+    world.files.release();
+    while (!form.cmdOK.enabled()) win32::pump_pending();
+    form.cmdOK.click();
+  }});
+  ASSERT_TRUE(request);
+  EXPECT_EQ(request->folder, "C:\\docs\\");
 }
 
 TEST(RenameTest, SelectsTheStemAndStaysUntilTheNameIsTaken) {
