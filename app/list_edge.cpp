@@ -114,7 +114,13 @@ void ListEdge::drag(POINT at) {
   const TwipRect outer = window_rect(form_);
   const Twips height = to_twips(height_ + at.y, win32::window_dpi(form_));
   share_ = list_share({outer.width, outer.height}, height);
+  // The text of the viewer takes a while to be laid out. Nothing shows half of it, and all of it
+  // shows now: painting has its turn after the mouse otherwise, which leaves it none.
+  SendMessageW(form_, WM_SETREDRAW, FALSE, 0);
   lay_out_();
+  SendMessageW(form_, WM_SETREDRAW, TRUE, 0);
+  RedrawWindow(form_, nullptr, nullptr,
+               RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
 void ListEdge::go_back() {
