@@ -1,6 +1,7 @@
 #include "app/Form1.h"
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 #include "app/button_tips.h"
@@ -62,11 +63,13 @@ void Form1::wire_commands() {
   }
 }
 
-/// Posted: the run that the link begins is not to go on inside the control's own handler.
+/// Posted: the run that a link begins is not to go on inside the control's own handler.
 void Form1::wire_note() {
   for (const UINT code : {NM_CLICK, NM_RETURN}) {
-    notify(IDC_LBLNOTE, code, [this](NMHDR&) -> LRESULT {
-      return !PostMessageW(handle(), WM_COMMAND, ID_NOTELINK, 0);
+    notify(IDC_LBLNOTE, code, [this](NMHDR& header) -> LRESULT {
+      const std::optional<NoteLink> link = lblNote.link_of(header);
+      if (link) PostMessageW(handle(), WM_COMMAND, ID_NOTELINK + static_cast<WPARAM>(*link), 0);
+      return 0;
     });
   }
 }

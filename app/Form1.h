@@ -120,7 +120,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void mnuHints_Click();
   void show_about_form();
   void mnuUnicode_Click();
-  void lblNote_Click();
+  void lblNote_Click(NoteLink link);
 
   ResultView ListView2;
   win32::Button cmdSearch{item(IDC_CMDSEARCH)};
@@ -186,6 +186,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   bool busy() const { return searching() || viewer_.finding(); }
   bool can_use(int command) const;
   void refresh_commands();
+  OnView on_view() const { return {viewer_.encoding()}; }
   void show_note();
   /// Notes something in `pending_` and serves it as soon as it can be.
   void request(bool Pending::*what);
@@ -204,6 +205,10 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   template <int index>
   void mnuSort_Click() {
     mnuSort_Click(index);
+  }
+  template <NoteLink link>
+  void lblNote_Click() {
+    lblNote_Click(link);
   }
   void show_toggles();
   void show_sort_order();

@@ -40,8 +40,8 @@ void Form1::mnuUnicode_Click() {
   if (viewer_.viewing()) viewed_file_changed(ViewedFile::rewritten);
 }
 
-void Form1::lblNote_Click() {
-  if (note_.current(viewer_.encoding()).link != NoteLink::read_unicode_text) return;
+void Form1::lblNote_Click(NoteLink link) {
+  if (!note_.current(on_view()).has(link)) return;
   search_.unicode_text = true;
   show_toggles();
   run_.repeat();

@@ -44,7 +44,7 @@ std::span<const Form1::Command> Form1::commands() {
       {ID_MNUMINIMIZEON, not_busy, &Form1::toggle<&ShellState::minimize_on>},
       {ID_MNUFINDONLAUNCH, always, &Form1::toggle<&ShellState::find_on_launch>},
       {ID_MNUUNICODE, not_busy, &Form1::mnuUnicode_Click},
-      {ID_NOTELINK, not_busy, &Form1::lblNote_Click},
+      {ID_NOTELINK, not_busy, &Form1::lblNote_Click<NoteLink::read_unicode_text>},
       {ID_MNUFONTSTYLE, not_busy, &Form1::mnuFontStyle_Click},
       {ID_MNULARGERFONT, not_busy, &Form1::mnuLargerFont_Click},
       {ID_MNUSMALLERFONT, not_busy, &Form1::mnuSmallerFont_Click},
@@ -133,8 +133,8 @@ void Form1::refresh_commands() {
 }
 
 void Form1::show_note() {
-  const Note note = note_.current(viewer_.encoding());
-  if (note.link == NoteLink::none) leave(lblNote.handle());
+  const Note note = note_.current(on_view());
+  if (note.links().empty()) leave(lblNote.handle());
   lblNote.show(note, !busy());
 }
 

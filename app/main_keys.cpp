@@ -27,8 +27,10 @@ bool MainKeys::key_down(WPARAM key) const {
   }
   if (window_.ListView2.has_focus()) return list_key_down(key, shift, control);
   if (window_.Text1.has_focus()) return viewer_key_down(key, shift, control);
-  // Not every system's control takes the space bar.
-  if (key == VK_SPACE && window_.lblNote.has_focus()) return window_.run(ID_NOTELINK);
+  if (key == VK_SPACE && window_.lblNote.has_focus()) {
+    window_.lblNote.press_link();
+    return true;
+  }
   return button_key_down(key);
 }
 

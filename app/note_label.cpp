@@ -3,7 +3,10 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <string_view>
+#include <string>
+#include <vector>
+
+#include "win32/text.h"
 
 namespace tallowmere {
 
@@ -14,9 +17,8 @@ constexpr Twips gap_width = 120;
 /// The room that the text takes on one line; not in every compiler's headers.
 constexpr UINT get_ideal_size = WM_USER + 0x301;
 
-/// The pixels that a label's text takes.
-int text_width(const win32::Label& label) {
-  const std::wstring text = label.units();
+/// The pixels that a text takes in a label.
+int text_width(const win32::Control& label, const std::wstring& text) {
   const HDC canvas = GetDC(label.handle());
   const auto font = reinterpret_cast<HFONT>(SendMessageW(label.handle(), WM_GETFONT, 0, 0));
   const HGDIOBJ old_font = SelectObject(canvas, font);
@@ -25,10 +27,6 @@ int text_width(const win32::Label& label) {
   SelectObject(canvas, old_font);
   ReleaseDC(label.handle(), canvas);
   return static_cast<int>(size.cx);
-}
-
-std::string link_markup(NoteLink link) {
-  return link == NoteLink::none ? "" : "<a>" + std::string(link_text(link)) + "</a>";
 }
 
 void move(HWND control, const RECT& place) {
@@ -42,14 +40,14 @@ NoteLabel::NoteLabel(HWND window, const win32::Label& lblFileInfo, win32::ToolTi
     : Control(window), lblFileInfo_(lblFileInfo), tips_(tips) {}
 
 void NoteLabel::show(const Note& note, bool usable) {
-  const int info_width = text_width(lblFileInfo_);
+  const int info_width = text_width(lblFileInfo_, lblFileInfo_.units());
   const bool same = note == note_ && info_width == info_width_;
   if (same && usable == usable_) return;
   note_ = note;
   usable_ = usable;
   info_width_ = info_width;
   if (same) {
-    enable_link();
+    enable_links();
   } else {
     fit();
   }
@@ -59,22 +57,34 @@ void NoteLabel::place(const TwipRect& row, int dpi) {
   const auto pixels = [dpi](Twips twips) { return static_cast<LONG>(to_pixels(twips, dpi)); };
   row_ = {pixels(row.left), pixels(row.top), pixels(row.right()), pixels(row.bottom())};
   gap_ = static_cast<int>(pixels(gap_width));
-  info_width_ = text_width(lblFileInfo_);
+  info_width_ = text_width(lblFileInfo_, lblFileInfo_.units());
   fit();
 }
 
+/// By the id: the index counts the texts between the links on some systems.
+std::optional<NoteLink> NoteLabel::link_of(const NMHDR& notification) const {
+  const auto& item = reinterpret_cast<const NMLINK&>(notification).item;
+  for (const NoteLink link : note_.links()) {
+    if (std::to_wstring(static_cast<int>(link)) == item.szID) return link;
+  }
+  return std::nullopt;
+}
+
+/// The file information keeps its room; where not even the links fit beside it, they are cut.
 void NoteLabel::fit() {
-  const std::string link = link_markup(note_.link);
-  const int room = static_cast<int>(row_.right - row_.left) - info_width_ - gap_;
-  int width = try_text(link.empty() ? note_.text : note_.text + " " + link);
-  const bool link_alone = width > room && !link.empty();
-  if (link_alone) width = try_text(link);
-  tips_.set(handle(), link_alone ? note_.text : "");
-  enable_link();
+  const int room = std::max(static_cast<int>(row_.right - row_.left) - info_width_ - gap_, 0);
+  const std::size_t all = note_.text_count();
+  const std::size_t least = note_.links().empty() ? 1 : 0;
+  std::size_t texts = all;
+  int width = try_texts(texts);
+  while (width > room && texts > least) width = try_texts(--texts);
+  tips_.set(handle(), texts < all || width > room ? note_texts(note_) : "");
+  width = std::min(width, room);
+  enable_links();
 
   RECT info = row_;
   RECT note = row_;
-  note.left = std::max(row_.right - width, row_.left);
+  note.left = row_.right - width;
   if (!note_.empty()) info.right = std::max(note.left - gap_, row_.left);
   move(lblFileInfo_.handle(), info);
   move(handle(), note);
@@ -83,23 +93,27 @@ void NoteLabel::fit() {
   for (const HWND label : {lblFileInfo_.handle(), handle()}) InvalidateRect(label, nullptr, TRUE);
 }
 
-/// The pixels that this text takes, which is the label's from now on.
-int NoteLabel::try_text(const std::string& markup) {
-  set_text(markup);
+/// The pixels that the note takes with so many of its texts, which the label shows from now on.
+int NoteLabel::try_texts(std::size_t count) {
+  set_text(note_markup(note_, count));
   SIZE size{};
   send(get_ideal_size, static_cast<WPARAM>(GetSystemMetrics(SM_CXVIRTUALSCREEN)),
        reinterpret_cast<LPARAM>(&size));
   return static_cast<int>(size.cx);
 }
 
-void NoteLabel::enable_link() const {
+void NoteLabel::enable_links() const {
+  const int links = static_cast<int>(note_.links().size());
   const LONG_PTR style = GetWindowLongPtrW(handle(), GWL_STYLE) & ~WS_TABSTOP;
-  SetWindowLongPtrW(handle(), GWL_STYLE, note_.link == NoteLink::none ? style : style | WS_TABSTOP);
-  LITEM item{};
-  item.mask = LIF_ITEMINDEX | LIF_STATE;
-  item.state = usable_ ? LIS_ENABLED : 0;
-  item.stateMask = LIS_ENABLED;
-  send(LM_SETITEM, 0, reinterpret_cast<LPARAM>(&item));
+  SetWindowLongPtrW(handle(), GWL_STYLE, links == 0 ? style : style | WS_TABSTOP);
+  for (int i = 0; i < links; ++i) {
+    LITEM item{};
+    item.mask = LIF_ITEMINDEX | LIF_STATE;
+    item.iLink = i;
+    item.state = usable_ ? LIS_ENABLED : 0;
+    item.stateMask = LIS_ENABLED;
+    send(LM_SETITEM, 0, reinterpret_cast<LPARAM>(&item));
+  }
 }
 
 }  // namespace tallowmere

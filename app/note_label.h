@@ -2,7 +2,8 @@
 
 #include <windows.h>
 
-#include <string>
+#include <cstddef>
+#include <optional>
 
 #include "shell/geometry.h"
 #include "shell/window_note.h"
@@ -11,25 +12,30 @@
 
 namespace tallowmere {
 
-/// `lblNote`: a note at the right end of the row of file information, with a link that the mouse
-/// and the Tab key reach. Takes no more room than it needs, the file information has the rest.
-/// Where both do not fit, only the link shows, and the whole note as its tip.
+/// `lblNote`: a note at the right end of the row of file information, with links that the mouse and
+/// the Tab key reach. Takes no more room than it needs, the file information has the rest. Where
+/// both do not fit, the links and the first texts show, and all texts are the label's tip.
 class NoteLabel : public win32::Control {
  public:
   /// `window` is a SysLink control. The others outlive the label.
   NoteLabel(HWND window, const win32::Label& lblFileInfo, win32::ToolTip& tips);
 
-  /// Again whenever the note or the file information may have changed. While its link is not
-  /// `usable`, it is grey.
+  /// Again whenever the note or the file information may have changed. While its links are not
+  /// `usable`, they are grey.
   void show(const Note& note, bool usable);
+
+  /// What the link of a click or of the Enter key does; none when the note has another one by now.
+  std::optional<NoteLink> link_of(const NMHDR& notification) const;
+  /// As the Enter key. Not every system's control takes the space bar.
+  void press_link() const { send(WM_KEYDOWN, VK_RETURN, 1); }
 
   /// Places both labels; again when the window's size or DPI has changed.
   void place(const TwipRect& row, int dpi);
 
  private:
   void fit();
-  int try_text(const std::string& markup);
-  void enable_link() const;
+  int try_texts(std::size_t count);
+  void enable_links() const;
 
   const win32::Label& lblFileInfo_;
   win32::ToolTip& tips_;

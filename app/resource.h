@@ -55,7 +55,7 @@
 #define ID_MNUMINIMIZEON 343
 #define ID_MNUFINDONLAUNCH 344
 #define ID_MNUUNICODE 345
-#define ID_NOTELINK 346 /* in no menu: the link of lblNote */
+#define ID_NOTELINK 346 /* in no menu: the links of lblNote, one for each NoteLink */
 
 #define ID_MNUFONTSTYLE 360
 #define ID_MNULARGERFONT 361

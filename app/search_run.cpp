@@ -194,7 +194,7 @@ void SearchRun::note_reading(const FileSearch& search) {
   const SearchCriteria& criteria = services_.search;
   const bool lacks = !to_page_text(criteria.criteria, services_.page).representable;
   window_.note.run_ended({criteria.unicode_text, lacks, search.read_as_bytes()});
-  if (window_.note.current(TextEncoding::code_page).link == NoteLink::none) last_.listed = {};
+  if (!window_.note.current({}).has(NoteLink::read_unicode_text)) last_.listed = {};
 }
 
 /// Sorts the files found, while events are served, and fills the list with them.

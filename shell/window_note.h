@@ -1,26 +1,52 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
-#include <string_view>
+#include <vector>
 
 #include "engine/text_encoding.h"
 
 namespace tallowmere {
 
-/// What the link of a note does.
-enum class NoteLink { none, read_unicode_text };
+/// What a link of a note does.
+enum class NoteLink { read_unicode_text };
+
+/// One thing to note: words, a link that follows them, or both.
+struct NotePart {
+  std::string text;
+  std::optional<NoteLink> link = {};
+  std::string link_words = {};
+  bool operator==(const NotePart&) const = default;
+};
 
 /// What the label `lblNote` shows.
 struct Note {
-  std::string text;
-  NoteLink link = NoteLink::none;
-  bool empty() const { return text.empty(); }
+  std::vector<NotePart> parts;
+
+  bool empty() const { return parts.empty(); }
+  /// In the order in which they show.
+  std::vector<NoteLink> links() const;
+  bool has(NoteLink link) const;
+  /// How many parts have words beside their link.
+  std::size_t text_count() const;
   bool operator==(const Note&) const = default;
 };
 
-/// The words of a link, which stand behind the note's text; empty without one.
-std::string_view link_text(NoteLink link);
+/// A note in one line of the system's link control, with all its links and the first `texts` of its
+/// texts; "…" is in the place of those that follow, unless none is kept. The id of a link is the
+/// number of what it does.
+std::string note_markup(const Note& note, std::size_t texts);
+
+/// The texts of a note without its links.
+std::string note_texts(const Note& note);
+
+/// What the viewer shows.
+struct OnView {
+  /// The code page's, of which there is nothing to say, where there is no file.
+  TextEncoding encoding = TextEncoding::code_page;
+};
 
 /// What a run leaves to say when it has ended.
 struct RunReading {
@@ -29,12 +55,12 @@ struct RunReading {
   std::int64_t read_as_bytes = 0;  ///< files whose answer may be another as Unicode text
 };
 
-/// The one owner of what there is to note beside the file information. The encoding of the file on
-/// view comes first; what the last run has left to say comes back when the viewer is cleared.
+/// The one owner of what there is to note beside the file information: first what there is to say
+/// of the file on view, then what the last run has left to say.
 class WindowNote {
  public:
   void run_began() {
-    run_ = {};
+    run_.clear();
     folder_.clear();
   }
   void run_ended(const RunReading& run);
@@ -42,13 +68,11 @@ class WindowNote {
   /// shows elsewhere, which an empty one tells.
   void folder_taken(const std::string& folder) { folder_ = folder; }
 
-  /// `on_view` is the encoding of the file in the viewer: the code page's, of which there is
-  /// nothing to say, when none is there.
-  Note current(TextEncoding on_view) const;
+  Note current(const OnView& view) const;
 
  private:
   std::string folder_;
-  Note run_;  ///< empty while a run is under way
+  std::vector<NotePart> run_;  ///< empty while a run is under way
 };
 
 }  // namespace tallowmere

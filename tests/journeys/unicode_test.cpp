@@ -34,7 +34,8 @@ TEST_F(UnicodeText, OneLetterInSixEncodingsIsFoundAndReadByTheLinkOfTheNote) {
   ASSERT_TRUE(program->search(phrase, word));
   EXPECT_EQ(program->list().column(0), (Names{"a-1252.txt", "f-mixed.txt"}));
   const Window note = program->control(IDC_LBLNOTE);
-  EXPECT_EQ(note.text(), "5 Unicode files were searched byte by byte. <a>Read Unicode text</a>");
+  EXPECT_EQ(note.text(),
+            "5 Unicode files were searched byte by byte. <a id=\"0\">Read Unicode text</a>");
 
   program->window().command(ID_NOTELINK);
   ASSERT_TRUE(wait_until([&] { return program->list().column(0).size() == 6; }));

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <regex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -137,14 +138,18 @@ TEST(RunTexts, TimingCountsAndUnreadFiles) {
   EXPECT_EQ(std::ranges::count(many, '\n'), 11);
 }
 
-/// What shows, with the link in brackets.
-std::string shown(const WindowNote& notes, TextEncoding on_view = TextEncoding::code_page) {
-  const Note note = notes.current(on_view);
-  if (note.link == NoteLink::none) return note.text;
-  return note.text + " [" + std::string(link_text(note.link)) + "]";
+/// A note with its links in brackets.
+std::string line(const Note& note, std::size_t texts) {
+  static const std::regex link("<a id=\"\\d\">(.*?)</a>");
+  return std::regex_replace(note_markup(note, texts), link, "[$1]");
 }
 
-TEST(WindowNote, TheRunHasItsSayUnlessTheFileOnViewHasAnEncoding) {
+std::string shown(const WindowNote& notes, TextEncoding on_view = TextEncoding::code_page) {
+  const Note note = notes.current({on_view});
+  return line(note, note.text_count());
+}
+
+TEST(WindowNote, TheFileOnViewComesBeforeWhatTheRunHasLeft) {
   WindowNote notes;
   const auto after = [&notes](const RunReading& run) {
     notes.run_ended(run);
@@ -159,12 +164,22 @@ TEST(WindowNote, TheRunHasItsSayUnlessTheFileOnViewHasAnEncoding) {
   EXPECT_EQ(after({.code_page_lacks = true}),
             "The code page lacks a character of the criteria. [Read Unicode text]");
 
-  EXPECT_EQ(shown(notes, TextEncoding::utf8), "UTF-8");
-  EXPECT_EQ(shown(notes, TextEncoding::utf16_le) + shown(notes, TextEncoding::utf16_be),
-            "UTF-16UTF-16");
-  EXPECT_TRUE(shown(notes).ends_with("]")) << "the run's note comes back";
+  EXPECT_EQ(shown(notes, TextEncoding::utf8), "UTF-8; " + shown(notes));
   notes.run_began();
   EXPECT_EQ(shown(notes), "");
+  EXPECT_EQ(shown(notes, TextEncoding::utf16_le) + shown(notes, TextEncoding::utf16_be),
+            "UTF-16UTF-16");
+}
+
+TEST(WindowNote, LinksStayWhereTextsAreLeftOut) {
+  const Note note{
+      {{"A"}, {"B", NoteLink::read_unicode_text, "read"}, {"C"}, {"", NoteLink{}, "d"}}};
+  const std::string lines[] = {"[read]; [d]", "A; … [read]; [d]", "A; B [read]; …; [d]",
+                               "A; B [read]; C; [d]"};
+  for (std::size_t texts = 0; texts < std::size(lines); ++texts) {
+    EXPECT_EQ(line(note, texts), lines[texts]);
+  }
+  EXPECT_EQ(note_texts(note), "A; B; C");
 }
 
 TEST(ClipboardText, AppendsBelowTheCeilingAndEndsLinesOfNames) {

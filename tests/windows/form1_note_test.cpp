@@ -58,7 +58,7 @@ TEST_F(Form1NoteTest, TheLinkSwitchesUnicodeTextOnAndRepeatsTheSearch) {
     EXPECT_EQ(names(), "a c ");
     ASSERT_EQ(tab_stop_behind_the_viewer(), form->lblNote.handle());
     EXPECT_EQ(form->lblNote.text(),
-              "The code page lacks a character of the criteria. <a>Read Unicode text</a>");
+              "The code page lacks a character of the criteria. <a id=\"0\">Read Unicode text</a>");
 
     // What was listed before is gone through again, and nothing else.
     files.add("C:\\docs\\b", "lantern");
@@ -81,7 +81,7 @@ TEST_F(Form1NoteTest, WhatWasReadByteByByteIsCountedThenFoundAndNamed) {
   open_with_files();
   run(SearchKind::new_search, "oil");
   EXPECT_EQ(form->lblNote.text(),
-            "1 Unicode file was searched byte by byte. <a>Read Unicode text</a>");
+            "1 Unicode file was searched byte by byte. <a id=\"0\">Read Unicode text</a>");
   click_note();
   EXPECT_EQ(names(), "a b c u ");
   click_row(3);
@@ -145,10 +145,10 @@ TEST_F(Form1NoteTest, TheFileInformationComesFirst) {
   const RECT row = place_of(form->lblFileInfo);
   const std::string info = form->lblFileInfo.text();
   const std::string sentence = "12 Unicode files were searched byte by byte.";
-  const std::string link = "<a>Read Unicode text</a>";
+  const std::string link = "<a id=\"0\">Read Unicode text</a>";
   for (const bool fits : {true, false}) {
     const std::string text = fits ? sentence : sentence + " " + sentence + " " + sentence;
-    form->lblNote.show({text, NoteLink::read_unicode_text}, true);
+    form->lblNote.show({{{text, NoteLink::read_unicode_text, "Read Unicode text"}}}, true);
     EXPECT_EQ(form->lblNote.text(), fits ? text + " " + link : link);
     EXPECT_EQ(form->tool_tip(form->lblNote), fits ? "" : text);
     const RECT rest = place_of(form->lblFileInfo);
