@@ -12,7 +12,8 @@ namespace {
 constexpr DWORD search_system_folder = 0x800;
 
 /// What the program imports late (late_library in the CMakeLists.txt) or loads when it is there.
-/// Common controls are not among them: the manifest says where they come from.
+/// Common controls are not among them: the manifest says where they come from. Nor is comdlg32,
+/// which Windows takes from nowhere else (see tools/check-program).
 constexpr const wchar_t* late_libraries[] = {L"uxtheme.dll", L"winmm.dll"};
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "win32/long_path.h"
 #include "win32/system_error.h"
 #include "win32/text.h"
+#include "win32/text_file.h"
 #include "win32/win_clock.h"
 #include "win32/win_file_system.h"
 
@@ -95,6 +96,23 @@ TEST_F(FileOperationsTest, WhatIsInTheWayStaysAsItWas) {
   EXPECT_EQ(
       folder.read("old") + folder.read("read-only") + folder.read("locked") + folder.read("new"),
       "oldkeptlockednew");
+}
+
+TEST_F(FileOperationsTest, ATextIsSavedWhollyOrNotAtAll) {
+  const auto save = [this](const std::string& name, const std::string& text) {
+    return code(write_text_file(folder.path(name), text));
+  };
+  folder.write("old", "longer than what is saved");
+  folder.write("locked", "kept");
+  {
+    const FileLock lock(folder, "locked");
+    EXPECT_EQ(save("old", "ü"), 0);
+    EXPECT_EQ(save("new", ""), 0);
+    EXPECT_EQ(save("locked", "lost"), ERROR_SHARING_VIOLATION);
+    EXPECT_EQ(save("nowhere\\x", "lost"), ERROR_PATH_NOT_FOUND);
+  }
+  EXPECT_EQ(folder.read("old") + folder.read("new"), "\xEF\xBB\xBFü\xEF\xBB\xBF");
+  EXPECT_EQ(folder.names() + folder.read("locked"), "locked|new|old|kept");
 }
 
 TEST_F(FileOperationsTest, OnlyTheFileThatWasSeenIsReplaced) {

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "engine/file_system.h"
+
+namespace tallowmere::win32 {
+
+/// A kind of file that a text can be saved as.
+struct FileKind {
+  std::string_view name;       ///< as users read it
+  std::string_view extension;  ///< without its dot
+};
+
+/// Where the user wants to save, and as which of the kinds.
+struct SavePlace {
+  std::string path;
+  std::size_t kind = 0;
+};
+
+/// Shows the system's dialog for it; a file in the way has been asked about. `name` is offered at
+/// first. Nothing when the user gives up, and where the system cannot show the dialog.
+std::optional<SavePlace> ask_save_place(HWND owner, std::string_view name,
+                                        std::span<const FileKind> kinds);
+
+/// Writes a text in UTF-8 with its mark. A file of this name stays what it is until all is written.
+std::optional<SystemError> write_text_file(const std::string& path, std::string_view text);
+
+}  // namespace tallowmere::win32
