@@ -16,6 +16,7 @@
 #define IDD_HELP 2300
 #define IDD_ABOUT 2301
 #define IDD_CANNOT_LAUNCH 2302
+#define IDD_UNREAD 2303
 
 // frmSearchFor
 #define IDC_SEARCH_LABEL1 2010
@@ -115,3 +116,9 @@
 // frmCannotLaunch
 #define IDC_CANNOT_LAUNCH_ICON 2450
 #define IDC_CANNOT_LAUNCH_PROMPT 0xFFFF /* as in the system's message boxes */
+
+// frmUnread
+#define IDC_UNREAD_LABEL1 2460
+#define IDC_UNREAD_LIST 2461
+#define IDC_UNREAD_COPY 2462
+#define IDC_UNREAD_SAVE 2463

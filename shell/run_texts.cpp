@@ -36,6 +36,23 @@ std::string timing_text(bool stopped, double elapsed) {
   return std::string("in ") + seconds + " seconds";
 }
 
+std::string not_read_text(std::size_t files) {
+  return std::to_string(files) + (files == 1 ? " file was" : " files were") + " not read";
+}
+
+std::string unread_lines(const std::vector<UnreadFile>& unread,
+                         const std::vector<std::size_t>& rows) {
+  std::string text;
+  for (const std::size_t row : rows) {
+    std::string reason = unread[row].reason;
+    // The system's words may be several lines.
+    std::ranges::replace_if(
+        reason, [](unsigned char c) { return c < ' '; }, ' ');
+    text += unread[row].path + '\t' + reason + "\r\n";
+  }
+  return text;
+}
+
 std::string unread_tool_tip(const std::vector<UnreadFile>& unread) {
   if (unread.empty()) return {};
   std::string text = std::to_string(unread.size());

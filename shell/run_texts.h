@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -37,6 +38,13 @@ std::string_view selected_file_text(bool matched);
 
 /// The second label after a run: how long it took, or that it was stopped.
 std::string timing_text(bool stopped, double elapsed);
+
+/// "3 files were not read".
+std::string not_read_text(std::size_t files);
+
+/// A line for each of these of the files, its path and the reason with a tab between them.
+std::string unread_lines(const std::vector<UnreadFile>& unread,
+                         const std::vector<std::size_t>& rows);
 
 /// The tool tip of the count: how many files could not be read, the first ten of them with the
 /// reason. Empty when all could be read.
