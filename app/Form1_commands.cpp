@@ -2,6 +2,7 @@
 
 #include "app/Form1.h"
 #include "app/resource.h"
+#include "dialogs/frmUnread.h"
 #include "shell/run_texts.h"
 #include "win32/hourglass.h"
 
@@ -42,6 +43,7 @@ void Form1::mnuUnicode_Click() {
 
 void Form1::lblNote_Click(NoteLink link) {
   if (!note_.current(on_view()).has(link)) return;
+  if (link == NoteLink::show_unread) return frmUnread(handle(), run_.unread()).show();
   search_.unicode_text = true;
   show_toggles();
   run_.repeat();

@@ -77,6 +77,7 @@ SearchRun::Window Form1::run_window() {
           [this] { refresh_commands(); },
           [this] { return pending_.close; },
           [this] { show_sort_order(); },
+          [this] { show_note(); },
           [this](std::string_view prompt, std::string_view title) { message(prompt, title); }};
 }
 

@@ -45,6 +45,7 @@ std::span<const Form1::Command> Form1::commands() {
       {ID_MNUFINDONLAUNCH, always, &Form1::toggle<&ShellState::find_on_launch>},
       {ID_MNUUNICODE, not_busy, &Form1::mnuUnicode_Click},
       {ID_NOTELINK, not_busy, &Form1::lblNote_Click<NoteLink::read_unicode_text>},
+      {ID_NOTELINK + 1, not_busy, &Form1::lblNote_Click<NoteLink::show_unread>},
       {ID_MNUFONTSTYLE, not_busy, &Form1::mnuFontStyle_Click},
       {ID_MNULARGERFONT, not_busy, &Form1::mnuLargerFont_Click},
       {ID_MNUSMALLERFONT, not_busy, &Form1::mnuSmallerFont_Click},

@@ -27,10 +27,7 @@ bool MainKeys::key_down(WPARAM key) const {
   }
   if (window_.ListView2.has_focus()) return list_key_down(key, shift, control);
   if (window_.Text1.has_focus()) return viewer_key_down(key, shift, control);
-  if (key == VK_SPACE && window_.lblNote.has_focus()) {
-    window_.lblNote.press_link();
-    return true;
-  }
+  if (window_.lblNote.has_focus()) return note_key_down(key, shift);
   return button_key_down(key);
 }
 
@@ -84,6 +81,19 @@ bool MainKeys::select_first_row() const {
   if (window_.busy() || list.row_count() == 0 || list.selected_count() > 0) return false;
   list.select_only(std::max(list.focused(), 0));
   return true;
+}
+
+bool MainKeys::note_key_down(WPARAM key, bool shift) const {
+  switch (key) {
+    case VK_SPACE:
+      window_.lblNote.press_link();
+      return true;
+    case VK_TAB:
+      if (!window_.lblNote.tab_leaves(shift)) return false;
+      SendMessageW(window_.form.handle(), WM_NEXTDLGCTL, shift, FALSE);
+      return true;
+  }
+  return false;
 }
 
 /// The arrow keys on the row of buttons: it ends at its ends, and the list is below it. Other keys

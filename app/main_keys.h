@@ -37,6 +37,7 @@ class MainKeys {
  private:
   bool list_key_down(WPARAM key, bool shift, bool control) const;
   bool viewer_key_down(WPARAM key, bool shift, bool control) const;
+  bool note_key_down(WPARAM key, bool shift) const;
   bool button_key_down(WPARAM key) const;
   bool find(bool forward) const;
   bool select_first_row() const;

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "shell/shortened_path.h"
 #include "win32/text.h"
 
 namespace tallowmere {
@@ -70,32 +71,55 @@ std::optional<NoteLink> NoteLabel::link_of(const NMHDR& notification) const {
   return std::nullopt;
 }
 
+bool NoteLabel::tab_leaves(bool backwards) const {
+  const int last = static_cast<int>(note_.links().size()) - 1;
+  LITEM item{};
+  item.mask = LIF_ITEMINDEX | LIF_STATE;
+  item.iLink = backwards ? 0 : last;
+  item.stateMask = LIS_FOCUSED;
+  send(LM_GETITEM, 0, reinterpret_cast<LPARAM>(&item));
+  return (item.state & LIS_FOCUSED) != 0;
+}
+
 /// The file information keeps its room; where not even the links fit beside it, they are cut.
 void NoteLabel::fit() {
   const int room = std::max(static_cast<int>(row_.right - row_.left) - info_width_ - gap_, 0);
-  const std::size_t all = note_.text_count();
-  const std::size_t least = note_.links().empty() ? 1 : 0;
+  const Note note = fitted(room);
+  const std::size_t all = note.text_count();
+  const std::size_t least = note.links().empty() ? 1 : 0;
   std::size_t texts = all;
-  int width = try_texts(texts);
-  while (width > room && texts > least) width = try_texts(--texts);
+  int width = try_texts(note, texts);
+  while (width > room && texts > least) width = try_texts(note, --texts);
   tips_.set(handle(), texts < all || width > room ? note_texts(note_) : "");
   width = std::min(width, room);
   enable_links();
 
   RECT info = row_;
-  RECT note = row_;
-  note.left = row_.right - width;
-  if (!note_.empty()) info.right = std::max(note.left - gap_, row_.left);
+  RECT place = row_;
+  place.left = row_.right - width;
+  if (!note_.empty()) info.right = std::max(place.left - gap_, row_.left);
   move(lblFileInfo_.handle(), info);
-  move(handle(), note);
+  move(handle(), place);
   Control::show(!note_.empty());
   // Each may have stood where the other one is now.
   for (const HWND label : {lblFileInfo_.handle(), handle()}) InvalidateRect(label, nullptr, TRUE);
 }
 
+/// The note with its folder shortened. The control may need some pixels more than the text.
+Note NoteLabel::fitted(int room) const {
+  Note note = note_;
+  for (NotePart& part : note.parts) {
+    if (!part.is_folder) continue;
+    part.text = shortened_path(part.text, [&](const std::string& text) {
+      return text_width(*this, win32::wide(text)) + gap_ / 2 <= room;
+    });
+  }
+  return note;
+}
+
 /// The pixels that the note takes with so many of its texts, which the label shows from now on.
-int NoteLabel::try_texts(std::size_t count) {
-  set_text(note_markup(note_, count));
+int NoteLabel::try_texts(const Note& note, std::size_t count) {
+  set_text(note_markup(note, count));
   SIZE size{};
   send(get_ideal_size, static_cast<WPARAM>(GetSystemMetrics(SM_CXVIRTUALSCREEN)),
        reinterpret_cast<LPARAM>(&size));

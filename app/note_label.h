@@ -26,6 +26,8 @@ class NoteLabel : public win32::Control {
 
   /// What the link of a click or of the Enter key does; none when the note has another one by now.
   std::optional<NoteLink> link_of(const NMHDR& notification) const;
+  /// Whether the Tab key leads out of the label. Some systems' control keeps it among its links.
+  bool tab_leaves(bool backwards) const;
   /// As the Enter key. Not every system's control takes the space bar.
   void press_link() const { send(WM_KEYDOWN, VK_RETURN, 1); }
 
@@ -34,7 +36,8 @@ class NoteLabel : public win32::Control {
 
  private:
   void fit();
-  int try_texts(std::size_t count);
+  Note fitted(int room) const;
+  int try_texts(const Note& note, std::size_t count);
   void enable_links() const;
 
   const win32::Label& lblFileInfo_;

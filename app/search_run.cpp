@@ -38,10 +38,12 @@ SearchRun::SearchRun(Window window, Services services)
 
 void SearchRun::search_new(const CriteriaInput& input) {
   load(SearchKind::new_search, input);
+  chain_.new_search(input.criteria);
   search_files([](FileSearch& search) { search.search_files(); });
 }
 
 void SearchRun::search_list(const CriteriaInput& input) {
+  chain_.narrowed(input.criteria);
   search_listed(input, results_.take_records());
 }
 
@@ -105,8 +107,7 @@ void SearchRun::search_files(const std::function<void(FileSearch&)>& test) {
   if (!window_.closing()) {
     search_timing(search.stopped());
     show_found_files(search);
-    window_.tips.set(window_.Label1.handle(), unread_tool_tip(search.unread()));
-    note_reading(search);
+    tell_outcome(search);
   }
   post_search_restore();
   if (window_.closing()) return;
@@ -130,8 +131,7 @@ void SearchRun::search_file(const CriteriaInput& input, std::size_t row) {
     matches = matches && !stopped;
     results_.resort_pending = true;
     window_.Label1.set_text(stopped ? "" : selected_file_text(matches));
-    window_.tips.set(window_.Label1.handle(), unread_tool_tip(search.unread()));
-    note_reading(search);
+    tell_outcome(search);
   }
   post_search_restore();
   if (!window_.closing()) show_selected_file(matches);
@@ -149,7 +149,7 @@ bool SearchRun::search_selected_file(FileSearch& search, std::size_t row) {
 void SearchRun::prepare_to_search() {
   stop_ = false;
   running_ = true;
-  window_.note.run_began();
+  window_.note.clear_run();
   window_.Label1.set_text(searching_text);
   window_.tips.set(window_.Label1.handle(), "");
   window_.Label2.set_text("");
@@ -173,6 +173,9 @@ void SearchRun::go_through(const std::function<void()>& search) {
 }
 
 void SearchRun::show_progress(const FileSearch& search) {
+  window_.note.run_goes_on(services_.clock.seconds_since_midnight() - started_,
+                           search.current_folder());
+  window_.show_note();
   window_.ListView2.show_more();
   window_.Label2.set_text(
       count_text(static_cast<std::int64_t>(results_.file_count()), search.files_searched()));
@@ -181,6 +184,8 @@ void SearchRun::show_progress(const FileSearch& search) {
 /// The end of the timed part of a run. A Stop that was still waiting counts; true when stopped.
 bool SearchRun::search_timing(bool stopped) {
   const double elapsed = elapsed_seconds(started_, services_.clock.seconds_since_midnight());
+  window_.note.clear_run();
+  window_.show_note();
   window_.cmdSearch.set_text("Search");
   window_.cmdSearch.repaint();
   win32::pump_pending();
@@ -189,11 +194,20 @@ bool SearchRun::search_timing(bool stopped) {
   return stopped;
 }
 
-/// What the run may have missed, and whether it can be made once more.
-void SearchRun::note_reading(const FileSearch& search) {
+/// How the list has come about, what the run may have missed, and whether it can be made once more.
+void SearchRun::tell_outcome(FileSearch& search) {
+  unread_ = search.take_unread();
+  window_.tips.set(window_.Label1.handle(), count_tool_tip(chain_.text(), unread_));
   const SearchCriteria& criteria = services_.search;
-  const bool lacks = !to_page_text(criteria.criteria, services_.page).representable;
-  window_.note.run_ended({criteria.unicode_text, lacks, search.read_as_bytes()});
+  const bool makes_list = last_.kind != SearchKind::file_search;
+  window_.note.run_ended(
+      {.unicode_text = criteria.unicode_text,
+       .code_page_lacks = !to_page_text(criteria.criteria, services_.page).representable,
+       .read_as_bytes = search.read_as_bytes(),
+       .unread = unread_.size(),
+       .nothing_listed = makes_list && results_.file_count() == 0,
+       .searched = search.files_searched(),
+       .left_out = search.left_out()});
   if (!window_.note.current({}).has(NoteLink::read_unicode_text)) last_.listed = {};
 }
 

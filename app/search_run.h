@@ -18,6 +18,7 @@
 #include "engine/search_criteria.h"
 #include "results/result_list.h"
 #include "results/sort_command.h"
+#include "shell/search_chain.h"
 #include "shell/search_kind.h"
 #include "shell/settings.h"
 #include "shell/window_note.h"
@@ -44,6 +45,7 @@ class SearchRun {
     std::function<void()> state_changed;  ///< which commands can be used may be another now
     std::function<bool()> closing;        ///< the window was closed and goes when the run has ended
     std::function<void()> show_sort_order;
+    std::function<void()> show_note;
     std::function<void(std::string_view prompt, std::string_view title)> message;
   };
 
@@ -80,6 +82,8 @@ class SearchRun {
   void stop() { stop_ = true; }
   /// By the run that made the list.
   std::int64_t files_searched() const { return files_searched_; }
+  /// What the last run that has ended could not read.
+  const std::vector<UnreadFile>& unread() const { return unread_; }
 
  private:
   /// What it takes to make a run once more.
@@ -96,7 +100,7 @@ class SearchRun {
   bool search_selected_file(FileSearch& search, std::size_t row);
   void prepare_to_search();
   void go_through(const std::function<void()>& search);
-  void note_reading(const FileSearch& search);
+  void tell_outcome(FileSearch& search);
   void show_progress(const FileSearch& search);
   bool search_timing(bool stopped);
   void show_found_files(const FileSearch& search);
@@ -110,6 +114,8 @@ class SearchRun {
   ResultList& results_;
   ViewerPane& viewer_;
   Made last_;  ///< its list only while the window offers to go through it again
+  SearchChain chain_;
+  std::vector<UnreadFile> unread_;
   std::int64_t files_searched_ = 0;
   double started_ = 0;  ///< of the run, in seconds since midnight
   bool running_ = false;

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "engine/file_system.h"
@@ -82,6 +83,8 @@ class FileSearch {
   std::string current_folder() const { return threads_.current_folder(); }
   bool stopped() const { return stopped_; }
   const std::vector<UnreadFile>& unread() const { return unread_; }
+  /// The same for who keeps them, when the run has ended.
+  std::vector<UnreadFile> take_unread() { return std::move(unread_); }
 
  private:
   void SearchAllDir();

@@ -15,7 +15,8 @@ constexpr HelpItem items[] = {
      "text of HyperFind."},
     {topic, "What's the big deal about multitasking?",
      "You need not wait for a search. While it runs you can work in other programs, and the "
-     "files found so far are listed as they come.\n\n"
+     "files found so far are listed as they come, and the line below the viewer shows the folder "
+     "that is being searched.\n\n"
      "With Minimize On, Tallowmere gets out of your way meanwhile; with Sound On, a sound tells "
      "you that it is done. Both are in the Search menu. Stop or Esc ends a search early and keeps "
      "what it has found."},
@@ -27,7 +28,9 @@ constexpr HelpItem items[] = {
     {topic, "How do I search an entire disk?",
      "Press Search, then Where To Search. Choose the drive, double-click its topmost folder, such "
      "as C:\\, and tick Search SubFolders. Tick All Files, or only the types that you want: the "
-     "fewer files, the faster. Then press OK and Begin."},
+     "fewer files, the faster. Then press OK and Begin.\n\n"
+     "When nothing is found, the line below the viewer says what left files out. A link there "
+     "lists the files that could not be read."},
     {topic, "Do I have to click my way to a folder?",
      "No. Type or paste its path at Folder in Where To Search and press Enter: C:\\Papers, "
      "\\\\server\\share or %USERPROFILE%\\Documents. The path of a file stands for its folder.\n\n"

@@ -35,7 +35,8 @@ constexpr HelpItem items[] = {
      "\"red dog\" cat\n\n"
      "To join different ways of asking, search twice. When files are listed, Search offers to "
      "narrow them: \"Yes, search all matched files.\" keeps those that match the new criteria, "
-     "too. Find dog or hound with Any Word first, then big and red with All Words.\n\n"
+     "too. Find dog or hound with Any Word first, then big and red with All Words. Rest "
+     "the mouse on the count to see what the list was narrowed by.\n\n"
      "Dates To Search and the file types of Where To Search narrow every search."},
     {paragraph, "The criteria are made of"},
     {topic, "words",

@@ -53,9 +53,9 @@ std::string unread_lines(const std::vector<UnreadFile>& unread,
   return text;
 }
 
-std::string unread_tool_tip(const std::vector<UnreadFile>& unread) {
-  if (unread.empty()) return {};
-  std::string text = std::to_string(unread.size());
+std::string count_tool_tip(const std::string& chain, const std::vector<UnreadFile>& unread) {
+  if (unread.empty()) return chain;
+  std::string text = chain + (chain.empty() ? "" : "\n") + std::to_string(unread.size());
   text += unread.size() == 1 ? " file could not be read:" : " files could not be read:";
   return text + fault_lines(unread);
 }

@@ -46,8 +46,8 @@ std::string not_read_text(std::size_t files);
 std::string unread_lines(const std::vector<UnreadFile>& unread,
                          const std::vector<std::size_t>& rows);
 
-/// The tool tip of the count: how many files could not be read, the first ten of them with the
-/// reason. Empty when all could be read.
-std::string unread_tool_tip(const std::vector<UnreadFile>& unread);
+/// The tool tip of the count: the searches that a narrowed list comes from (see SearchChain), then
+/// how many files could not be read, the first ten of them with the reason.
+std::string count_tool_tip(const std::string& chain, const std::vector<UnreadFile>& unread);
 
 }  // namespace tallowmere

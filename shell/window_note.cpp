@@ -4,6 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "shell/run_texts.h"
+
 namespace tallowmere {
 namespace {
 
@@ -20,17 +22,28 @@ std::string_view encoding_name(TextEncoding encoding) {
   return "";
 }
 
-std::string bytes_text(std::int64_t files) {
-  if (files == 0) return {};
-  if (files == 1) return "1 Unicode file was searched byte by byte.";
-  return std::to_string(files) + " Unicode files were searched byte by byte.";
+/// "12 files are outside", and the like.
+std::string counted(std::int64_t count, std::string_view one, std::string_view many) {
+  return std::to_string(count) + std::string(count == 1 ? one : many);
 }
 
-std::string reading_text(const RunReading& run) {
-  std::string text = bytes_text(run.read_as_bytes);
+std::string reading_text(const RunOutcome& run) {
+  std::string text;
+  if (run.read_as_bytes > 0) {
+    text = counted(run.read_as_bytes, " Unicode file was", " Unicode files were") +
+           " searched byte by byte.";
+  }
   if (!run.code_page_lacks) return text;
   if (!text.empty()) text += ' ';
   return text + "The code page lacks a character of the criteria.";
+}
+
+std::string types_text(const RunOutcome& run) {
+  const std::int64_t files = run.left_out.types;
+  if (run.searched == 0)
+    return "No file of the ticked types, " + std::to_string(files) + " of others";
+  return counted(files, " file is of a type that is", " files are of types that are") +
+         " not ticked";
 }
 
 std::string link_markup(const NotePart& part) {
@@ -81,12 +94,30 @@ std::string note_texts(const Note& note) {
   return line;
 }
 
-void WindowNote::run_ended(const RunReading& run) {
+void WindowNote::run_goes_on(double seconds, std::string folder) {
+  // One that is named already goes on past midnight, when the seconds are few again.
+  if (folder.empty() || (run_.empty() && seconds < 1)) return;
+  run_ = {{std::move(folder)}};
+  run_.front().is_folder = true;
+}
+
+void WindowNote::run_ended(const RunOutcome& run) {
   run_.clear();
-  const std::string reading = run.unicode_text ? "" : reading_text(run);
-  if (!reading.empty()) {
-    run_.push_back({reading, NoteLink::read_unicode_text, "Read Unicode text"});
+  const auto say = [this](std::int64_t count, std::string text) {
+    if (count > 0) run_.push_back({std::move(text)});
+  };
+  if (run.nothing_listed) {
+    const LeftOut& out = run.left_out;
+    say(out.types, types_text(run));
+    say(out.names, counted(out.names, " name was", " names were") + " left out");
+    say(out.dates, counted(out.dates, " file is", " files are") + " outside the dates");
   }
+  std::string reading = run.unicode_text ? "" : reading_text(run);
+  if (!reading.empty()) {
+    if (!run_.empty() && reading.front() == 'T') reading.front() = 't';  // goes on
+    run_.push_back({std::move(reading), NoteLink::read_unicode_text, "Read Unicode text"});
+  }
+  if (run.unread > 0) run_.push_back({"", NoteLink::show_unread, not_read_text(run.unread)});
 }
 
 Note WindowNote::current(const OnView& view) const {

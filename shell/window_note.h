@@ -6,18 +6,20 @@
 #include <string>
 #include <vector>
 
+#include "engine/search_folder.h"
 #include "engine/text_encoding.h"
 
 namespace tallowmere {
 
 /// What a link of a note does.
-enum class NoteLink { read_unicode_text };
+enum class NoteLink { read_unicode_text, show_unread };
 
 /// One thing to note: words, a link that follows them, or both.
 struct NotePart {
   std::string text;
   std::optional<NoteLink> link = {};
   std::string link_words = {};
+  bool is_folder = false;  ///< the text is a path, shortened in its middle where it does not fit
   bool operator==(const NotePart&) const = default;
 };
 
@@ -49,30 +51,37 @@ struct OnView {
 };
 
 /// What a run leaves to say when it has ended.
-struct RunReading {
+struct RunOutcome {
   bool unicode_text = false;       ///< files were read as the Unicode text that they are
   bool code_page_lacks = false;    ///< a character of the criteria
   std::int64_t read_as_bytes = 0;  ///< files whose answer may be another as Unicode text
+  std::size_t unread = 0;          ///< files and folders
+  bool nothing_listed = false;     ///< the new list is empty
+  std::int64_t searched = 0;       ///< files
+  LeftOut left_out = {};
 };
 
 /// The one owner of what there is to note beside the file information: first what there is to say
 /// of the file on view, then what the last run has left to say.
 class WindowNote {
  public:
-  void run_began() {
+  /// A run begins, or has been through its files.
+  void clear_run() {
     run_.clear();
     folder_.clear();
   }
-  void run_ended(const RunReading& run);
   /// The next search is to go through a folder that was dropped on the window: says so until that
   /// shows elsewhere, which an empty one tells.
   void folder_taken(const std::string& folder) { folder_ = folder; }
+  /// A few times a second: a run that lasts names the folder that it is in.
+  void run_goes_on(double seconds, std::string folder);
+  void run_ended(const RunOutcome& run);
 
   Note current(const OnView& view) const;
 
  private:
-  std::string folder_;
-  std::vector<NotePart> run_;  ///< empty while a run is under way
+  std::string folder_;  ///< that was dropped
+  std::vector<NotePart> run_;
 };
 
 }  // namespace tallowmere

@@ -9,12 +9,15 @@
 #include <utility>
 #include <vector>
 
+#include "engine/unicode.h"
 #include "shell/clipboard_text.h"
 #include "shell/command_rules.h"
 #include "shell/folder_text.h"
 #include "shell/font_sizes.h"
 #include "shell/layout.h"
 #include "shell/run_texts.h"
+#include "shell/search_chain.h"
+#include "shell/shortened_path.h"
 #include "shell/start_folder.h"
 #include "shell/window_note.h"
 
@@ -131,11 +134,14 @@ TEST(RunTexts, TimingCountsAndUnreadFiles) {
   EXPECT_EQ(timing_text(false, elapsed_seconds(10, 71.256)), "in 61.26 seconds");
   EXPECT_EQ(finished_text(0, 0), "No Files Found");
 
-  EXPECT_EQ(unread_tool_tip({}), "");
-  EXPECT_EQ(unread_tool_tip({{"/a", "Denied"}}), "1 file could not be read:\n/a: Denied");
-  const std::string many = unread_tool_tip(std::vector<UnreadFile>(12, {"/a", "Denied"}));
+  EXPECT_EQ(count_tool_tip("", {}) + count_tool_tip("a, then b", {}), "a, then b");
+  EXPECT_EQ(count_tool_tip("a, then b", {{"/a", "Denied"}}),
+            "a, then b\n1 file could not be read:\n/a: Denied");
+  const std::string many = count_tool_tip("", std::vector<UnreadFile>(12, {"/a", "Denied"}));
   EXPECT_TRUE(many.starts_with("12 files could") && many.ends_with("\nand 2 more")) << many;
   EXPECT_EQ(std::ranges::count(many, '\n'), 11);
+  EXPECT_EQ(unread_lines({{"/a", "x"}, {"/b", "Not\r\nready"}, {"/c", "y"}}, {1, 2}),
+            "/b\tNot  ready\r\n/c\ty\r\n");
 }
 
 /// A note with its links in brackets.
@@ -151,7 +157,7 @@ std::string shown(const WindowNote& notes, TextEncoding on_view = TextEncoding::
 
 TEST(WindowNote, TheFileOnViewComesBeforeWhatTheRunHasLeft) {
   WindowNote notes;
-  const auto after = [&notes](const RunReading& run) {
+  const auto after = [&notes](const RunOutcome& run) {
     notes.run_ended(run);
     return shown(notes);
   };
@@ -165,10 +171,84 @@ TEST(WindowNote, TheFileOnViewComesBeforeWhatTheRunHasLeft) {
             "The code page lacks a character of the criteria. [Read Unicode text]");
 
   EXPECT_EQ(shown(notes, TextEncoding::utf8), "UTF-8; " + shown(notes));
-  notes.run_began();
+  notes.clear_run();
   EXPECT_EQ(shown(notes), "");
   EXPECT_EQ(shown(notes, TextEncoding::utf16_le) + shown(notes, TextEncoding::utf16_be),
             "UTF-16UTF-16");
+}
+
+TEST(WindowNote, ARunThatListsNothingSaysWhatLeftTheFilesOut) {
+  WindowNote notes;
+  RunOutcome run{.code_page_lacks = true,
+                 .unread = 2,
+                 .nothing_listed = true,
+                 .searched = 7,
+                 .left_out = {12, 3, 5}};
+  const auto told = [&] {
+    notes.run_ended(run);
+    return shown(notes);
+  };
+  EXPECT_EQ(told(),
+            "12 files are of types that are not ticked; 3 names were left out; 5 files are outside "
+            "the dates; the code page lacks a character of the criteria. [Read Unicode text]; "
+            "[2 files were not read]");
+  run = {.unread = 1, .nothing_listed = true, .left_out = {1, 1, 0}};
+  EXPECT_EQ(told(),
+            "No file of the ticked types, 1 of others; 1 name was left out; [1 file was not read]");
+  run.nothing_listed = false;
+  EXPECT_EQ(told(), "[1 file was not read]");
+  run = {.nothing_listed = true};
+  EXPECT_EQ(told(), "");
+}
+
+TEST(WindowNote, ARunThatLastsNamesItsFolder) {
+  WindowNote notes;
+  notes.run_goes_on(0.9, "C:\\a\\");
+  EXPECT_EQ(shown(notes), "");
+  for (const double seconds : {1.0, -86398.0}) {  // midnight
+    const std::string folder = "C:\\" + std::to_string(seconds);
+    notes.run_goes_on(seconds, folder);
+    EXPECT_EQ(shown(notes), folder);
+  }
+  notes.run_goes_on(2, "");
+  EXPECT_NE(shown(notes), "") << "the walk is over, the run not yet";
+}
+
+TEST(WindowNote, AFolderIsShortenedToItsBeginningAndItsLastFolders) {
+  const auto shorten = [](const std::string& path, std::size_t room) {
+    return shortened_path(
+        path, [room](const std::string& text) { return to_utf16(text).size() <= room; });
+  };
+  const std::string path = "C:/docs/2024/письма/май/";
+  EXPECT_EQ(shorten(path, 24), path);
+  EXPECT_EQ(shorten(path, 23), "C:/…/2024/письма/май/");
+  EXPECT_EQ(shorten(path, 20), "C:/…/письма/май/");
+  EXPECT_EQ(shorten(path, 15), "C:/…/май/");
+  EXPECT_EQ(shorten(path, 8), "…/май/");
+  EXPECT_EQ(shorten(path, 4), "…ай/");
+  EXPECT_EQ(shorten(path, 0), "…");
+  EXPECT_EQ(shorten("//server/share/docs/a/", 21), "//server/share/…/a/");
+  EXPECT_EQ(shorten("/docs/a/", 6) + shorten("C:/", 1), "/…/a/C:/");
+}
+
+TEST(SearchChain, TellsHowTheListCameToBe) {
+  SearchChain chain;
+  EXPECT_EQ(chain.text(), "");
+  chain.new_search("invoice");
+  EXPECT_EQ(chain.text(), "");
+  chain.narrowed("contract");
+  EXPECT_EQ(chain.text(), "invoice, then contract");
+  chain.new_search("");
+  std::string accented;
+  for (int i = 0; i < 60; ++i) accented += "é";
+  chain.narrowed(accented);
+  chain.narrowed(accented + "é");
+  EXPECT_EQ(chain.text(), "all files, then " + accented + ", then " + accented + "…");
+  for (const char* word : {"a", "b\r\n", "c", "d", "e"}) chain.narrowed(word);
+  EXPECT_EQ(chain.text(), "all files, …, then a, then b  , then c, then d, then e");
+  chain.new_search("new");
+  chain.narrowed("list");
+  EXPECT_EQ(chain.text(), "new, then list");
 }
 
 TEST(WindowNote, LinksStayWhereTextsAreLeftOut) {

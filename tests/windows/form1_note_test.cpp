@@ -1,3 +1,5 @@
+#include <thread>
+
 #include "engine/unicode.h"
 #include "tests/windows/dialogs_support.h"
 #include "tests/windows/form1_fixture.h"
@@ -56,6 +58,7 @@ TEST_F(Form1NoteTest, TheLinkSwitchesUnicodeTextOnAndRepeatsTheSearch) {
     files.add("C:\\docs\\b", "hay");
     run_any_word(SearchKind::list_search, "lantern жук");
     EXPECT_EQ(names(), "a c ");
+    EXPECT_EQ(form->tool_tip(form->Label1), "lantern, then lantern жук");
     ASSERT_EQ(tab_stop_behind_the_viewer(), form->lblNote.handle());
     EXPECT_EQ(form->lblNote.text(),
               "The code page lacks a character of the criteria. <a id=\"0\">Read Unicode text</a>");
@@ -71,6 +74,9 @@ TEST_F(Form1NoteTest, TheLinkSwitchesUnicodeTextOnAndRepeatsTheSearch) {
     EXPECT_TRUE(search.unicode_text && entry_checked(ID_MNUUNICODE));
     EXPECT_FALSE(form->lblNote.visible());
     EXPECT_TRUE(form->ListView2.has_focus());
+    form->ListView2.select_only(0);
+    run(SearchKind::file_search, "oil");
+    EXPECT_EQ(form->tool_tip(form->Label1), "lantern, then lantern жук");
     choose(ID_NOTELINK);  // nothing happens
     EXPECT_EQ(names(), "a b c ");
   }
@@ -112,6 +118,43 @@ TEST_F(Form1NoteTest, AFileSearchIsRepeatedWhereverItsFileStandsNow) {
   EXPECT_EQ(text_and_caption(), "hay, a - Tallowmere 32") << "as it is read now";
   EXPECT_EQ(form->Label1.text(), "Selected File Didn't Match");
   EXPECT_EQ(names(), "c b a ");
+}
+
+TEST_F(Form1NoteTest, LinksAreReachedByTabAndMouseAlsoBesideAFileOnView) {
+  files.add("C:\\docs\\u", std::string("\xFF\xFEo\0i\0l\0", 8), minute);
+  files.add("C:\\docs\\x", "").unreadable = true;
+  open_with_files();
+  run(SearchKind::new_search, "oil");
+  click_row(0);
+  EXPECT_EQ(form->lblNote.text(),
+            "1 Unicode file was searched byte by byte. <a id=\"0\">Read Unicode text</a>; <a "
+            "id=\"1\">1 file was not read</a>");
+  const auto opens = [&](auto act) {
+    const User user("Files Not Read", press_button(IDCANCEL));
+    act();
+  };
+  opens([&] { click_note(); });
+  for (const bool backwards : {false, true}) {
+    form->lblNote.focus();
+    press(VK_TAB);
+    EXPECT_TRUE(form->lblNote.has_focus());
+    opens([&] { press(VK_SPACE); });
+    form->lblNote.focus();
+    if (!backwards) press(VK_TAB);
+    BYTE keys[256] = {};
+    keys[VK_SHIFT] = backwards ? 0x80 : 0;
+    SetKeyboardState(keys);
+    press(VK_TAB);
+    keys[VK_SHIFT] = 0;
+    SetKeyboardState(keys);
+    EXPECT_FALSE(form->lblNote.has_focus());
+  }
+  EXPECT_FALSE(search.unicode_text);
+  files.remove("C:\\docs\\x");
+  search.date_search = 2;
+  run(SearchKind::new_search, "oil");
+  EXPECT_EQ(form->lblNote.text(), "4 files are outside the dates");
+  choose(ID_NOTELINK + 1);  // nothing happens
 }
 
 TEST_F(Form1NoteTest, TheEntryIsKeptAndShowsTheFileAfresh) {
@@ -181,6 +224,43 @@ TEST_F(Form1NoteTest, AFolderDroppedOnTheIdleWindowIsTheOneToSearch) {
   EXPECT_EQ(names() + form->lblNote.text(), "d ");
   SendMessageW(form->handle(), WM_ENDSESSION, TRUE, 0);
   EXPECT_EQ(settings.get_setting("recent_folder1"), "C:\\hay\\in");
+}
+
+/// Two seconds pass from one look at it to the next.
+class PassingClock : public FixedClock {
+ public:
+  double seconds_since_midnight() const override { return seconds_ += 2; }
+
+ private:
+  mutable double seconds_ = 0;
+};
+
+TEST_F(Form1NoteTest, ARunThatLastsShowsItsFolderAsFarAsThereIsRoom) {
+  const PassingClock passing;
+  std::string deep;
+  for (int i = 0; i < 40; ++i) deep += "folder " + std::to_string(i) + "\\";
+  files.add("C:\\docs\\" + deep + "a", "lantern");
+  settings.save_setting("path", "C:\\docs\\" + deep);
+  settings.save_setting("checked", "YNNNNNNYNNYNNNNNYYN");
+  form = std::make_unique<Form1>(
+      Form1::Services{search, settings, files, passing, page, "C:\\program\\"});
+  files.hang_next(HangingFiles::Call::open);
+  std::string shown;
+  RECT label{}, row{};
+  const std::jthread user([&] {
+    files.wait_for_hang();
+    while ((shown = form->lblNote.text()).empty()) Sleep(10);
+    GetWindowRect(form->lblNote.handle(), &label);
+    GetWindowRect(form->ListView2.handle(), &row);
+    files.release();
+  });
+  run(SearchKind::new_search, "hay");
+  EXPECT_TRUE(shown.starts_with("C:\\…\\folder ")) << shown;
+  EXPECT_TRUE(shown.ends_with("\\folder 38\\folder 39\\")) << shown;
+  EXPECT_EQ(label.right, row.right);
+  EXPECT_GT(label.left, row.left);
+  EXPECT_LT(label.left, row.left + (row.right - row.left) / 3) << "room is left";
+  EXPECT_EQ(form->lblNote.text(), "");
 }
 
 }  // namespace
