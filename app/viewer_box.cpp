@@ -162,8 +162,10 @@ TextSelection ViewerBox::selection() const {
 void ViewerBox::select(int start, int length) {
   // Some systems bring the caret into view then.
   const int top = first_visible_line();
+  const TextSelection before = selection();
   TextBox::select(start, start + length);
   if (const int now = first_visible_line(); now != top) scroll_lines(top - now);
+  repaint_selection(before);
 }
 
 int ViewerBox::visible_lines() const {
@@ -235,6 +237,12 @@ LRESULT ViewerBox::handle_message(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_MOUSEWHEEL:
       turn_wheel(wparam);
       return 0;
+    case WM_PAINT:
+      if (wparam != 0) break;  // into a canvas of somebody else
+      paint();
+      return 0;
+    case WM_ERASEBKGND:
+      return TRUE;  // painting leaves nothing out
     case WM_SETFONT:
       line_height_ = 0;
       return refill_around([&] { return pass_on(message, wparam, lparam); });
@@ -255,13 +263,43 @@ LRESULT ViewerBox::pass_on(UINT message, WPARAM wparam, LPARAM lparam) {
   const bool may_scroll =
       dragging || message == WM_LBUTTONUP || (message == WM_KEYDOWN && moves_caret(wparam));
   const int top = may_scroll ? first_visible_line() : 0;
+  const bool may_select = may_scroll || message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK;
+  const TextSelection selected = may_select ? selection() : TextSelection();
   const LRESULT result = DefSubclassProc(handle(), message, wparam, lparam);
+  if (may_select) repaint_selection(selected);
   if (message == WM_KEYDOWN && moves_caret(wparam)) take_whole_pairs(moves_down(wparam));
   if (message == WM_LBUTTONUP) take_whole_pairs(!caret_first());
   if (may_scroll && first_visible_line() != top && view_moved) view_moved();
   const bool selects = message == WM_LBUTTONUP || (message == WM_KEYUP && moves_caret(wparam));
   if (selects && selection_changed) selection_changed();
   return result;
+}
+
+void ViewerBox::paint() {
+  const auto marked = [this](int from, int to) {
+    return marks ? marks(from, to) : std::vector<TextSelection>();
+  };
+  painter_.paint(
+      [this](HDC canvas) {
+        DefSubclassProc(handle(), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas), PRF_CLIENT);
+      },
+      marked);
+}
+
+/// A text box of Windows paints another selection at once, without marks.
+void ViewerBox::repaint_selection(const TextSelection& before) const {
+  const TextSelection now = selection();
+  if (now == before || redraw_held_ > 0) return;
+  const int end = now.start + now.length;
+  const int end_before = before.start + before.length;
+  const int from =
+      now.start == before.start ? std::min(end, end_before) : std::min(now.start, before.start);
+  const int to = end == end_before ? std::max(now.start, before.start) : std::max(end, end_before);
+  const int top = first_visible_line();
+  RECT lines = text_area();
+  lines.bottom = lines.top + (line_from_char(to) + 1 - top) * line_height();
+  lines.top += (line_from_char(from) - top) * line_height();
+  InvalidateRect(handle(), &lines, FALSE);
 }
 
 void ViewerBox::key_down(WPARAM key) {

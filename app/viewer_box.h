@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/mark_painter.h"
 #include "engine/code_page.h"
 #include "viewer/viewer_host.h"
 #include "win32/controls.h"
@@ -67,6 +68,9 @@ class ViewerBox : public TextFace, public win32::TextBox {
   std::function<void()> selection_changed;
   /// The box has scrolled by itself to keep the caret on view.
   std::function<void()> view_moved;
+  /// What to mark of the text on view, asked whenever the box paints.
+  MarkPainter::Marks marks;
+  void repaint_marks() const { InvalidateRect(handle(), nullptr, FALSE); }
 
   win32::ScrollBar VScroll1;
 
@@ -77,6 +81,8 @@ class ViewerBox : public TextFace, public win32::TextBox {
   LRESULT pass_on(UINT message, WPARAM wparam, LPARAM lparam);
   void fill(const std::wstring& units);
   LRESULT refill_around(const std::function<LRESULT()>& change);
+  void paint();
+  void repaint_selection(const TextSelection& before) const;
   void key_down(WPARAM key);
   void take_whole_pairs(bool down);
   void turn_wheel(WPARAM wparam);
@@ -89,6 +95,7 @@ class ViewerBox : public TextFace, public win32::TextBox {
   bool filling_ = false;
   WheelSteps lines_;
   WheelSteps zooms_;
+  const MarkPainter painter_{*this};
 };
 
 }  // namespace tallowmere

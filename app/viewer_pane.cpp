@@ -5,6 +5,7 @@
 
 #include "engine/unicode.h"
 #include "viewer/character_text.h"
+#include "viewer/chunk_hits.h"
 #include "viewer/view_anchor.h"
 #include "win32/hourglass.h"
 #include "win32/message_box.h"
@@ -55,6 +56,7 @@ void ViewerPane::wire() {
   };
   box_.view_moved = [this] { scroll([](ViewScroll& view) { view.show_position(); }); };
   box_.selection_changed = [this] { check_selection(); };
+  box_.marks = [this](int from, int to) { return marks_.between(viewer_, *finder_, from, to); };
 }
 
 void ViewerPane::VScroll1_Change(int code) {
@@ -94,13 +96,15 @@ HitFinder ViewerPane::make_finder() {
   viewer_.read_unicode_text(search_.unicode_text, page_);
   SearchCriteria search = search_;
   search.unicode_text = search.unicode_text || encoding() != TextEncoding::code_page;
-  return HitFinder(search, page_, [this](std::int64_t position, std::int64_t length) {
-    return viewer_.read_window(position, length);
-  });
+  HitFinder finder(search, page_);
+  viewer_.read_beside(bytes_beside(finder));
+  return finder;
 }
 
 void ViewerPane::criteria_loaded() {
   finder_.emplace(make_finder());
+  marks_.forget();
+  box_.repaint_marks();
 }
 
 bool ViewerPane::make_step(const std::function<void()>& work) {

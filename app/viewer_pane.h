@@ -15,6 +15,7 @@
 #include "results/result_list.h"
 #include "viewer/file_viewer.h"
 #include "viewer/hit_finder.h"
+#include "viewer/hit_marks.h"
 #include "viewer/hit_navigation.h"
 #include "viewer/hyper_find.h"
 #include "viewer/view_scroll.h"
@@ -114,6 +115,7 @@ class ViewerPane : private ViewerHost {
   FileViewer viewer_;
   HitNavigation navigation_;
   ViewScroll scroll_;
+  HitMarks marks_;
   std::optional<HitFinder> finder_;  ///< always there; made anew with the criteria
 
   bool text_selected_ = false;

@@ -167,9 +167,7 @@ void find(benchmark::State& state, CountedFiles& files, const std::string& folde
   HitNavigation navigation(viewer, face, host);
   SearchCriteria search;
   load_search_criteria(search, input);
-  const HitFinder finder(search, page(), [&](std::int64_t position, std::int64_t length) {
-    return viewer.read_window(position, length);
-  });
+  const HitFinder finder(search, page());
   for (auto _ : state) {
     viewer.viewfile(0);
     if (!forward) navigation.show_first_chunk();

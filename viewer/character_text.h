@@ -29,6 +29,8 @@ class CharacterText {
   /// One byte for each character, as a search sees them.
   std::string search_bytes(const SearchPage& page) const;
   std::size_t size() const { return bytes_.size(); }
+  /// The text from the byte on with which a character begins.
+  CharacterText from(std::size_t byte) const { return {bytes_.substr(byte), encoding_}; }
   /// The byte with which a character begins, fitted into the text.
   std::size_t byte_at(std::int64_t character) const;
   /// How many characters begin before a byte.

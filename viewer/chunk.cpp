@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <utility>
 
 #include "viewer/character_text.h"
 
@@ -53,6 +54,44 @@ int Chunk::character_at(std::int64_t file_position) const {
   const auto end = origin.end() - 1;
   return static_cast<int>(std::lower_bound(origin.begin(), end, file_position - chunk_start) -
                           origin.begin());
+}
+
+// The first move adds the old start itself, not the old start less one: going back from a place
+// near the beginning of a file, one more character is looked at.
+std::int64_t place_chunk(Chunk& chunk, std::int64_t file_length, std::int64_t& position) {
+  std::int64_t& start = chunk.chunk_start;
+  if (start < 1) {
+    position += start;
+    start = 1;
+  }
+  chunk.last_chunk = start + chunk_length > file_length;
+  if (!chunk.last_chunk) return chunk_length;
+  const std::int64_t old_start = start;
+  start = std::max<std::int64_t>(file_length - chunk_length + 1, 1);
+  position += old_start - start;
+  return file_length - start + 1;
+}
+
+FilePiece piece_for(const Chunk& chunk, std::int64_t length) {
+  if (!chunk.is_unicode()) return {chunk.chunk_start, length};
+  const std::int64_t beside = longest_character - 1;
+  const std::int64_t from = std::max<std::int64_t>(chunk.chunk_start - beside, 1);
+  return {from, chunk.chunk_start - from + length + beside};
+}
+
+void fill_chunk(Chunk& chunk, std::string bytes, const FilePiece& piece, std::int64_t length) {
+  if (chunk.is_unicode()) {
+    const std::int64_t lead = chunk.chunk_start - piece.position;
+    const auto boundary = [&](std::int64_t at) {
+      return character_begin(bytes, static_cast<std::size_t>(at), piece.position, chunk.encoding);
+    };
+    const std::size_t begin = boundary(lead);
+    const std::size_t end = chunk.last_chunk ? bytes.size() : boundary(lead + length);
+    bytes = bytes.substr(begin, end - begin);
+    chunk.chunk_start = piece.position + static_cast<std::int64_t>(begin);
+  }
+  chunk.file_location = std::max<std::int64_t>(chunk.chunk_start + std::ssize(bytes) - 1, 1);
+  chunk.chunk_text = std::move(bytes);
 }
 
 }  // namespace tallowmere

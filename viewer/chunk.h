@@ -51,4 +51,19 @@ struct Chunk {
   int character_at(std::int64_t file_position) const;
 };
 
+/// Bytes of a file.
+struct FilePiece {
+  std::int64_t position = 1;
+  std::int64_t length = 0;
+};
+
+/// Moves the start of a chunk that is to be read into the file, and `position` (1-based in the
+/// chunk) along. Returns how many bytes the chunk is to have.
+std::int64_t place_chunk(Chunk& chunk, std::int64_t file_length, std::int64_t& position);
+/// What is read for a chunk of so many bytes: in a Unicode file more, to find whole characters.
+FilePiece piece_for(const Chunk& chunk, std::int64_t length);
+/// Gives the chunk its text from that piece, which may be shorter at the file's end. The chunk
+/// moves to the beginning of a character, and leaves out one that its end would cut.
+void fill_chunk(Chunk& chunk, std::string bytes, const FilePiece& piece, std::int64_t length);
+
 }  // namespace tallowmere

@@ -32,6 +32,7 @@ bool FileViewer::viewfile(std::size_t row) {
   encoding_ = TextEncoding::code_page;
   loaded_.file_location = 0;
   shown_ = {};
+  ++shown_version_;
   facts_ = {};
   // Facts that cannot be read leave the row without a date, and opening tells why.
   const bool known = !files_.facts(record().filepath, record().filename, facts_);
@@ -75,6 +76,7 @@ void FileViewer::clear_textbox() {
   encoding_ = TextEncoding::code_page;
   loaded_ = {};
   shown_ = {};
+  ++shown_version_;
   face_.set_text("");
   face_.set_scroll_value(0);
   face_.enable(false);
@@ -91,7 +93,7 @@ ChunkResult FileViewer::get_file_chunk(std::int64_t chunk_start, std::int64_t& p
   if (!loaded()) return ChunkResult::no_file;
   const Step step(*this);
   loaded_.chunk_start = chunk_start;
-  std::int64_t length = place_chunk(position);
+  std::int64_t length = place_chunk(loaded_, file_length_, position);
   // Within a step, what has been read already is of the same file.
   const bool held = reader_.holds(loaded_.chunk_start, length);
   const Change change = held ? Change::none : changed_on_disk();
@@ -103,7 +105,7 @@ ChunkResult FileViewer::get_file_chunk(std::int64_t chunk_start, std::int64_t& p
     host_.select_row(row);
     if (!viewfile(row)) return ChunkResult::no_file;
     position = 1;
-    length = place_chunk(position);
+    length = place_chunk(loaded_, file_length_, position);
   }
   if (const auto error = read_chunk(length, position)) {
     clear_textbox();
@@ -125,58 +127,38 @@ bool FileViewer::shows_current() const {
   return shows_chunk() && changed_on_disk() == Change::none;
 }
 
-// The first move adds the old start itself, not the old start less one: going back from a place
-// near the beginning of a file, one more character is looked at.
-std::int64_t FileViewer::place_chunk(std::int64_t& position) {
-  std::int64_t& start = loaded_.chunk_start;
-  if (start < 1) {
-    position += start;
-    start = 1;
-  }
-  loaded_.last_chunk = start + chunk_length > file_length_;
-  if (!loaded_.last_chunk) return chunk_length;
-  const std::int64_t old_start = start;
-  start = std::max<std::int64_t>(file_length_ - chunk_length + 1, 1);
-  position += old_start - start;
-  return file_length_ - start + 1;
-}
-
 std::optional<SystemError> FileViewer::read_chunk(std::int64_t length, std::int64_t& position) {
   if (!reader_.is_open()) {
     if (auto error = reader_.open(record().filepath, record().filename)) return error;
   }
-  std::string& text = loaded_.chunk_text;
-  if (loaded_.is_unicode()) {
-    const std::int64_t asked = loaded_.chunk_start;
-    if (auto error = read_whole_characters(length)) return error;
-    position += asked - loaded_.chunk_start;
-  } else if (auto error = reader_.read(loaded_.chunk_start, length, text)) {
-    return error;
-  }
-  loaded_.file_location = std::max<std::int64_t>(loaded_.chunk_start + std::ssize(text) - 1, 1);
+  const FilePiece piece = piece_for(loaded_, length);
+  std::string bytes;
+  if (auto error = reader_.read(piece.position, piece.length, bytes)) return error;
+  const std::int64_t asked = loaded_.chunk_start;
+  fill_chunk(loaded_, std::move(bytes), piece, length);
+  position += asked - loaded_.chunk_start;
+  read_beside_chunk();
   return std::nullopt;
 }
 
-/// Moves the chunk to the beginning of a character, and leaves out one that its end would cut.
-std::optional<SystemError> FileViewer::read_whole_characters(std::int64_t length) {
-  std::string& text = loaded_.chunk_text;
-  const std::int64_t beside = longest_character - 1;
-  const std::int64_t from = std::max<std::int64_t>(loaded_.chunk_start - beside, 1);
-  const std::int64_t lead = loaded_.chunk_start - from;
-  if (auto error = reader_.read(from, lead + length + beside, text)) return error;
-  const auto boundary = [&](std::int64_t at) {
-    return character_begin(text, static_cast<std::size_t>(at), from, loaded_.encoding);
-  };
-  const std::size_t begin = boundary(lead);
-  const std::size_t end = loaded_.last_chunk ? text.size() : boundary(lead + length);
-  text = text.substr(begin, end - begin);
-  loaded_.chunk_start = from + static_cast<std::int64_t>(begin);
-  return std::nullopt;
+void FileViewer::read_beside_chunk() {
+  around_.clear();
+  if (beside_ == 0) return;
+  around_start_ = std::max<std::int64_t>(loaded_.chunk_start - beside_, 1);
+  const std::int64_t end = loaded_.file_location + 1 + beside_;
+  if (reader_.read(around_start_, end - around_start_, around_)) around_.clear();
 }
 
 void FileViewer::fill_textbox(std::int64_t& position) {
   const auto row = static_cast<std::size_t>(results_.viewed_index);
   shown_ = filter_chunk(loaded_, results_.list2_extension(row), page_);
+  ++shown_version_;
+  shown_source_ = HeldSource(encoding_, file_length_);
+  if (around_.empty()) {
+    shown_source_.hold(loaded_.chunk_start, loaded_.chunk_text);
+  } else {
+    shown_source_.hold(around_start_, around_);
+  }
   position = shown_.character_at(shown_.chunk_start + position - 1) + 1;
   if (shown_.is_unicode()) {
     if (is_second_of_pair(shown_.units, static_cast<std::size_t>(position - 1))) ++position;
@@ -228,36 +210,6 @@ std::string FileViewer::read_window(std::int64_t position, std::int64_t length) 
 UnitText FileViewer::read_units(std::int64_t position, std::int64_t length) {
   const std::string window = read_window(position, length);
   return to_units(window, text_begin(window, position), encoding(), *page_);
-}
-
-/// Where the first whole character of a window of the file begins, which lies at `position`.
-std::size_t FileViewer::text_begin(std::string_view window, std::int64_t position) const {
-  if (position == 1) return mark_length(encoding(), window);
-  return character_begin(window, longest_character - 1, position, encoding());
-}
-
-std::int64_t FileViewer::step_characters(std::int64_t position, std::int64_t characters) {
-  if (characters >= 0) {
-    const std::string behind = read_window(position, characters * longest_character);
-    const CharacterText text(behind, encoding());
-    return position + static_cast<std::int64_t>(text.byte_at(characters));
-  }
-  const std::int64_t wanted = (1 - characters) * longest_character;
-  const std::int64_t from = std::max<std::int64_t>(position - wanted, 1);
-  const std::string before = read_window(from, position - from);
-  if (std::ssize(before) < position - from) return position;
-  const std::size_t begin = text_begin(before, from);
-  const CharacterText text(std::string_view(before).substr(begin), encoding());
-  const std::int64_t skipped = text.begun_before(before.size()) + characters;
-  return from + static_cast<std::int64_t>(begin + text.byte_at(skipped));
-}
-
-std::string FileViewer::read_characters(std::int64_t position, std::int64_t before,
-                                        std::int64_t count) {
-  const std::int64_t from = step_characters(position, -before);
-  std::string text = read_window(from, count * longest_character);
-  text.resize(CharacterText(text, encoding()).byte_at(count));
-  return text;
 }
 
 }  // namespace tallowmere

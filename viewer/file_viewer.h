@@ -13,6 +13,7 @@
 #include "viewer/block_reader.h"
 #include "viewer/character_text.h"
 #include "viewer/chunk.h"
+#include "viewer/chunk_source.h"
 #include "viewer/viewer_host.h"
 
 namespace tallowmere {
@@ -27,7 +28,7 @@ enum class ChunkResult {
 /// The file in the viewer, of which one chunk at a time is loaded and shown. Owns the viewer's
 /// state; the navigation and the scroll bar work through it. No file stays open between steps:
 /// others may write, rename or delete it. What its file system throws ends the step.
-class FileViewer {
+class FileViewer : public ChunkSource {
  public:
   FileViewer(ResultList& results, const FileSystem& files, TextFace& face, ViewerHost& host);
 
@@ -65,26 +66,27 @@ class FileViewer {
   void update_scroll_value();
 
   /// Of the file on view; the code page's without one.
-  TextEncoding encoding() const { return encoding_; }
+  TextEncoding encoding() const override { return encoding_; }
   /// The chunk read last, with the bytes as read; what shows may be another one.
   const Chunk& loaded_chunk() const { return loaded_; }
   /// The chunk in the text box, with the text there; empty while none of the file shows.
   const Chunk& shown_chunk() const { return shown_; }
   /// True while a chunk shows, and the file is still the same on the disk.
   bool shows_current() const;
-  std::int64_t file_length() const { return file_length_; }
+  std::int64_t file_length() const override { return file_length_; }
 
-  /// `length` bytes of the file from a position, fewer at its end; none when they cannot be read.
-  std::string read_window(std::int64_t position, std::int64_t length);
-  // Of a Unicode file:
-  /// The whole characters of such a window, with the byte of it that each came from.
+  std::string read_window(std::int64_t position, std::int64_t length) override;
+  /// The whole characters of such a window of a Unicode file, with the byte of it that each came
+  /// from.
   UnitText read_units(std::int64_t position, std::int64_t length);
-  /// The file position so many characters behind the one that begins at `position`, or before it;
-  /// as far as the file goes and can be read.
-  std::int64_t step_characters(std::int64_t position, std::int64_t characters);
-  /// The bytes of `count` characters that begin `before` characters before the one at `position`,
-  /// or with the file.
-  std::string read_characters(std::int64_t position, std::int64_t before, std::int64_t count);
+
+  /// From the next chunk on, so many bytes on both sides of it are read with it.
+  void read_beside(std::int64_t bytes) { beside_ = bytes; }
+  /// The chunk that shows as it was read, with the bytes beside it, as far as they could be read.
+  /// Needs nothing of the disk.
+  ChunkSource& shown_source() { return shown_source_; }
+  /// Changes with every other text on show.
+  int shown_version() const { return shown_version_; }
 
   /// Keeps the file open while it lives, for steps that read many chunks.
   class Step {
@@ -106,11 +108,9 @@ class FileViewer {
   const FileRecord& record() const;
   Change changed_on_disk() const;
   void fail_to_view(const std::string& prompt, std::string_view title);
-  std::int64_t place_chunk(std::int64_t& position);
   TextEncoding decide_encoding();
-  std::size_t text_begin(std::string_view window, std::int64_t position) const;
   std::optional<SystemError> read_chunk(std::int64_t length, std::int64_t& position);
-  std::optional<SystemError> read_whole_characters(std::int64_t length);
+  void read_beside_chunk();
   void set_scroll_value(std::int64_t character);
 
   ResultList& results_;
@@ -127,6 +127,11 @@ class FileViewer {
   TextEncoding encoding_ = TextEncoding::code_page;
   Chunk loaded_;  ///< of file_location 0 while no file is loaded
   Chunk shown_;
+  std::int64_t beside_ = 0;
+  std::string around_;  ///< the loaded chunk with the bytes beside it; empty without
+  std::int64_t around_start_ = 1;
+  HeldSource shown_source_{TextEncoding::code_page, 0};
+  int shown_version_ = 0;
 };
 
 }  // namespace tallowmere

@@ -16,8 +16,7 @@ const Byte* bytes(std::string_view text) {
 
 }  // namespace
 
-HitFinder::HitFinder(const SearchCriteria& search, const CodePage& page, ReadWindow read_window)
-    : search_(search, page), read_window_(std::move(read_window)) {
+HitFinder::HitFinder(const SearchCriteria& search, const CodePage& page) : search_(search, page) {
   find_max_term_len();
   if (!search.unicode_text) return;
   auto unicode_page = std::make_unique<const SearchPage>(search, page);
@@ -48,11 +47,16 @@ bool HitFinder::can_stand(std::size_t term) const {
   return search_.representable[term] && search_.term_len[term] > 0;
 }
 
-std::int64_t HitFinder::get_hit(std::string_view text, std::int64_t start, std::size_t term) const {
-  if (!can_stand(term) || start > std::ssize(text)) return 0;
+/// The first occurrence that begins at or behind `start` and before `end`.
+std::int64_t HitFinder::get_hit(std::string_view text, std::int64_t start, std::size_t term,
+                                std::int64_t end) const {
+  if (!can_stand(term) || start >= end || start > std::ssize(text)) return 0;
   const Byte* begin = bytes(text);
-  OccurrenceScan scan(search_.patterns[term], begin + (start - 1), begin + text.size());
   const std::size_t length = search_.patterns[term].length();
+  const std::size_t size = text.size();
+  const std::size_t reach =
+      end > std::ssize(text) ? size : std::min(size, static_cast<std::size_t>(end) - 2 + length);
+  OccurrenceScan scan(search_.patterns[term], begin + (start - 1), begin + reach);
   const Byte* at = scan.next([&](const Byte* candidate) {
     return !search_.whole_word[term] || !not_whole_word(text, candidate, length);
   });
@@ -86,6 +90,33 @@ Hit HitFinder::get_highlight_position(const HitText& in, std::int64_t position) 
     best = {at, static_cast<std::int64_t>(search_.patterns[term].length())};
   }
   return best;
+}
+
+HitRange HitFinder::hits_between(const HitText& in, std::int64_t position, std::int64_t end,
+                                 int most) const {
+  HitRange range{{}, end};
+  const bool near = search_.search_type == search_near;
+  const std::size_t terms =
+      near ? std::min<std::size_t>(search_.patterns.size(), 1) : search_.patterns.size();
+  std::vector<std::int64_t> next(terms);
+  for (std::size_t term = 0; term < terms; ++term)
+    next[term] = get_hit(in.text, position, term, end);
+  while (true) {
+    Hit best;
+    for (std::size_t term = 0; term < terms; ++term) {
+      if (next[term] == 0 || (best.position != 0 && next[term] > best.position)) continue;
+      best = {next[term], static_cast<std::int64_t>(search_.patterns[term].length())};
+    }
+    if (best.position == 0) return range;
+    if (most-- == 0) {
+      range.next = best.position;
+      return range;
+    }
+    if (!near || near_hit_passes(in, best.position)) range.hits.push_back(best);
+    for (std::size_t term = 0; term < terms; ++term) {
+      if (next[term] == best.position) next[term] = get_hit(in.text, best.position + 1, term, end);
+    }
+  }
 }
 
 Hit HitFinder::get_prev_highlight(const HitText& in, std::int64_t position) const {
@@ -152,7 +183,7 @@ std::string_view HitFinder::get_view_proximity_str(const HitText& in, std::int64
 std::string HitFinder::read_proximity_str(const HitText& in, std::int64_t position) const {
   if (position < 1) return {};
   const std::int64_t left = in.file_length - position + 1;
-  return read_window_(position, std::min<std::int64_t>(search_.window_len, left));
+  return in.read_window(position, std::min<std::int64_t>(search_.window_len, left));
 }
 
 bool HitFinder::proximity_view_search(std::string_view prox_window) const {

@@ -2,9 +2,11 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engine/compiled_search.h"
 #include "engine/search_page.h"
@@ -24,10 +26,19 @@ struct HitText {
   std::string_view text;
   std::int64_t file_location = 0;  ///< of the text's last byte, counted from 1
   std::int64_t file_length = 0;
-  /// Of a Unicode file: reads `count` characters of it that begin `before` characters before the
-  /// one at `position` of the text, or with the file.
+  /// Reads `length` bytes of the file from a 1-based position; fewer at its end, none when it
+  /// cannot be read.
+  std::function<std::string(std::int64_t position, std::int64_t length)> read_window{};
+  /// Of a Unicode file instead: reads `count` characters of it that begin `before` characters
+  /// before the one at `position` of the text, or with the file.
   std::function<std::string(std::int64_t position, std::int64_t before, std::int64_t count)>
       read_around{};
+};
+
+/// The hits of a stretch of a text.
+struct HitRange {
+  std::vector<Hit> hits;
+  std::int64_t next = 0;  ///< where to go on; behind the stretch when it has been gone through
 };
 
 /// Finds the occurrences that the viewer highlights in one chunk. Made for one set of criteria;
@@ -35,12 +46,8 @@ struct HitText {
 /// Unicode files beside it.
 class HitFinder {
  public:
-  /// Reads `length` bytes of the viewed file from a 1-based position; fewer at its end, none when
-  /// it cannot be read.
-  using ReadWindow = std::function<std::string(std::int64_t position, std::int64_t length)>;
-
   /// Keeps nothing of `search`; `page` must outlive the finder.
-  HitFinder(const SearchCriteria& search, const CodePage& page, ReadWindow read_window);
+  HitFinder(const SearchCriteria& search, const CodePage& page);
 
   /// The finder for texts in the bytes of search_page(); null without.
   const HitFinder* unicode() const { return unicode_.get(); }
@@ -53,6 +60,8 @@ class HitFinder {
   /// How many bytes, less one, consecutive chunks share so that no hit is lost at their seam: the
   /// length of the longest term that fits into a chunk, at least 1.
   std::int64_t max_term_len() const { return max_term_len_; }
+  /// How many characters around a hit decide whether it is one: those of the window of NEAR.
+  std::int64_t reach() const { return search_.search_type == search_near ? search_.window_len : 0; }
 
   /// The first hit that begins at or behind `position`. Of terms at one place the later wins.
   Hit get_highlight_position(const HitText& in, std::int64_t position) const;
@@ -60,17 +69,24 @@ class HitFinder {
   /// The last hit that begins at or before `position`. Of terms at one place the earlier wins.
   Hit get_prev_highlight(const HitText& in, std::int64_t position) const;
 
+  /// The hits that begin from `position` on and before `end`: those that get_highlight_position()
+  /// finds one after the other. Ends early behind `most` occurrences, hits or none.
+  HitRange hits_between(const HitText& in, std::int64_t position, std::int64_t end, int most) const;
+
   /// True when `selection` only repeats the criteria: the phrase, or one of the terms.
   bool repeats_criteria(std::string_view selection) const;
   /// Of a selection in a Unicode file.
   bool repeats_criteria(std::u16string_view selection) const;
 
  private:
+  static constexpr std::int64_t no_end = std::numeric_limits<std::int64_t>::max();
+
   HitFinder(const SearchCriteria& search, std::unique_ptr<const SearchPage> page);
   void find_max_term_len();
   bool not_whole_word(std::string_view text, const Byte* at, std::size_t length) const;
   bool can_stand(std::size_t term) const;
-  std::int64_t get_hit(std::string_view text, std::int64_t start, std::size_t term) const;
+  std::int64_t get_hit(std::string_view text, std::int64_t start, std::size_t term,
+                       std::int64_t end = no_end) const;
   std::int64_t get_prev_hit(std::string_view text, std::int64_t start, std::size_t term) const;
   Hit next_near_hit(const HitText& in, std::int64_t position) const;
   Hit prev_near_hit(const HitText& in, std::int64_t position) const;
@@ -84,7 +100,6 @@ class HitFinder {
   std::unique_ptr<const SearchPage> search_page_;
   CompiledSearch search_;
   std::unique_ptr<const HitFinder> unicode_;
-  ReadWindow read_window_;
   std::int64_t max_term_len_ = 1;
 };
 

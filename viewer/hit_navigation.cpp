@@ -58,26 +58,13 @@ class HitNavigation::Walk {
   }
 
   std::int64_t next_chunk_start() const {
+    if (forward_) return viewer_.next_chunk_start(chunk(), finder_.max_term_len());
     const std::int64_t shared = finder_.max_term_len() - 1;
-    if (chunk().is_unicode()) return next_unicode_start(shared);
-    if (!forward_) {
-      return chunk().chunk_start == 1 ? viewer_.file_length() - chunk_length + 1
-                                      : chunk().chunk_start + shared - chunk_length;
-    }
-    const std::int64_t next = chunk().last_chunk ? 1 : chunk().file_location + 1;
-    return next > shared ? next - shared : next;
-  }
-
-  /// The same when `shared` counts characters, which may be too many for a chunk.
-  std::int64_t next_unicode_start(std::int64_t shared) const {
     const std::int64_t here = chunk().chunk_start;
-    if (!forward_) {
-      if (here == 1) return viewer_.file_length() - chunk_length + 1;
-      return std::min(viewer_.step_characters(here, shared) - chunk_length, here - 1);
-    }
-    if (chunk().last_chunk) return 1;
-    return std::max(viewer_.step_characters(chunk().file_location + 1, -shared),
-                    viewer_.step_characters(here, 1));
+    if (here == 1) return viewer_.file_length() - chunk_length + 1;
+    // In characters that may be too many for a chunk.
+    if (!chunk().is_unicode()) return here + shared - chunk_length;
+    return std::min(viewer_.step_characters(here, shared) - chunk_length, here - 1);
   }
 
   /// Makes the chunk at next_start_ the one to look through; an outcome ends the walk.

@@ -60,12 +60,16 @@ void Control::set_font(HFONT font) const {
   send(WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
 }
 
+HFONT Control::font() const {
+  const auto font = reinterpret_cast<HFONT>(send(WM_GETFONT));
+  return font != nullptr ? font : static_cast<HFONT>(GetStockObject(SYSTEM_FONT));
+}
+
 POINT TextBox::caret_point() const {
-  const LRESULT place = send(EM_POSFROMCHAR, static_cast<WPARAM>(selection_start()));
-  POINT point{static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
+  POINT point = character_place(selection_start()).value_or(POINT{0, 0});
   RECT area;
   GetClientRect(handle(), &area);
-  if (place == -1 || !PtInRect(&area, point)) point = {0, 0};
+  if (!PtInRect(&area, point)) point = {0, 0};
   ClientToScreen(handle(), &point);
   return point;
 }
@@ -94,10 +98,8 @@ void TextBox::replace_selection(std::string_view text) const {
 }
 
 int TextBox::line_height() const {
-  const auto font = reinterpret_cast<HFONT>(send(WM_GETFONT));
   const HDC screen = GetDC(handle());
-  const HGDIOBJ old_font = SelectObject(
-      screen, font != nullptr ? static_cast<HGDIOBJ>(font) : GetStockObject(SYSTEM_FONT));
+  const HGDIOBJ old_font = SelectObject(screen, font());
   TEXTMETRICW metrics{};
   GetTextMetricsW(screen, &metrics);
   SelectObject(screen, old_font);
@@ -105,10 +107,29 @@ int TextBox::line_height() const {
   return std::max(static_cast<int>(metrics.tmHeight), 1);
 }
 
-int TextBox::text_height() const {
+RECT TextBox::text_area() const {
   RECT place{};
   send(EM_GETRECT, 0, reinterpret_cast<LPARAM>(&place));
+  return place;
+}
+
+int TextBox::text_height() const {
+  const RECT place = text_area();
   return static_cast<int>(place.bottom - place.top);
+}
+
+std::optional<POINT> TextBox::character_place(int position) const {
+  const LRESULT place = send(EM_POSFROMCHAR, static_cast<WPARAM>(position));
+  if (place == -1) return std::nullopt;
+  return POINT{static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
+}
+
+std::wstring TextBox::line_units(int line) const {
+  std::wstring units(static_cast<std::size_t>(std::max(line_length(line), 1)), L'\0');
+  units[0] = static_cast<wchar_t>(units.size());  // how many may be put there
+  units.resize(static_cast<std::size_t>(
+      send(EM_GETLINE, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(units.data()))));
+  return units;
 }
 
 int ListBox::add(std::string_view text) const {

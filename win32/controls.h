@@ -41,6 +41,8 @@ class Control {
   bool has_focus() const { return GetFocus() == window_; }
   void repaint() const { RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW); }
   void set_font(HFONT font) const;
+  /// The font that the control paints with.
+  HFONT font() const;
 
  protected:
   LRESULT send(UINT message, WPARAM wparam = 0, LPARAM lparam = 0) const {
@@ -109,8 +111,16 @@ class TextBox : public Control {
   void scroll_lines(int lines) const { send(EM_LINESCROLL, 0, lines); }
   /// In pixels, measured with the box's font.
   int line_height() const;
-  /// Pixels of height that the text may use.
+  /// The part of the box that the text may use, and its height in pixels.
+  RECT text_area() const;
   int text_height() const;
+  /// The upper left corner of a unit; nothing behind the last one.
+  std::optional<POINT> character_place(int position) const;
+  /// The units of a line without its line break, and how many they are.
+  std::wstring line_units(int line) const;
+  int line_length(int line) const {
+    return static_cast<int>(send(EM_LINELENGTH, static_cast<WPARAM>(line_index(line))));
+  }
   /// Where the selection begins, on the screen; the box's corner when that is not on view.
   POINT caret_point() const;
   int selection_start() const;

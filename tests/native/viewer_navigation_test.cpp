@@ -144,10 +144,42 @@ void expect_agreement(const Viewing& real, const LiteralViewer& literal) {
   ASSERT_EQ(real.face.redraw_held, 0);
 }
 
+/// The marks of a view are the hits that Find Next meets there.
+void expect_marks(Viewing& real, int from, int to, int& marked) {
+  const int length = real.shown().length();
+  std::string expected(static_cast<std::size_t>(length), ' ');
+  std::string marks = expected;
+  const auto put = [](std::string& into, int start, int end) {
+    for (; start < std::min(end, static_cast<int>(into.size())); ++start)
+      into[static_cast<std::size_t>(start)] = '#';
+  };
+  for (std::int64_t at = std::max(from - 700, 1); at <= to;) {
+    const Hit hit = find_in_chunk(real.viewer, real.shown(), *real.finder, at, true);
+    if (hit.position == 0) break;
+    const auto start = static_cast<int>(hit.position - 1);
+    put(expected, start, real.shown().behind_characters(start, hit.length));
+    at = hit.position + 1;
+  }
+  int last_end = -1;
+  HitMarks all;
+  real.files.on_open = [] { ADD_FAILURE() << "reads while the box paints"; };
+  const auto stretches = all.between(real.viewer, *real.finder, from, to);
+  real.files.on_open = {};
+  for (const auto& [start, count] : stretches) {
+    ASSERT_GT(start, last_end);
+    put(marks, start, last_end = start + count);
+    ++marked;
+  }
+  const auto in_view = [&](const std::string& text) {
+    return text.substr(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from));
+  };
+  ASSERT_EQ(in_view(marks), in_view(expected));
+}
+
 TEST(HitNavigation, AgreesWithTheLiteralViewer) {
   std::mt19937 random(test_seed());
   Draw draw(random);
-  int found = 0, wrapped = 0, missed = 0;
+  int found = 0, wrapped = 0, missed = 0, marked = 0;
   for (int round = 0; round < 120; ++round) {
     draw.encoding = static_cast<TextEncoding>(std::max(round % 6 - 2, 0));
     const bool unicode = draw.encoding != TextEncoding::code_page;
@@ -184,12 +216,16 @@ TEST(HitNavigation, AgreesWithTheLiteralViewer) {
           << "round " << round << " step " << step << " criteria " << input.criteria << " kind "
           << kind;
       found += real.face.selected.length > 0;
+      if (!draw.one_in(4)) continue;
+      const int from = std::max(real.face.selected.start - static_cast<int>(draw.pick(500)), 0);
+      const int to = std::min(from + static_cast<int>(draw.pick(900)), real.shown().length());
+      ASSERT_NO_FATAL_FAILURE(expect_marks(real, from, to, marked)) << input.criteria;
     }
     wrapped += literal.beeps;
     missed += literal.misses;
     EXPECT_EQ(real.files.opened, real.files.closed);
   }
-  EXPECT_TRUE(found > 50 && wrapped > 5 && missed > 5);
+  EXPECT_TRUE(found > 50 && wrapped > 5 && missed > 5 && marked > 200);
 }
 
 TEST(HitNavigation, NearWindowsReachOverSeams) {

@@ -11,7 +11,9 @@
 #include "results/result_list.h"
 #include "tests/support/fake_viewer.h"
 #include "tests/support/memory_files.h"
+#include "viewer/chunk_hits.h"
 #include "viewer/file_viewer.h"
+#include "viewer/hit_marks.h"
 #include "viewer/hit_navigation.h"
 
 namespace tallowmere {
@@ -57,9 +59,8 @@ struct Viewing {
     results.add_file_row("/", "other", {});
     results.add_file_row("/", name, file.facts);
     load_search_criteria(search, input);
-    finder.emplace(search, page, [this](std::int64_t position, std::int64_t length) {
-      return viewer.read_window(position, length);
-    });
+    finder.emplace(search, page);
+    viewer.read_beside(bytes_beside(*finder));
     EXPECT_TRUE(viewer.viewfile(1));
   }
 

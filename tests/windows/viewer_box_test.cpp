@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/windows/picture.h"
 #include "win32/fonts.h"
 #include "win32/text.h"
 
@@ -184,6 +185,52 @@ TEST_F(ViewerBoxTest, WheelScrollsByTheUsersLinesAndZoomsWithCtrl) {
   turn(-2 * WHEEL_DELTA, MK_CONTROL);
   turn(WHEEL_DELTA, 0);
   EXPECT_EQ(std::pair(scrolled, zoomed), std::pair(0, -2));
+}
+
+TEST_F(ViewerBoxTest, MarksStandExactlyOnTheTextAndTheSelectionOnThem) {
+  ShowWindow(parent, SW_SHOWNA);
+  box.set_text("\ta needle\there\r\n" + std::string(100, 'w') + "needle\r\n" + lines(100));
+  box.enable(true);
+  std::vector<TextSelection> marked;
+  box.marks = [&](int, int) { return marked; };
+  const auto picture = [&] {
+    box.repaint_marks();
+    return picture_of(edit);
+  };
+  const auto plain = picture();
+  // Over a tab, over the end of a line that wraps, in a line further down.
+  marked = {{3, 7}, {box.line_index(2) - 5, 9}, {box.line_index(5), 4}};
+  RECT client;
+  GetClientRect(edit, &client);
+  const LONG cell =
+      (box.character_place(1)->x - box.character_place(0)->x) / 8;  // of a tab's eight
+  std::vector<bool> expected(plain.size());
+  for (const auto& [start, length] : marked) {
+    for (int unit = start; unit < start + length; ++unit) {
+      const POINT place = *box.character_place(unit);
+      const LONG right = unit == 9 ? box.character_place(10)->x : place.x + cell;
+      for (LONG y = place.y; y < place.y + box.line_height(); ++y) {
+        std::fill_n(expected.begin() + y * client.right + place.x, right - place.x, true);
+      }
+    }
+  }
+  const auto now = picture();
+  int outside = 0, not_tinted = 0;
+  for (std::size_t i = 0; i < plain.size(); ++i) {
+    outside += now[i] != plain[i] && !expected[i];
+    not_tinted += now[i] == plain[i] && expected[i] &&
+                  plain[i] == plain[static_cast<std::size_t>(client.right) * 100];
+  }
+  EXPECT_EQ(std::pair(outside, not_tinted), std::pair(0, 0));
+  // Whatever changes, nothing of the old picture stays.
+  for (const auto& change : std::vector<std::function<void()>>{
+           [&] { box.select(5, 3); }, [&] { box.select(4, 6); },
+           [&] { box.set_first_visible_line(1); }, [&] { type(VK_DOWN); },
+           [&] { box.select(box.line_index(5) + 1, 0); }}) {
+    change();
+    const auto partly = picture_of(edit);
+    EXPECT_TRUE(partly == picture());
+  }
 }
 
 }  // namespace
