@@ -186,7 +186,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   bool busy() const { return searching() || viewer_.finding(); }
   bool can_use(int command) const;
   void refresh_commands();
-  OnView on_view() const { return {viewer_.encoding()}; }
+  OnView on_view() const { return {viewer_.encoding(), viewer_.hit_text()}; }
   void show_note();
   /// Notes something in `pending_` and serves it as soon as it can be.
   void request(bool Pending::*what);

@@ -11,9 +11,13 @@
 namespace tallowmere {
 
 ViewerPane::Window Form1::viewer_window() {
-  return {handle(), [this] { refresh_commands(); },
-          [this](const FileRecord* record) { show_file(record); }, [this] { row_corrected(); },
-          [this](std::size_t row) { select_row(static_cast<int>(row)); }};
+  return {handle(),
+          [this] { refresh_commands(); },
+          [this](const FileRecord* record) { show_file(record); },
+          [this] { row_corrected(); },
+          [this](std::size_t row) { select_row(static_cast<int>(row)); },
+          [this] { return searching(); },
+          [this] { show_note(); }};
 }
 
 void Form1::wire_viewer() {

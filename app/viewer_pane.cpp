@@ -40,7 +40,10 @@ ViewerPane::ViewerPane(ViewerBox& box, ResultList& results, const FileSystem& fi
       viewer_(results, files_, box, *this),
       navigation_(viewer_, box, *this),
       scroll_(viewer_, box),
-      finder_(make_finder()) {
+      finder_(make_finder()),
+      idle_(box.handle(), viewer_, files_, page,
+            {[this] { return step_ == Step::none && !window_.searching(); },
+             [this] { hits_counted(); }}) {
   wire();
 }
 
@@ -102,6 +105,8 @@ HitFinder ViewerPane::make_finder() {
 }
 
 void ViewerPane::criteria_loaded() {
+  idle_.forget();
+  hit_.forget();
   finder_.emplace(make_finder());
   marks_.forget();
   box_.repaint_marks();
@@ -163,16 +168,40 @@ void ViewerPane::find(bool forward) {
 void ViewerPane::find_hit(bool forward) {
   step_ = Step::finding;
   const win32::Hourglass hourglass;
-  if (forward) {
-    navigation_.find_next(*finder_);
+  const bool from_last = hit_.at(selected_place());
+  const FindResult result =
+      forward ? navigation_.find_next(*finder_) : navigation_.find_prev(*finder_);
+  if (result != FindResult::found) return;
+  hit_.met(selected_place(), navigation_.last_step(), from_last, idle_.counter());
+}
+
+HitOrdinal::Place ViewerPane::selected_place() const {
+  if (!viewer_.shows_chunk()) return {};
+  const auto [start, length] = face_.selection();
+  const Chunk& chunk = viewer_.shown_chunk();
+  return {chunk.file_position(start), chunk.file_position(start + length)};
+}
+
+/// What is said of a hit holds while it is the selection; only then it is of use to count.
+void ViewerPane::follow_hit() {
+  hit_.selection_moved(selected_place());
+  if (hit_.met()) {
+    idle_.go_on(*finder_);
   } else {
-    navigation_.find_prev(*finder_);
+    idle_.pause();
   }
+}
+
+void ViewerPane::hits_counted() {
+  const std::string before = hit_.text();
+  hit_.counted(*idle_.counter());
+  if (hit_.text() != before) window_.note_changed();
 }
 
 /// A hit is selected by the program, not by the user.
 void ViewerPane::forget_selection() {
   text_selected_ = false;
+  follow_hit();
   window_.state_changed();
 }
 
@@ -221,6 +250,7 @@ void ViewerPane::deselect() {
 void ViewerPane::check_selection() {
   if (step_ != Step::none) return;
   text_selected_ = !selected_text().empty() && !selection_repeats_criteria();
+  follow_hit();
   window_.state_changed();
 }
 
@@ -260,10 +290,14 @@ void ViewerPane::beep() {
 }
 
 void ViewerPane::file_opened(std::size_t row) {
+  idle_.forget();
+  hit_.forget();
   window_.file_shown(&results_.record(row));
 }
 
 void ViewerPane::viewer_cleared() {
+  idle_.forget();
+  hit_.forget();
   text_selected_ = false;
   window_.file_shown(nullptr);
 }

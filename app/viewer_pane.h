@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "app/idle_counter.h"
 #include "app/tick_gate.h"
 #include "app/viewer_box.h"
 #include "engine/code_page.h"
@@ -17,6 +18,7 @@
 #include "viewer/hit_finder.h"
 #include "viewer/hit_marks.h"
 #include "viewer/hit_navigation.h"
+#include "viewer/hit_ordinal.h"
 #include "viewer/hyper_find.h"
 #include "viewer/view_scroll.h"
 #include "viewer/waiting_files.h"
@@ -37,6 +39,8 @@ class ViewerPane : private ViewerHost {
     std::function<void(const FileRecord*)> file_shown;  ///< null: none any more
     std::function<void()> row_corrected;  ///< the facts of the viewed one changed on disk
     std::function<void(std::size_t)> select_row;
+    std::function<bool()> searching;     ///< a run is under way
+    std::function<void()> note_changed;  ///< hit_text() is another
   };
 
   /// All of them outlive the pane; `files` lives until the program ends, since a call that hangs
@@ -50,6 +54,9 @@ class ViewerPane : private ViewerHost {
   /// A step is under way that serves events and can be stopped.
   bool finding() const { return step_ == Step::finding; }
   bool text_selected() const { return text_selected_; }
+  /// Which hit Find Next has met, while it is still selected: "hit 3 of 17"; empty while that is
+  /// not known.
+  std::string hit_text() const { return hit_.text(); }
 
   /// The criteria have been loaded anew; hits are those of these from now on.
   void criteria_loaded();
@@ -95,6 +102,9 @@ class ViewerPane : private ViewerHost {
   void continue_from_view(bool forward);
   void forget_selection();
   bool selection_repeats_criteria() const;
+  HitOrdinal::Place selected_place() const;
+  void follow_hit();
+  void hits_counted();
 
   bool keep_waiting();
   bool go_on() override;
@@ -117,6 +127,9 @@ class ViewerPane : private ViewerHost {
   ViewScroll scroll_;
   HitMarks marks_;
   std::optional<HitFinder> finder_;  ///< always there; made anew with the criteria
+
+  HitOrdinal hit_;
+  IdleCounter idle_;  ///< behind what it works with
 
   bool text_selected_ = false;
   Step step_ = Step::none;  ///< the one under way

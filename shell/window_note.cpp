@@ -123,8 +123,9 @@ void WindowNote::run_ended(const RunOutcome& run) {
 Note WindowNote::current(const OnView& view) const {
   Note note;
   if (!folder_.empty()) note.parts.push_back({"Folder to search: " + folder_});
-  const std::string_view encoding = encoding_name(view.encoding);
-  if (!encoding.empty()) note.parts.push_back({std::string(encoding)});
+  std::string on_view(encoding_name(view.encoding));
+  join(on_view, ", ", view.hit);
+  if (!on_view.empty()) note.parts.push_back({on_view});
   note.parts.insert(note.parts.end(), run_.begin(), run_.end());
   return note;
 }

@@ -48,6 +48,7 @@ std::string note_texts(const Note& note);
 struct OnView {
   /// The code page's, of which there is nothing to say, where there is no file.
   TextEncoding encoding = TextEncoding::code_page;
+  std::string hit = {};  ///< which one has been met; empty when that is not known
 };
 
 /// What a run leaves to say when it has ended.

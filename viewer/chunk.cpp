@@ -56,6 +56,12 @@ int Chunk::character_at(std::int64_t file_position) const {
                           origin.begin());
 }
 
+std::int64_t Chunk::character_on_show(std::int64_t position) const {
+  const int character = character_at(chunk_start + position - 1);
+  const bool second = is_second_of_pair(units, static_cast<std::size_t>(character));
+  return character + (second ? 2 : 1);
+}
+
 // The first move adds the old start itself, not the old start less one: going back from a place
 // near the beginning of a file, one more character is looked at.
 std::int64_t place_chunk(Chunk& chunk, std::int64_t file_length, std::int64_t& position) {

@@ -49,6 +49,8 @@ struct Chunk {
   /// The character for a file position, fitted into the chunk; of a byte that does not show that of
   /// the next one that does.
   int character_at(std::int64_t file_position) const;
+  /// Where what stood at a position of the chunk as read stands on show; both count from 1.
+  std::int64_t character_on_show(std::int64_t position) const;
 };
 
 /// Bytes of a file.

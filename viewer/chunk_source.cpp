@@ -61,14 +61,15 @@ std::string HeldSource::read_window(std::int64_t position, std::int64_t length) 
                        static_cast<std::size_t>(length));
 }
 
-Chunk HeldSource::read_chunk(std::int64_t start) {
+Chunk HeldSource::read_chunk(std::int64_t start, std::int64_t& position) {
   Chunk chunk;
   chunk.chunk_start = start;
   chunk.encoding = encoding_;
-  std::int64_t position = 1;
   const std::int64_t length = place_chunk(chunk, file_length_, position);
+  const std::int64_t asked = chunk.chunk_start;
   const FilePiece piece = piece_for(chunk, length);
   fill_chunk(chunk, read_window(piece.position, piece.length), piece, length);
+  position += asked - chunk.chunk_start;
   return chunk;
 }
 

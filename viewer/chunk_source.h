@@ -58,8 +58,8 @@ class HeldSource : public ChunkSource {
   TextEncoding encoding() const override { return encoding_; }
   std::int64_t file_length() const override { return file_length_; }
   std::string read_window(std::int64_t position, std::int64_t length) override;
-  /// The chunk asked for at `start`, as read.
-  Chunk read_chunk(std::int64_t start);
+  /// The chunk asked for at `start`, as read; `position`, 1-based in it, moves along.
+  Chunk read_chunk(std::int64_t start, std::int64_t& position);
 
  private:
   TextEncoding encoding_;

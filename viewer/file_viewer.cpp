@@ -26,6 +26,10 @@ const FileRecord& FileViewer::record() const {
   return results_.record(static_cast<std::size_t>(results_.viewed_index));
 }
 
+std::string FileViewer::viewed_extension() const {
+  return std::string(results_.list2_extension(static_cast<std::size_t>(results_.viewed_index)));
+}
+
 bool FileViewer::viewfile(std::size_t row) {
   reader_.close();
   results_.viewed_index = static_cast<std::ptrdiff_t>(row);
@@ -150,8 +154,7 @@ void FileViewer::read_beside_chunk() {
 }
 
 void FileViewer::fill_textbox(std::int64_t& position) {
-  const auto row = static_cast<std::size_t>(results_.viewed_index);
-  shown_ = filter_chunk(loaded_, results_.list2_extension(row), page_);
+  shown_ = filter_chunk(loaded_, viewed_extension(), page_);
   ++shown_version_;
   shown_source_ = HeldSource(encoding_, file_length_);
   if (around_.empty()) {
@@ -159,9 +162,8 @@ void FileViewer::fill_textbox(std::int64_t& position) {
   } else {
     shown_source_.hold(around_start_, around_);
   }
-  position = shown_.character_at(shown_.chunk_start + position - 1) + 1;
+  position = shown_.character_on_show(position);
   if (shown_.is_unicode()) {
-    if (is_second_of_pair(shown_.units, static_cast<std::size_t>(position - 1))) ++position;
     face_.set_text(std::u16string_view(shown_.units));
   } else {
     face_.set_text(std::string_view(shown_.chunk_text));

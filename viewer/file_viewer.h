@@ -44,6 +44,10 @@ class FileViewer : public ChunkSource {
   /// After a step that has been given up: what shows stays, a file that does not show yet goes.
   void step_given_up();
   bool loaded() const { return loaded_.file_location != 0; }
+  // Of the file loaded:
+  const FileRecord& record() const;
+  const FileFacts& facts() const { return facts_; }  ///< when it was opened for viewing
+  std::string viewed_extension() const;
   /// True while a chunk of the file loaded shows.
   bool shows_chunk() const { return shown_.file_location != 0; }
   /// True while none does: the next step of the navigation must first load one.
@@ -105,7 +109,6 @@ class FileViewer : public ChunkSource {
  private:
   enum class Change { none, facts, vanished };
 
-  const FileRecord& record() const;
   Change changed_on_disk() const;
   void fail_to_view(const std::string& prompt, std::string_view title);
   TextEncoding decide_encoding();

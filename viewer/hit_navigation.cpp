@@ -45,6 +45,7 @@ class HitNavigation::Walk {
   }
 
   Hit hit() const { return hit_; }
+  StepMade step_made() const { return {forward_, wrapped_, fresh_}; }
   bool wrapped() const { return wrapped_; }
   /// The text box shows the chunk that the hit is in.
   bool in_shown_chunk() const { return in_shown_chunk_; }
@@ -158,6 +159,7 @@ FindResult HitNavigation::find(const HitFinder& finder, bool forward) {
 }
 
 FindResult HitNavigation::show_hit(const Walk& walk) {
+  last_step_ = walk.step_made();
   std::int64_t position = walk.hit().position;
   face_.set_redraw(false);
   if (!walk.in_shown_chunk()) viewer_.fill_textbox(position);

@@ -33,6 +33,14 @@ class HitNavigation {
   /// Scrolls so that the caret's line stands in the middle.
   void center_highlight();
 
+  /// How the last step that found a hit came there.
+  struct StepMade {
+    bool forward = true;
+    bool wrapped = false;  ///< round an end of the file
+    bool fresh = false;    ///< it began with the file, which had just been opened
+  };
+  const StepMade& last_step() const { return last_step_; }
+
  private:
   class Walk;
   FindResult find(const HitFinder& finder, bool forward);
@@ -43,6 +51,7 @@ class HitNavigation {
   FileViewer& viewer_;
   TextFace& face_;
   ViewerHost& host_;
+  StepMade last_step_;
 };
 
 }  // namespace tallowmere

@@ -89,6 +89,13 @@ class WaitingFiles::Caller {
     kept_ = std::move(thread);
   }
 
+  /// Begins a call that nobody waits for; null where no thread can be started.
+  std::unique_ptr<CallThread> start(const std::shared_ptr<Call>& call) { return begin(call); }
+  /// Takes back a thread that has made its call.
+  void keep(std::unique_ptr<CallThread> thread) {
+    if (!kept_) kept_ = std::move(thread);
+  }
+
   /// For a last call: what is slow about it is left to the thread, without events.
   void finish(const std::shared_ptr<Call>& call) {
     std::unique_ptr<CallThread> thread = begin(call);
@@ -113,6 +120,63 @@ class WaitingFiles::Caller {
   const std::function<bool()> keep_waiting_;
   std::unique_ptr<CallThread> kept_;  ///< null during a call, also for what events do meanwhile
 };
+
+/// Everything from the file's facts to closing it.
+class WaitingFiles::PieceCall : public Call {
+ public:
+  PieceCall(const FileSystem& files, const std::string& folder, std::string_view name,
+            std::int64_t position, std::int64_t length)
+      : files_(files),
+        folder_(folder),
+        name_(name),
+        position_(position),
+        bytes_(static_cast<std::size_t>(length), '\0') {}
+
+  void make() override {
+    const auto reader = files_.reader();
+    std::size_t got = 0;
+    failed_ = files_.facts(folder_, name_, facts_) || reader->open(folder_, name_) ||
+              reader->seek(position_ - 1) ||
+              reader->read(reinterpret_cast<unsigned char*>(bytes_.data()), bytes_.size(), got);
+    bytes_.resize(got);
+  }
+
+  const FileSystem& files_;
+  const std::string folder_;
+  const std::string name_;
+  const std::int64_t position_;
+  std::string bytes_;
+  FileFacts facts_;
+  bool failed_ = true;
+};
+
+WaitingFiles::PieceRead::PieceRead(Caller& caller, std::shared_ptr<PieceCall> call)
+    : caller_(caller), call_(std::move(call)), thread_(caller_.start(call_)) {}
+
+WaitingFiles::PieceRead::~PieceRead() = default;
+
+bool WaitingFiles::PieceRead::done() {
+  if (!thread_) return true;
+  try {
+    if (!thread_->made_within(Milliseconds(0))) return false;
+  } catch (const std::exception&) {
+    call_->failed_ = true;
+  }
+  caller_.keep(std::move(thread_));
+  return true;
+}
+
+bool WaitingFiles::PieceRead::failed() const {
+  return call_->failed_;
+}
+
+const FileFacts& WaitingFiles::PieceRead::facts() const {
+  return call_->facts_;
+}
+
+std::string WaitingFiles::PieceRead::take_bytes() {
+  return std::move(call_->bytes_);
+}
 
 class WaitingFiles::Reader : public FileReader {
  public:
@@ -177,6 +241,14 @@ std::optional<SystemError> WaitingFiles::facts(const std::string& folder, std::s
   caller_->make(call);
   facts = call->facts;
   return call->error;
+}
+
+std::unique_ptr<WaitingFiles::PieceRead> WaitingFiles::begin_read(const std::string& folder,
+                                                                  std::string_view name,
+                                                                  std::int64_t position,
+                                                                  std::int64_t length) const {
+  auto call = std::make_shared<PieceCall>(files_, folder, name, position, length);
+  return std::unique_ptr<PieceRead>(new PieceRead(*caller_, std::move(call)));
 }
 
 std::unique_ptr<FileReader> WaitingFiles::reader() const {

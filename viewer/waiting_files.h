@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -40,8 +41,40 @@ class WaitingFiles : public FileSystem {
 
  private:
   class Caller;
+  class PieceCall;
   class Reader;
 
+ public:
+  /// A piece of a file that another thread reads while this one goes on. Destroyed before the end,
+  /// it is given up.
+  class PieceRead {
+   public:
+    ~PieceRead();
+    PieceRead(const PieceRead&) = delete;
+    PieceRead& operator=(const PieceRead&) = delete;
+
+    /// Never waits.
+    bool done();
+    // When done:
+    bool failed() const;
+    const FileFacts& facts() const;  ///< when the piece was read
+    std::string take_bytes();        ///< fewer than wanted at the file's end
+
+   private:
+    friend class WaitingFiles;
+    PieceRead(Caller& caller, std::shared_ptr<PieceCall> call);
+
+    Caller& caller_;
+    const std::shared_ptr<PieceCall> call_;
+    std::unique_ptr<CallThread> thread_;  ///< null when done
+  };
+
+  /// Begins to read `length` bytes from the 1-based `position`. Calls of the others need not wait
+  /// for it. This object outlives what is returned.
+  std::unique_ptr<PieceRead> begin_read(const std::string& folder, std::string_view name,
+                                        std::int64_t position, std::int64_t length) const;
+
+ private:
   const FileSystem& files_;
   const std::unique_ptr<Caller> caller_;
 };

@@ -150,8 +150,8 @@ std::string line(const Note& note, std::size_t texts) {
   return std::regex_replace(note_markup(note, texts), link, "[$1]");
 }
 
-std::string shown(const WindowNote& notes, TextEncoding on_view = TextEncoding::code_page) {
-  const Note note = notes.current({on_view});
+std::string shown(const WindowNote& notes, const OnView& on_view = {}) {
+  const Note note = notes.current(on_view);
   return line(note, note.text_count());
 }
 
@@ -170,11 +170,12 @@ TEST(WindowNote, TheFileOnViewComesBeforeWhatTheRunHasLeft) {
   EXPECT_EQ(after({.code_page_lacks = true}),
             "The code page lacks a character of the criteria. [Read Unicode text]");
 
-  EXPECT_EQ(shown(notes, TextEncoding::utf8), "UTF-8; " + shown(notes));
+  EXPECT_EQ(shown(notes, {TextEncoding::utf8, "hit 3"}), "UTF-8, hit 3; " + shown(notes));
   notes.clear_run();
   EXPECT_EQ(shown(notes), "");
-  EXPECT_EQ(shown(notes, TextEncoding::utf16_le) + shown(notes, TextEncoding::utf16_be),
+  EXPECT_EQ(shown(notes, {TextEncoding::utf16_le}) + shown(notes, {TextEncoding::utf16_be}),
             "UTF-16UTF-16");
+  EXPECT_EQ(shown(notes, {.hit = "hit 3"}), "hit 3");
 }
 
 TEST(WindowNote, ARunThatListsNothingSaysWhatLeftTheFilesOut) {

@@ -1,12 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 #include <random>
+#include <set>
 #include <tuple>
 
 #include "tests/native/literal_viewer.h"
 #include "tests/native/viewing.h"
 #include "tests/support/seed.h"
+#include "viewer/hit_counter.h"
+#include "viewer/hit_ordinal.h"
 
 namespace tallowmere {
 namespace {
@@ -226,6 +230,65 @@ TEST(HitNavigation, AgreesWithTheLiteralViewer) {
     EXPECT_EQ(real.files.opened, real.files.closed);
   }
   EXPECT_TRUE(found > 50 && wrapped > 5 && missed > 5 && marked > 200);
+}
+
+/// The places that Find Next goes through in a file just opened, until it goes round.
+std::vector<std::int64_t> walk_through(Viewing& real, const std::function<void()>& after_step) {
+  std::set<std::int64_t> places;
+  while (real.find() == FindResult::found && real.host.beeps == 0) {
+    places.insert(real.hit_at());
+    after_step();
+  }
+  return {places.begin(), places.end()};
+}
+
+TEST(HitCounter, CountsWhereFindNextStops) {
+  std::mt19937 random(test_seed());
+  Draw draw(random);
+  int hits = 0;
+  for (int round = 0; round < 60; ++round) {
+    draw.encoding = static_cast<TextEncoding>(std::max(round % 6 - 2, 0));
+    const bool unicode = draw.encoding != TextEncoding::code_page;
+    CriteriaInput input = draw.criteria();
+    if (unicode) input.criteria = encoded(input.criteria, TextEncoding::utf8);
+    const std::string marks[] = {"", "\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"};
+    const std::string text =
+        marks[static_cast<int>(draw.encoding)] + encoded(draw.file(), draw.encoding);
+    Viewing real(text, input, "f.wri", unicode);
+    if (!HitCounter::can_count(*real.finder, std::ssize(text))) continue;
+    HitCounter counter(*real.finder, real.page, draw.encoding, std::ssize(text), "wri");
+    HitOrdinal met;
+    std::int64_t stop = 0, last = 0;
+    const auto go_on = [&] {
+      const FilePiece piece = counter.wanted();
+      counter.hold(piece, text.substr(static_cast<std::size_t>(piece.position - 1),
+                                      static_cast<std::size_t>(piece.length)));
+    };
+    const auto places = walk_through(real, [&] {
+      const HitOrdinal::Place place{real.hit_at(), real.hit_at() + 1};
+      met.met(place, real.navigation.last_step(), true, nullptr);
+      stop += place.start != std::exchange(last, place.start);
+      ASSERT_EQ(met.text(), "hit " + std::to_string(stop)) << input.criteria;
+    });
+    while (!counter.complete()) {
+      if (counter.wanted().length > 0) go_on();
+      counter.step();
+      const std::size_t i = draw.pick(places.size());
+      const std::int64_t known = places.empty() ? 0 : counter.ordinal(places[i]);
+      ASSERT_TRUE(known == 0 || known == static_cast<std::int64_t>(i) + 1);
+    }
+    ASSERT_EQ(counter.total(), std::ssize(places)) << round << ": " << input.criteria;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+      ASSERT_EQ(counter.ordinal(places[i]), static_cast<std::int64_t>(i) + 1);
+    }
+    met.counted(counter);
+    const std::string of = " of " + std::to_string(places.size());
+    if (!places.empty()) {
+      EXPECT_EQ(met.text(), "hit " + std::to_string(places.size()) + of);
+    }
+    hits += static_cast<int>(places.size());
+  }
+  EXPECT_GT(hits, 50);
 }
 
 TEST(HitNavigation, NearWindowsReachOverSeams) {

@@ -55,6 +55,40 @@ TEST(WaitingFiles, WhatHangsIsGivenUpAndTouchesNothingThatIsGone) {
   }
 }
 
+TEST(WaitingFiles, APieceIsReadWhileNobodyWaits) {
+  HangingFiles disk;
+  disk.add("/a", "0123456789", 7);
+  auto files = std::make_unique<WaitingFiles>(disk, [] { return true; });
+  const auto finished = [](WaitingFiles::PieceRead& read) {
+    while (!read.done()) std::this_thread::yield();
+    return !read.failed();
+  };
+  for (const Call call : {Call::none, Call::facts, Call::open, Call::read}) {
+    disk.hang_next(call);
+    auto read = files->begin_read("/", "a", 3, 4);
+    if (call == Call::none) {
+      ASSERT_TRUE(finished(*read));
+      EXPECT_EQ(read->take_bytes(), "2345");
+      EXPECT_EQ(read->facts().modified, 7);
+      continue;
+    }
+    disk.wait_for_hang();
+    EXPECT_FALSE(read->done());
+    FileFacts facts;
+    EXPECT_FALSE(files->facts("/", "a", facts)) << "another thread goes on";
+    read.reset();
+    disk.release();
+  }
+  EXPECT_EQ(disk.cancelled(), 3);
+  const auto behind = files->begin_read("/", "a", 8, 9);
+  EXPECT_TRUE(finished(*behind));
+  EXPECT_EQ(behind->take_bytes(), "789");
+  EXPECT_FALSE(finished(*files->begin_read("/", "b", 1, 1)));
+  files.reset();
+  disk.wait_for_threads(0);
+  EXPECT_EQ(disk.opened, disk.closed);
+}
+
 TEST(WaitingFiles, AThreadBringsTheBytesAndWhatGoesWrong) {
   HangingFiles disk;
   std::set<std::thread::id> threads{std::this_thread::get_id()};

@@ -64,6 +64,36 @@ TEST_F(Form1ViewerTest, ASelectedRowShowsItsFirstHitInTheMiddle) {
   EXPECT_EQ(form->ListView2.selected(), 1);
 }
 
+TEST_F(Form1ViewerTest, TheNoteSaysWhichHitHasBeenMet) {
+  list("needle one, needle two, dog, needle", lines(90000) + "needle dog");
+  const auto wait_for = [&](const std::string& note) {
+    while (form->lblNote.text() != note) win32::pump_pending();
+  };
+  const auto user_selects = [&](int start, int length) {
+    form->Text1.select(start, length);
+    SendMessageW(form->Text1.handle(), WM_KEYUP, VK_RIGHT, 0);
+  };
+  click_row(0);
+  wait_for("hit 1 of 3");
+  std::string notes;
+  for (const int id : {ID_MNUFINDNEXT, ID_MNUFINDNEXT, ID_MNUFINDNEXT, ID_MNUFINDPREV}) {
+    choose(id);
+    notes += form->lblNote.text() + ", ";
+  }
+  EXPECT_EQ(notes, "hit 2 of 3, hit 3 of 3, hit 1 of 3, hit 3 of 3, ");
+  user_selects(24, 3);
+  EXPECT_EQ(form->lblNote.text(), "");
+  choose(ID_MNUHYPER);
+  wait_for("hit 1 of 1");
+  choose(ID_MNURESTORE);
+  wait_for("hit 1 of 3");
+  user_selects(12, 0);
+  choose(ID_MNUFINDNEXT);
+  EXPECT_EQ(form->lblNote.text(), "hit 3 of 3") << "counted already, from wherever it is met";
+  click_row(1);
+  wait_for("hit 1 of 1");
+}
+
 TEST_F(Form1ViewerTest, HyperFindInItsThreeStates) {
   list("needle dog bird dog needle bird");
   click_row(0);
