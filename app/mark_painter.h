@@ -20,6 +20,7 @@ class MarkPainter {
   /// The box's own painting, into a bitmap.
   using PaintText = std::function<void(HDC)>;
 
+  /// Asks the box many questions.
   explicit MarkPainter(const win32::TextBox& box) : box_(box) {}
 
   /// Handles WM_PAINT. The selection shows as the box paints it.

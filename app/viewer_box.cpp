@@ -156,7 +156,7 @@ LRESULT ViewerBox::refill_around(const std::function<LRESULT()>& change) {
 }
 
 TextSelection ViewerBox::selection() const {
-  return {selection_start(), selection_length()};
+  return {quick_.selection_start(), quick_.selection_length()};
 }
 
 void ViewerBox::select(int start, int length) {

@@ -41,11 +41,11 @@ class ViewerBox : public TextFace, public win32::TextBox {
   TextSelection selection() const override;
   /// A negative length puts the caret before the anchor `start`.
   void select(int start, int length) override;
-  int line_count() const override { return TextBox::line_count(); }
-  int line_from_char(int position) const override { return TextBox::line_from_char(position); }
-  int line_index(int line) const override { return TextBox::line_index(line); }
+  int line_count() const override { return quick_.line_count(); }
+  int line_from_char(int position) const override { return quick_.line_from_char(position); }
+  int line_index(int line) const override { return quick_.line_index(line); }
   int visible_lines() const override;
-  int first_visible_line() const override { return TextBox::first_visible_line(); }
+  int first_visible_line() const override { return quick_.first_visible_line(); }
   void set_first_visible_line(int line) override;
   void set_redraw(bool on) override;
   void enable(bool on) override;
@@ -87,6 +87,7 @@ class ViewerBox : public TextFace, public win32::TextBox {
   void take_whole_pairs(bool down);
   void turn_wheel(WPARAM wparam);
 
+  const TextBox quick_{for_questions()};
   const CodePage& page_;
   int redraw_held_ = 0;
   mutable int line_height_ = 0;  ///< 0: to be measured
@@ -95,7 +96,7 @@ class ViewerBox : public TextFace, public win32::TextBox {
   bool filling_ = false;
   WheelSteps lines_;
   WheelSteps zooms_;
-  const MarkPainter painter_{*this};
+  const MarkPainter painter_{quick_};
 };
 
 }  // namespace tallowmere
