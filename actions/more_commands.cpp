@@ -33,7 +33,7 @@ void MoreCommands::mnuProperties_Click(const std::string& path) {
 
 void MoreCommands::mnuSaveList_Click() {
   const auto chosen = shell_.ask_where_to_save(
-      "Files Found.txt", {{"Text (*.txt)", "txt"}, {"Comma Separated Values (*.csv)", "csv"}});
+      "Files Found.txt", {{"Text", "txt"}, {"Comma Separated Values", "csv"}});
   if (!chosen) return;
   const ListFormat format =
       list_format(chosen->path, chosen->type == 1 ? ListFormat::csv : ListFormat::text);

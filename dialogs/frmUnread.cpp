@@ -99,7 +99,9 @@ bool frmUnread::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& 
 }
 
 void frmUnread::on_dpi_changed(int before, int now) {
-  ListView1.scale_columns(before, now);
+  for (const int column : {0, 1}) {
+    ListView1.set_column_width(column, MulDiv(ListView1.column_width(column), now, before));
+  }
   place_controls();
 }
 

@@ -15,7 +15,7 @@ class SystemShell {
  public:
   /// Of files to be saved, as the user sees it.
   struct FileType {
-    std::string name;       ///< "Text (*.txt)"
+    std::string name;       ///< "Text"
     std::string extension;  ///< "txt"
   };
   struct SavedFile {

@@ -1,15 +1,10 @@
 #include "viewer/hit_line.h"
 
 #include <algorithm>
-#include <condition_variable>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
-#include <mutex>
-#include <system_error>
-#include <thread>
 #include <utility>
-#include <vector>
 
 #include "engine/text_encoding.h"
 #include "engine/unicode.h"
@@ -38,7 +33,11 @@ std::string part_of(std::string_view text, std::int64_t begin, std::int64_t coun
 }
 
 Found find_bytes(std::string_view text, const HitFinder& finder, const CodePage& page) {
-  const Hit hit = finder.get_highlight_position({text, std::ssize(text), std::ssize(text)}, 1);
+  const auto window = [text](std::int64_t position, std::int64_t length) {
+    return part_of(text, position - 1, length);
+  };
+  const Hit hit =
+      finder.get_highlight_position({text, std::ssize(text), std::ssize(text), window}, 1);
   if (hit.position == 0) return {};
   Found found;
   for (const char byte : text) {
@@ -56,8 +55,11 @@ Found find_characters(std::string_view text, TextEncoding encoding, const HitFin
   const auto around = [&bytes](std::int64_t position, std::int64_t before, std::int64_t count) {
     return part_of(bytes, position - 1 - before, count);
   };
-  const Hit hit =
-      finder.get_highlight_position({bytes, std::ssize(bytes), std::ssize(bytes), around}, 1);
+  const Hit hit = finder.get_highlight_position({.text = bytes,
+                                                 .file_location = std::ssize(bytes),
+                                                 .file_length = std::ssize(bytes),
+                                                 .read_around = around},
+                                                1);
   if (hit.position == 0) return {};
   UnitText units = to_units(text, 0, encoding, page);
   const auto unit_of = [&](std::int64_t character) {
@@ -106,9 +108,7 @@ std::string first_hit_line(std::string_view text, const SearchCriteria& search,
                                     ? find_text_encoding(text.substr(0, encoding_sample))
                                     : TextEncoding::code_page;
   text.remove_prefix(mark_length(encoding, text));
-  const HitFinder finder(search, page, [text](std::int64_t position, std::int64_t length) {
-    return part_of(text, position - 1, length);
-  });
+  const HitFinder finder(search, page);
   if (finder.empty()) return {};
   Found found;
   if (encoding == TextEncoding::code_page) {
@@ -119,77 +119,58 @@ std::string first_hit_line(std::string_view text, const SearchCriteria& search,
   return found.begin == found.end ? std::string() : line_around(found);
 }
 
-/// One file to read. Shared by who waits and the thread that reads.
-class HitLineReader::Job {
+/// One file to read.
+class HitLineReader::LineCall : public CallThread::Call {
  public:
-  Job(const FileSystem& files, const CodePage& page, std::string folder, std::string name,
-      const SearchCriteria& search)
+  LineCall(const FileSystem& files, const CodePage& page, std::string folder, std::string name,
+           const SearchCriteria& search)
       : files_(files),
         page_(page),
         folder_(std::move(folder)),
         name_(std::move(name)),
         search_(search) {}
 
-  /// On the thread that reads. No failure of a mere tip is told.
-  void work() {
-    std::string line;
-    try {
-      line = read_line();
-    } catch (const std::exception&) {
-      line.clear();
-    }
-    const std::lock_guard lock(mutex_);
-    line_ = std::move(line);
-    ended_ = true;
-    changed_.notify_all();
-  }
-
-  bool ended() {
-    const std::lock_guard lock(mutex_);
-    return ended_;
-  }
-  std::string wait(Milliseconds time) {
-    std::unique_lock lock(mutex_);
-    return changed_.wait_for(lock, time, [this] { return ended_; }) ? line_ : std::string();
-  }
-
- private:
-  std::string read_line() const {
+  void make() override {
     const std::unique_ptr<FileReader> file = files_.reader();
     std::string text(longest_read, '\0');
     std::size_t got = 0;
-    if (file->open(folder_, name_)) return {};
-    if (file->read(reinterpret_cast<unsigned char*>(text.data()), text.size(), got)) return {};
+    if (file->open(folder_, name_)) return;
+    if (file->read(reinterpret_cast<unsigned char*>(text.data()), text.size(), got)) return;
     file->close();
-    return first_hit_line(std::string_view(text).substr(0, got), search_, page_);
+    line = first_hit_line(std::string_view(text).substr(0, got), search_, page_);
   }
 
+  std::string line;
+
+ private:
   const FileSystem& files_;
   const CodePage& page_;
   const std::string folder_;
   const std::string name_;
   const SearchCriteria search_;
-
-  std::mutex mutex_;  ///< guards the rest
-  std::condition_variable changed_;
-  std::string line_;
-  bool ended_ = false;
 };
 
+// No failure of a mere tip is told.
 std::string HitLineReader::line_of(const std::string& folder, const std::string& name,
                                    const SearchCriteria& search) {
-  if (search.criteria.empty() || (last_ && !last_->ended())) return {};
-  const auto job = std::make_shared<Job>(files_, page_, folder, name, search);
+  if (search.criteria.empty() || !made_within(Milliseconds(0))) return {};
   try {
-    std::thread([job, &files = files_] {
-      const std::unique_ptr<PendingCalls> here = files.enter_thread();
-      job->work();
-    }).detach();
-  } catch (const std::system_error&) {
-    return {};  // the system has no thread left
+    if (!thread_) thread_ = std::make_unique<CallThread>(files_);
+    const auto call = std::make_shared<LineCall>(files_, page_, folder, name, search);
+    thread_->begin(call);
+    return made_within(patience_) ? std::move(call->line) : std::string();
+  } catch (const std::exception&) {
+    return {};
   }
-  last_ = job;
-  return job->wait(patience_);
+}
+
+/// True when no call is under way, or none any more.
+bool HitLineReader::made_within(Milliseconds time) {
+  try {
+    return !thread_ || thread_->made_within(time);
+  } catch (const std::exception&) {
+    return true;
+  }
 }
 
 }  // namespace tallowmere

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/call_thread.h"
 #include "engine/code_page.h"
 #include "engine/file_system.h"
 #include "engine/search_criteria.h"
@@ -16,8 +17,8 @@ namespace tallowmere {
 std::string first_hit_line(std::string_view text, const SearchCriteria& search,
                            const CodePage& page);
 
-/// Reads such lines for a thread that cannot wait long for a disk. Each file is read on a thread of
-/// its own, its first megabyte; while one of them hangs, no other is begun.
+/// Reads such lines for a thread that cannot wait long for a disk. Of each file another
+/// thread reads the first megabyte; while one hangs, no other is begun.
 class HitLineReader {
  public:
   using Milliseconds = std::chrono::milliseconds;
@@ -31,12 +32,14 @@ class HitLineReader {
                       const SearchCriteria& search);
 
  private:
-  class Job;
+  class LineCall;
+
+  bool made_within(Milliseconds time);
 
   const FileSystem& files_;
   const CodePage& page_;
   const Milliseconds patience_;
-  std::shared_ptr<Job> last_;
+  std::unique_ptr<CallThread> thread_;  ///< null before the first call
 };
 
 }  // namespace tallowmere

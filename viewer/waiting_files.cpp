@@ -9,8 +9,6 @@
 #include <utility>
 #include <vector>
 
-#include "engine/call_thread.h"
-
 namespace tallowmere {
 
 namespace {

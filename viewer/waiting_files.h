@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/call_thread.h"
 #include "engine/file_system.h"
 
 namespace tallowmere {

@@ -2,11 +2,10 @@
 
 #include <windows.h>
 
-#include <algorithm>
-
 #include "win32/handle.h"
 #include "win32/system_error.h"
 #include "win32/text.h"
+#include "win32/text_file.h"
 
 namespace tallowmere::win32 {
 
@@ -24,14 +23,7 @@ std::optional<SystemError> TempFile::write(std::string_view bytes) {
   const Handle file = file_handle(
       CreateFileW(path, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) return last_system_error();
-  while (!bytes.empty()) {
-    constexpr std::size_t most = 1 << 20;
-    const auto piece = static_cast<DWORD>(std::min(bytes.size(), most));
-    DWORD written = 0;
-    if (!WriteFile(file.get(), bytes.data(), piece, &written, nullptr)) return last_system_error();
-    bytes.remove_prefix(written);
-  }
-  return std::nullopt;
+  return write_bytes(file.get(), bytes);
 }
 
 }  // namespace tallowmere::win32

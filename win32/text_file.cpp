@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "win32/com_apartment.h"
 #include "win32/file_operations.h"
 #include "win32/file_redirection.h"
 #include "win32/handle.h"
@@ -29,16 +30,6 @@ std::wstring filter_of(std::span<const FileKind> kinds) {
   return wide(filter);  // its second final zero is the string's own
 }
 
-Result write_all(HANDLE file, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const auto wanted = static_cast<DWORD>(std::min(bytes.size(), most_at_once));
-    DWORD written = 0;
-    if (!WriteFile(file, bytes.data(), wanted, &written, nullptr)) return last_system_error();
-    bytes.remove_prefix(written);
-  }
-  return std::nullopt;
-}
-
 /// Makes a file of a name of its own and fills it; `path` is then that name.
 Result write_draft(const std::string& folder, std::string& path, std::string_view text) {
   const FileRedirectionOff direct;
@@ -49,8 +40,8 @@ Result write_draft(const std::string& folder, std::string& path, std::string_vie
                                    FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file && GetLastError() != ERROR_FILE_EXISTS) return last_system_error();
   }
-  Result error = write_all(file.get(), utf8_mark);
-  if (!error) error = write_all(file.get(), text);
+  Result error = write_bytes(file.get(), utf8_mark);
+  if (!error) error = write_bytes(file.get(), text);
   if (!error && !FlushFileBuffers(file.get())) error = last_system_error();
   file.reset();
   if (error) DeleteFileW(wide(long_path(path)));
@@ -59,8 +50,19 @@ Result write_draft(const std::string& folder, std::string& path, std::string_vie
 
 }  // namespace
 
+std::optional<SystemError> write_bytes(HANDLE file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const auto wanted = static_cast<DWORD>(std::min(bytes.size(), most_at_once));
+    DWORD written = 0;
+    if (!WriteFile(file, bytes.data(), wanted, &written, nullptr)) return last_system_error();
+    bytes.remove_prefix(written);
+  }
+  return std::nullopt;
+}
+
 std::optional<SavePlace> ask_save_place(HWND owner, std::string_view name,
                                         std::span<const FileKind> kinds) {
+  const ComApartment apartment;
   std::wstring path = wide(name);
   path.resize(longest_path);
   const std::wstring filter = filter_of(kinds);

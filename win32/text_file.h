@@ -29,6 +29,9 @@ struct SavePlace {
 std::optional<SavePlace> ask_save_place(HWND owner, std::string_view name,
                                         std::span<const FileKind> kinds);
 
+/// Writes all of it at the file's place.
+std::optional<SystemError> write_bytes(HANDLE file, std::string_view bytes);
+
 /// Writes a text in UTF-8 with its mark. A file of this name stays what it is until all is written.
 std::optional<SystemError> write_text_file(const std::string& path, std::string_view text);
 

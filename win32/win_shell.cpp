@@ -1,21 +1,17 @@
 #include "win32/win_shell.h"
 
-#include <commdlg.h>
 #include <shellapi.h>
 #include <shlobj.h>
-
-#include <algorithm>
 
 #include "win32/com_apartment.h"
 #include "win32/system_error.h"
 #include "win32/text.h"
+#include "win32/text_file.h"
 
 namespace tallowmere::win32 {
 namespace {
 
 using Result = WinShell::Result;
-
-constexpr std::size_t path_length = 32768;  // units: no path of the system is longer
 
 Result run(SHELLEXECUTEINFOW request) {
   request.cbSize = sizeof request;
@@ -70,26 +66,11 @@ Result WinShell::execute(std::string_view verb, const std::string& path) {
 
 std::optional<SystemShell::SavedFile> WinShell::ask_where_to_save(
     const std::string& name, const std::vector<FileType>& types) {
-  const ComApartment apartment;
-  std::wstring filter;
-  for (const FileType& type : types) {
-    filter += wide(type.name) + L'\0' + L"*." + wide(type.extension) + L'\0';
-  }
-  const std::wstring extension = wide(types.front().extension);
-  std::wstring path = wide(name);
-  path.resize(path_length);
-  OPENFILENAMEW request{};
-  request.lStructSize = sizeof request;
-  request.hwndOwner = owner_;
-  request.lpstrFilter = filter.c_str();
-  request.nFilterIndex = 1;
-  request.lpstrFile = path.data();
-  request.nMaxFile = static_cast<DWORD>(path_length);
-  request.lpstrDefExt = extension.c_str();  // of the type chosen, as soon as there is any
-  request.Flags = OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-  if (!GetSaveFileNameW(&request)) return std::nullopt;
-  const DWORD type = std::clamp<DWORD>(request.nFilterIndex, 1, static_cast<DWORD>(types.size()));
-  return SavedFile{narrow(path.c_str()), type - 1};
+  std::vector<FileKind> kinds;
+  for (const FileType& type : types) kinds.push_back({type.name, type.extension});
+  const auto place = ask_save_place(owner_, name, kinds);
+  if (!place) return std::nullopt;
+  return SavedFile{place->path, place->kind};
 }
 
 }  // namespace tallowmere::win32

@@ -48,10 +48,14 @@ class MoreCommandsTest : public testing::Test {
   win32::WinFileSystem files;
   FixedClock clock;
   bool cancelled = false;
+  RecentFolders recent_folders;
   RecordingHost host;
   NoListChanges no_changes;
   FileCommands file_commands{
-      host.window(), list, {search, files, clock, iso_date, {}, "C:\\", cancelled}, no_changes};
+      host.window(),
+      list,
+      {search, files, clock, iso_date, {}, "C:\\", cancelled, recent_folders},
+      no_changes};
   RecordingShell shell;
   MoreCommands commands{host, file_commands, shell, list, clock};
 };
