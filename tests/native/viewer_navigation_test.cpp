@@ -273,9 +273,10 @@ TEST(HitCounter, CountsWhereFindNextStops) {
     while (!counter.complete()) {
       if (counter.wanted().length > 0) go_on();
       counter.step();
-      const std::size_t i = draw.pick(places.size());
-      const std::int64_t known = places.empty() ? 0 : counter.ordinal(places[i]);
-      ASSERT_TRUE(known == 0 || known == static_cast<std::int64_t>(i) + 1);
+      for (std::size_t i = 0; i < places.size(); i += 1 + i / 8) {  // known early, known for good
+        const std::int64_t known = counter.ordinal(places[i]);
+        ASSERT_TRUE(known == 0 || known == static_cast<std::int64_t>(i) + 1);
+      }
     }
     ASSERT_EQ(counter.total(), std::ssize(places)) << round << ": " << input.criteria;
     for (std::size_t i = 0; i < places.size(); ++i) {

@@ -78,6 +78,7 @@ TEST(WaitingFiles, APieceIsReadWhileNobodyWaits) {
     EXPECT_FALSE(files->facts("/", "a", facts)) << "another thread goes on";
     read.reset();
     disk.release();
+    disk.wait_for_threads(1);  // the one kept for the next call
   }
   EXPECT_EQ(disk.cancelled(), 3);
   const auto behind = files->begin_read("/", "a", 8, 9);
