@@ -44,6 +44,7 @@ void NoteLabel::show(const Note& note, bool usable) {
   const int info_width = text_width(lblFileInfo_, lblFileInfo_.units());
   const bool same = note == note_ && info_width == info_width_;
   if (same && usable == usable_) return;
+  const std::optional<NoteLink> focused = focused_link();
   note_ = note;
   usable_ = usable;
   info_width_ = info_width;
@@ -52,6 +53,7 @@ void NoteLabel::show(const Note& note, bool usable) {
   } else {
     fit();
   }
+  if (focused) focus_link(*focused);
 }
 
 void NoteLabel::place(const TwipRect& row, int dpi) {
@@ -72,13 +74,30 @@ std::optional<NoteLink> NoteLabel::link_of(const NMHDR& notification) const {
 }
 
 bool NoteLabel::tab_leaves(bool backwards) const {
-  const int last = static_cast<int>(note_.links().size()) - 1;
+  const std::vector<NoteLink> links = note_.links();
+  return !links.empty() && focused_link() == (backwards ? links.front() : links.back());
+}
+
+std::optional<NoteLink> NoteLabel::focused_link() const {
   LITEM item{};
   item.mask = LIF_ITEMINDEX | LIF_STATE;
-  item.iLink = backwards ? 0 : last;
   item.stateMask = LIS_FOCUSED;
-  send(LM_GETITEM, 0, reinterpret_cast<LPARAM>(&item));
-  return (item.state & LIS_FOCUSED) != 0;
+  for (const NoteLink link : note_.links()) {
+    send(LM_GETITEM, 0, reinterpret_cast<LPARAM>(&item));
+    if ((item.state & LIS_FOCUSED) != 0) return link;
+    ++item.iLink;
+  }
+  return std::nullopt;
+}
+
+/// A new text leaves the focus with the first link, or with none. By keys: not every system's
+/// control takes LIS_FOCUSED.
+void NoteLabel::focus_link(NoteLink focused) const {
+  const std::vector<NoteLink> links = note_.links();
+  const auto place = std::ranges::find(links, focused);
+  if (!has_focus() || place == links.end()) return;
+  send(WM_SETFOCUS, 0, 0);
+  for (auto link = links.begin(); link != place; ++link) send(WM_KEYDOWN, VK_TAB, 1);
 }
 
 /// The file information keeps its room; where not even the links fit beside it, they are cut.

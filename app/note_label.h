@@ -39,6 +39,8 @@ class NoteLabel : public win32::Control {
   Note fitted(int room) const;
   int try_texts(const Note& note, std::size_t count);
   void enable_links() const;
+  std::optional<NoteLink> focused_link() const;
+  void focus_link(NoteLink focused) const;
 
   const win32::Label& lblFileInfo_;
   win32::ToolTip& tips_;

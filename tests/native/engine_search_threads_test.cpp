@@ -177,7 +177,7 @@ TEST_F(SearchThreadsTest, AHangDoesNotHoldUpTheHost) {
         }
         EXPECT_TRUE(run.stopped());
         EXPECT_EQ(files.hanging(), 1);
-        if (call == Call::list) EXPECT_EQ(run.current_folder(), "/");
+        EXPECT_TRUE(call != Call::list || run.current_folder() == "/");
       }
       EXPECT_GT(files.cancelled(), 0);
       // The next one starts at once, one that tests a single file too.
