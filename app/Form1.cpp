@@ -151,12 +151,7 @@ bool Form1::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& resu
       SendMessageW(Text1.handle(), message, wparam, lparam);
       return true;
     case WM_CTLCOLORSTATIC:
-      // A text box that cannot be written to is grey otherwise.
-      if (reinterpret_cast<HWND>(lparam) != Text1.handle() || !Text1.enabled()) return false;
-      SetBkColor(reinterpret_cast<HDC>(wparam), GetSysColor(COLOR_WINDOW));
-      SetTextColor(reinterpret_cast<HDC>(wparam), GetSysColor(COLOR_WINDOWTEXT));
-      result = reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
-      return true;
+      return Text1.choose_colors(reinterpret_cast<HWND>(lparam), wparam, result);
     case WM_SETCURSOR:
       result = TRUE;
       return set_pointer(lparam);

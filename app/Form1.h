@@ -21,6 +21,7 @@
 #include "app/row_tips.h"
 #include "app/search_run.h"
 #include "app/viewer_box.h"
+#include "app/viewer_font.h"
 #include "app/viewer_pane.h"
 #include "app/window_sounds.h"
 #include "dialogs/dialog_context.h"
@@ -37,7 +38,6 @@
 #include "shell/settings.h"
 #include "shell/window_note.h"
 #include "win32/controls.h"
-#include "win32/fonts.h"
 #include "win32/form.h"
 #include "win32/menu.h"
 #include "win32/tooltip.h"
@@ -114,8 +114,8 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void mnuExit_Click();
   void mnuSort_Click(int index);
   void mnuFontStyle_Click();
-  void mnuLargerFont_Click();
-  void mnuSmallerFont_Click();
+  void mnuLargerFont_Click() { viewer_font_.make_larger(); }
+  void mnuSmallerFont_Click() { viewer_font_.make_smaller(); }
   void mnuQTips_Click();
   void mnuHints_Click();
   void show_about_form();
@@ -227,7 +227,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   void select_row(int row);
   void show_hyper_captions();
   void do_hyper_search(const CriteriaInput& input);
-  void use_font_size(double points);
 
   // What acts on files and on the clipboard: Form1_actions.cpp.
   HWND window() const override { return handle(); }
@@ -257,8 +256,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
   // Layout: Form1_layout.cpp.
   void Form_Resize();
   void lay_out();
-  void apply_viewer_font();
-  void set_viewer_font();
 
   // The search run: Form1_search.cpp.
   bool choose_kind(SearchKind& kind);
@@ -274,7 +271,6 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
 
   win32::PopupMenu quick_menu_;
   win32::ToolTip tips_;
-  win32::Font viewer_font_;
   ShellState shell_;  ///< what the menus show and the settings keep
   LayoutMemory layout_memory_;
   ListEdge list_edge_{handle(), ListView2, Label1, shell_.list_share, [this] { lay_out(); }};
@@ -284,6 +280,7 @@ class Form1 : public win32::Form, private ActionHost, private FileCommandHost {
 
   SortMenu sort_menu_;
   ViewerPane viewer_;
+  ViewerFont viewer_font_{Text1, viewer_, shell_};
   SearchRun run_;
   MainKeys keys_;
   HyperFind hyper_;

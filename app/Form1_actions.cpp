@@ -137,11 +137,7 @@ void Form1::mnuAppendToClipboard_Click() {
 
 void Form1::mnuCopyFilename_Click() {
   if (ListView2.selected_count() < 2) set_list2_index();
-  std::vector<std::string> paths;
-  for (const std::size_t row : ListView2.selected_rows()) {
-    paths.push_back(results_.indexed_filename(row));
-  }
-  clipboard_.mnuCopyFilename_Click(paths);
+  clipboard_.mnuCopyFilename_Click(paths_of(results_, ListView2.selected_rows()));
 }
 
 void Form1::mnuQTips_Click() {

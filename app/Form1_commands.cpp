@@ -1,7 +1,8 @@
-#include <algorithm>
+#include <optional>
 
 #include "app/Form1.h"
 #include "app/resource.h"
+#include "app/sorting_notice.h"
 #include "dialogs/frmUnread.h"
 #include "shell/run_texts.h"
 #include "win32/hourglass.h"
@@ -66,23 +67,11 @@ void Form1::sort_rows(SortAction action) {
   if (selected >= 0) {
     selected_path = results_.indexed_filename(static_cast<std::size_t>(selected));
   }
-  const auto sort_and_fill = [&] {
+  {
+    std::optional<SortingNotice> notice;
+    if (results_.file_count() > quick_sort_rows) notice.emplace(Label1, Label2);
     apply_sort(sort_menu_, results_, action);
     ListView2.show_all();
-  };
-  if (results_.file_count() > quick_sort_rows) {
-    const win32::Hourglass hourglass;
-    const std::string first = Label1.text();
-    const std::string second = Label2.text();
-    Label1.set_text(sorting_text);
-    Label2.set_text("");
-    Label1.repaint();
-    Label2.repaint();
-    sort_and_fill();
-    Label1.set_text(first);
-    Label2.set_text(second);
-  } else {
-    sort_and_fill();
   }
   if (selected >= 0) {
     select_row(static_cast<int>(results_.find_result_index(selected_path)));

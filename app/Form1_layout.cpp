@@ -1,5 +1,3 @@
-#include <utility>
-
 #include "app/Form1.h"
 #include "app/main_layout.h"
 #include "app/window_placement.h"
@@ -24,16 +22,8 @@ void Form1::Form_Resize() {
   ListView2.fit_last_column(dpi);
 }
 
-/// A face or size that the system refuses leaves the viewer as it is.
-void Form1::apply_viewer_font() {
-  win32::Font font(shell_.font_name, shell_.font_size, win32::window_dpi(handle()));
-  if (!font) return;
-  Text1.set_font(font.handle());
-  viewer_font_ = std::move(font);
-}
-
 void Form1::on_dpi_changed(int before, int now) {
-  set_viewer_font();
+  viewer_font_.change();
   ListView2.set_column_widths(ListView2.column_widths(before), now);
   tips_.fit();
   lay_out();

@@ -26,9 +26,9 @@ void Form1::apply_settings() {
   show_sort_order();
   // A face or size that the system refuses leaves the design's.
   const ShellState stored = std::exchange(shell_, {});
-  apply_viewer_font();
+  viewer_font_.apply();
   shell_ = stored;
-  apply_viewer_font();
+  viewer_font_.apply();
   ListView2.set_column_widths(shell_.column_widths, win32::window_dpi(handle()));
   apply_placement(handle(), shell_.placement);
   Form_Resize();

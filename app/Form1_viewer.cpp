@@ -4,7 +4,6 @@
 #include "app/resource.h"
 #include "dialogs/frmFonts.h"
 #include "shell/file_info.h"
-#include "shell/font_sizes.h"
 #include "win32/text.h"
 #include "win32/user_locale.h"
 
@@ -121,25 +120,9 @@ void Form1::show_hyper_captions() {
 }
 
 void Form1::mnuFontStyle_Click() {
-  if (win32::made(frmFonts_, handle()).ask(shell_.font_name, shell_.font_size)) set_viewer_font();
-}
-
-void Form1::mnuLargerFont_Click() {
-  use_font_size(larger_size(shell_.font_size));
-}
-
-void Form1::mnuSmallerFont_Click() {
-  use_font_size(smaller_size(shell_.font_size));
-}
-
-void Form1::use_font_size(double points) {
-  if (points == shell_.font_size) return;
-  shell_.font_size = points;
-  set_viewer_font();
-}
-
-void Form1::set_viewer_font() {
-  viewer_.keep_view([this] { apply_viewer_font(); });
+  if (win32::made(frmFonts_, handle()).ask(shell_.font_name, shell_.font_size)) {
+    viewer_font_.change();
+  }
 }
 
 }  // namespace tallowmere

@@ -101,6 +101,14 @@ ViewerBox::~ViewerBox() {
   RemoveWindowSubclass(handle(), subclass_proc, subclass_id);
 }
 
+bool ViewerBox::choose_colors(HWND control, WPARAM canvas, LRESULT& brush) const {
+  if (control != handle() || !enabled()) return false;
+  SetBkColor(reinterpret_cast<HDC>(canvas), GetSysColor(COLOR_WINDOW));
+  SetTextColor(reinterpret_cast<HDC>(canvas), GetSysColor(COLOR_WINDOWTEXT));
+  brush = reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+  return true;
+}
+
 void ViewerBox::set_text(std::string_view bytes) {
   std::wstring units;
   units.reserve(bytes.size());

@@ -36,6 +36,10 @@ class ViewerBox : public TextFace, public win32::TextBox {
   ViewerBox(const ViewerBox&) = delete;
   ViewerBox& operator=(const ViewerBox&) = delete;
 
+  /// Answers WM_CTLCOLORSTATIC of a control of the form; false for another one. A text box that
+  /// cannot be written to is grey otherwise.
+  bool choose_colors(HWND control, WPARAM canvas, LRESULT& brush) const;
+
   void set_text(std::string_view bytes) override;
   void set_text(std::u16string_view units) override;
   TextSelection selection() const override;
