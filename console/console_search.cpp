@@ -212,6 +212,16 @@ void report(const FileSearch& search, const ConsoleHost& host, const Options& op
   }
 }
 
+/// What keeps a folder from being searched, and what to do if it is a file.
+std::string folder_trouble(const std::string& path, const SystemError& error,
+                           Surroundings& around) {
+  const std::size_t name = name_start(path);
+  if (around.files.reader()->open(path.substr(0, name), path.substr(name))) {
+    return "cannot search " + path + ": " + error.text;
+  }
+  return path + " is a file, not a folder; to search single files, use --list";
+}
+
 int trouble(const std::string& text, Surroundings& around) {
   around.err("tallowmere-find: " + text + "\n");
   return exit_trouble;
@@ -244,7 +254,7 @@ int search(const Options& options, Surroundings& around) {
     out_of_memory = true;  // what was found so far is listed
   }
   if (host.folder_error()) {
-    return trouble("cannot search " + criteria.path + ": " + host.folder_error()->text, around);
+    return trouble(folder_trouble(criteria.path, *host.folder_error(), around), around);
   }
   if (options.sort != SortKey::none) host.print_sorted();
   const Written written = host.finish_output();

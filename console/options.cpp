@@ -62,7 +62,7 @@ class Parser {
       if (!options_end && argument == "--") {
         options_end = true;
       } else if (!options_end && argument.size() > 1 && argument[0] == '-') {
-        take_option(argument);
+        argument[1] == '-' ? take_option(argument) : take_short_options(argument);
       } else {
         operands_.push_back(argument);
       }
@@ -109,6 +109,16 @@ class Parser {
       fail("unknown option " + name_);
     } else if (inline_value_) {
       fail(name_ + " takes no value");
+    }
+  }
+
+  /// Several letters may follow one dash.
+  void take_short_options(const std::string& argument) {
+    for (const char letter : argument.substr(1)) {
+      const auto name = one_of<std::string>(
+          {&letter, 1}, {{"h", "--help"}, {"q", "--quiet"}, {"0", "--null"}, {"V", "--version"}});
+      if (!name) return fail("unknown option -" + std::string(1, letter));
+      take_option(*name);
     }
   }
 
@@ -252,7 +262,7 @@ class Parser {
     if (operands_.size() < wanted) {
       return fail(options_.from_list ? "CRITERIA is missing" : "FOLDER and CRITERIA are needed");
     }
-    if (operands_.size() > wanted) return fail("too many arguments: " + operands_[wanted]);
+    if (operands_.size() > wanted) return fail("too many arguments; put CRITERIA in quotes");
     options_.input.criteria = operands_.back();
     if (!is_well_formed_utf8(options_.input.criteria)) return fail("CRITERIA is not valid UTF-8");
     if (!options_.from_list) options_.search.path = operands_.front();
@@ -281,58 +291,70 @@ std::variant<Options, UsageError> parse_options(const std::vector<std::string>& 
 }
 
 const char* help_text() {
-  return R"(Usage: tallowmere-find [options] FOLDER CRITERIA
-       tallowmere-find [options] --list FILE CRITERIA
+  return R"(Usage: tallowmere-find [OPTION]... FOLDER CRITERIA
+       tallowmere-find [OPTION]... --list FILE CRITERIA
 
-Lists the files in FOLDER and below whose text satisfies CRITERIA.
+Lists the files in FOLDER and its subfolders whose text matches CRITERIA.
+Put CRITERIA of several words in quotes. Empty CRITERIA ("") match every file.
 
-What to search for
-  --search and|or|phrase|near   all words, any word, the criteria as they stand,
-                                or words near the first one (default: phrase)
-  --match-case                  heed upper and lower case
-  --before N  --after N         how far around the first word "near" looks, in
-                                characters, 0 to 1000 (default: 110 each)
-  --prox all|any                near: all other words, or any (default: any)
-  For and, or and near, CRITERIA are words parted by blanks. A word matches as
-  a whole; text in double quotes also matches inside a word and may hold blanks.
+Matching
+  --search and|or|phrase|near
+                     all words, any word, the criteria exactly as written,
+                     or words near the first one (default: phrase)
+  --match-case       distinguish upper and lower case
+  --before N, --after N
+                     how far around the first word near looks, in
+                     characters, 0 to 1000 (default: 110 each)
+  --prox all|any     near: all other words, or any of them (default: any)
+  --text auto|bytes  auto: UTF-8 and UTF-16 files are read as their
+                     characters, all others byte by byte in the code page;
+                     bytes: every file byte by byte (default: auto)
+  For and, or and near, spaces separate the words of CRITERIA. A word matches
+  whole words only; text in double quotes also matches inside words and may
+  contain spaces. A phrase also matches inside words.
 
-How files are read
-  --text auto|bytes             auto: UTF-8 and UTF-16 as their characters, all else
-                                byte by byte in the code page; bytes: every file
-                                byte by byte (default: auto)
+Where
+  --files PATTERN    only files with this extension, such as txt or w??; may
+                     be repeated, up to 6 times (default: all files)
+  --exclude NAMES    leave out files and folders with these names, such as
+                     .git or *.bak; ";" separates several; may be repeated
+  --hidden           also search hidden and system files and folders
+  --online           fetch files that are only in the cloud; without it they
+                     count as unread
+  --no-subfolders    only the files in FOLDER itself
+  --list FILE        instead of a folder, the files named in FILE, one path a
+                     line or each ended by a zero byte; "-" reads standard
+                     input; --exclude and --hidden do not apply to them
+  Symbolic links are not followed.
 
-Where to search
-  --files PATTERN               extension, such as txt or w??; may be repeated up
-                                to 6 times (default: all files)
-  --exclude PATTERN             leave out files and folders of this name, such as
-                                .git or *.bak; * and ? stand for other characters;
-                                may be repeated, or hold several separated by ";"
-  --hidden                      search hidden and system files and folders, too
-  --online                      fetch files that are only in the cloud; without
-                                it they count as unread
-  --no-subfolders               FOLDER alone
-  --list FILE                   the files named in FILE, one a line or each ended
-                                by a zero byte, instead of a folder ("-": standard
-                                input)
-  --between FROM TO             only files of these days, as YYYY-MM-DD
-  --year Y  --month M/Y         only files of that year or month
-  --past-days N                 only files of the past N days (0: today)
+Dates
+  --between FROM TO  only files last changed on these days, as YYYY-MM-DD
+  --year Y           only files last changed in this year
+  --month M/Y        only files last changed in this month
+  --past-days N      only files of the past N days (0: today)
 
 Output
-  --sort name|date|size|folder|type  --reverse
-                                (default: as found, printed at once)
-  --null                        end each path with a zero byte, not a line break
-  --quiet                       print no matches; stop at the first one
-  --threads N                   how many files to read at the same time, 1 to 64
-                                (default: one for each processor core; one on a
-                                disk that has to seek); the output is the same
-  --help  --version
+  --sort name|date|size|folder|type
+                     sort the matches (default: as found, printed at once)
+  --reverse          reverse that order
+  -0, --null         end each path with a zero byte instead of a line break
+  -q, --quiet        print no matches and no summary; stop at the first match
+  --threads N        read N files at the same time, 1 to 64 (default: one for
+                     each processor core, one for a disk that has to seek);
+                     the output is the same
+  -h, --help         show this help
+  -V, --version      show the version
+  --                 what follows is FOLDER or CRITERIA, even if it begins
+                     with "-"
 
 Matches go to standard output, one full path a line. The summary and the files
-that could not be read go to standard error. Symbolic links are not followed.
---exclude and --hidden do not apply to the files of --list.
-Exit status: 0 something matched, 1 nothing did, 2 bad usage or a folder that
-cannot be searched.
+that could not be read go to standard error; they do not change the status.
+Exit status: 0 if a file matched, 1 if none did, 2 if the usage was wrong or
+FOLDER could not be searched.
+
+Examples
+  tallowmere-find --search and --files txt ~/letters "contract signed"
+  tallowmere-find --past-days 7 --sort date -- . "-1 error"
 )";
 }
 

@@ -90,6 +90,7 @@ class ConsoleTest(unittest.TestCase):
                 ("accent", "", "CAFÉ"),
                 ("", "--match-case", "CAFÉ"),
                 ("", "--text bytes", "caf中"),
+                ("", "--no-subfolders --", "--match-case"),
                 ("", "", "caf中")):  # lacking in the code page: must not turn into a wildcard
             self.expect(names, options, criteria)
 
@@ -117,8 +118,9 @@ class ConsoleTest(unittest.TestCase):
         result = self.expect("words", "", "barn")
         self.assertRegex(result.stderr.decode(),
                          r"^1 file\(s\) matched out of 7 in \d+\.\d\d seconds\n$")
-        quiet = self.run_program("--quiet", shown(self.folder), "barn")
-        self.assertEqual((quiet.returncode, quiet.stdout, quiet.stderr), (0, b"", b""))
+        for option in ("--quiet", "-q", "-0q"):
+            quiet = self.run_program(option, shown(self.folder), "barn")
+            self.assertEqual((quiet.returncode, quiet.stdout, quiet.stderr), (0, b"", b""))
 
     def test_threads_change_nothing(self):
         os.symlink("nowhere", os.path.join(self.folder, "broken"))
@@ -155,7 +157,7 @@ class ConsoleTest(unittest.TestCase):
         names = os.path.join(self.folder, "names")
         with open(names, "wb") as file:
             file.write(b"\xef\xbb\xbf" + listing)
-        found = self.run_program("--null", "--list", shown(names), "dog").stdout
+        found = self.run_program("-0", "--list", shown(names), "dog").stdout
         self.assertEqual(found, "".join(path + "\0" for path in paths).encode())
 
         for listed in (listing, found):
@@ -175,20 +177,26 @@ class ConsoleTest(unittest.TestCase):
                  "--year 2001 --month 5/2001", "--quiet=yes", "--threads 0", "--threads 65",
                  "--exclude ;", "--exclude a/b", "--hidden=no")
         for arguments in ([], [folder], [folder, "x", "y"], ["--list", "", "x"],
-                          [shown(os.path.join(self.folder, "nowhere")), "x"],
+                          [shown(os.path.join(self.folder, "nowhere")), "x"], ["-qx", folder, "x"],
                           *([*options.split(), folder, "x"] for options in wrong)):
             result = self.run_program(*arguments)
             self.assertEqual(result.returncode, 2, arguments)
             self.assertEqual(result.stdout, b"", arguments)
             self.assertEqual(len(result.stderr.decode().strip().splitlines()), 1, arguments)
 
+        for what_to_do, *arguments in (
+                ("use --list", shown(os.path.join(self.folder, "part.txt")), "big"),
+                ("in quotes", folder, "bigger", "dogs")):
+            self.assertIn(what_to_do, self.run_program(*arguments).stderr.decode())
+
     def test_help_and_version(self):
-        text = self.run_program("--help")
+        text = self.run_program("-h")
         self.assertEqual((text.returncode, text.stderr), (0, b""))
+        self.assertLess(max(map(len, text.stdout.decode().splitlines())), 80)
         # Every option that the help names is one.
         for option in set(re.findall(r"--[a-z-]+", text.stdout.decode())):
             self.assertNotIn(b"unknown", self.run_program(option).stderr, option)
-        self.assertRegex(self.run_program("--version").stdout.decode(), r"\b2\.1\b")
+        self.assertRegex(self.run_program("-V").stdout.decode(), r"\b2\.1\b")
 
     def test_closed_pipe(self):
         for number in range(3000):
