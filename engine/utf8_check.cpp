@@ -100,7 +100,9 @@ std::size_t surely_valid(std::string_view text) {
   return end;
 }
 
-/// Every search asks this of nearly every byte: wide registers are worth their few lines.
+#if !defined(_WIN32)
+/// Every search asks this of nearly every byte: wide registers are worth their few lines. Not on
+/// Windows: the compiler does not keep the stack aligned for them there.
 __attribute__((target("avx2"))) std::size_t skip_ascii_wide(std::string_view text) {
   const auto* from = reinterpret_cast<const __m256i*>(text.data());
   std::size_t at = 0;
@@ -112,10 +114,13 @@ __attribute__((target("avx2"))) std::size_t skip_ascii_wide(std::string_view tex
   }
   return at;
 }
+#endif
 
 /// A place before which all is ASCII.
 std::size_t skip_ascii_blocks(std::string_view text) {
+#if !defined(_WIN32)
   if (__builtin_cpu_supports("avx2")) return skip_ascii_wide(text);
+#endif
   std::size_t at = 0;
   for (; text.size() - at >= 2 * block; at += 2 * block) {
     const char* from = text.data() + at;

@@ -159,8 +159,8 @@ void picture_actions(const MainWindow& program) {
 
 void show_pictures(const std::string& path, const std::string& folder) {
   use_folder(folder);
+  SettingsKey().set("leave_out", ".git; *.bak");
   const MainWindow program(path);
-  take_picture("start", main_caption);
   const Window criteria = program.press_search(new_search_caption);
   criteria.child(IDC_SEARCH_OPTION + near_words).click();
   criteria.child(IDC_SEARCH_TEXT).set_text("keeper storm");
