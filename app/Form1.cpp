@@ -63,7 +63,7 @@ void Form1::wire_commands() {
   }
 }
 
-/// Posted: the run that a link begins is not to go on inside the control's own handler.
+/// Posts what a link does: the run that it begins must not go on inside the control's handler.
 void Form1::wire_note() {
   for (const UINT code : {NM_CLICK, NM_RETURN}) {
     notify(IDC_LBLNOTE, code, [this](NMHDR& header) -> LRESULT {

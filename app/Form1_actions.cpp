@@ -26,7 +26,7 @@ bool Form1::serve_events() {
   return win32::pump_pending();
 }
 
-/// The rows that a command is for. Says so when there is none.
+/// The rows that a command is for; a message says when there is none.
 std::vector<std::size_t> Form1::command_rows() {
   if (ListView2.selected_count() < 2) set_list2_index();
   std::vector<std::size_t> rows = ListView2.selected_rows();
@@ -68,8 +68,8 @@ void Form1::mnuRemove_Click() {
   file_commands_.remove_files(paths_of(results_, command_rows()));
 }
 
-/// False: the name is not to be typed now. The list may be sorted until it is, so the file is held
-/// by its path.
+/// Returns false when no name can be typed now. The list may be sorted until it is, so the file is
+/// held by its path.
 bool Form1::ListView2_BeforeLabelEdit(int row) {
   const auto index = static_cast<std::size_t>(row);
   if (busy() || !IsWindowEnabled(handle()) || index >= results_.file_count()) return false;
@@ -78,7 +78,7 @@ bool Form1::ListView2_BeforeLabelEdit(int row) {
   return true;
 }
 
-/// The name typed into a row; no text when that was given up.
+/// Renames a file as typed into its row; `text` is null when the user gave that up.
 bool Form1::ListView2_AfterLabelEdit(const wchar_t* text) {
   const std::string path = std::exchange(edited_path_, {});
   if (text == nullptr || path.empty()) return false;
@@ -108,7 +108,7 @@ void Form1::viewed_file_changed(ViewedFile what) {
       break;
     case ViewedFile::gone:
       viewer_.clear();
-      // Who deletes while reading goes on with the next file.
+      // A user who deletes while reading goes on with the next file.
       request(&Pending::view);
       break;
     case ViewedFile::untouched:
@@ -116,7 +116,7 @@ void Form1::viewed_file_changed(ViewedFile what) {
   }
 }
 
-/// Not at once: a label edit ends with the row where it is.
+/// Asks for a sort that does not come at once: a label edit ends with the row where it is.
 void Form1::records_changed() {
   ListView2.repaint();
   request(&Pending::sort);

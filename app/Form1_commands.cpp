@@ -34,7 +34,7 @@ void Form1::show_toggles() {
   win32::check_entry(menu, ID_MNUUNICODE, search_.unicode_text);
 }
 
-/// The file on view shows at once as it is read now.
+/// Switches how files are read; the file on view shows at once as it is read now.
 void Form1::mnuUnicode_Click() {
   search_.unicode_text = !search_.unicode_text;
   show_toggles();
@@ -87,12 +87,12 @@ void Form1::show_sort_order() {
   ListView2.show_order(sort_menu_.sort_type(), results_.sort_descending);
 }
 
-/// As from the menu: a name that is being typed into a row is taken first.
+/// Sorts as the menu does: a name that is being typed into a row is taken first.
 void Form1::ListView2_ColumnClick(int column) {
   SendMessageW(handle(), WM_COMMAND, static_cast<WPARAM>(ID_MNUSORT + column), 0);
 }
 
-/// A sound file is played. Of another one, the first double click shows the file, further ones step
+/// Plays a sound file. For another one, the first double click shows the file, further ones step
 /// through its hits.
 void Form1::ListView2_DblClick() {
   const int row = ListView2.selected();
@@ -134,7 +134,7 @@ void Form1::ListView2_MouseUp(LPARAM position) {
 }
 
 void Form1::pop_up_file_menu(POINT at) {
-  // A name that is being typed is taken now: a command would be served behind it, when the last
+  // A name that is being typed is taken now: a command would be served after it, when the last
   // entry says something else again.
   if (ListView2.editing_label()) move_focus(ListView2.handle());
   const HMENU menu = GetMenu(handle());

@@ -38,7 +38,7 @@ void Form1::set_start_folder(const std::string& folder) {
   set_search_folder(search_, folder);
 }
 
-/// Also called when the session of Windows ends, with the window still there.
+/// Saves the settings; also called when the session of Windows ends, with the window still there.
 void Form1::save() {
   shell_.sort_key = sort_menu_.sort_type();
   shell_.column_widths = ListView2.column_widths(win32::window_dpi(handle()));
@@ -51,7 +51,7 @@ void Form1::Form_Unload() {
   PostQuitMessage(0);
 }
 
-/// The close box, the system menu, or another program's wish.
+/// The close box, the system menu or another program asks the window to close.
 void Form1::close() {
   if (!IsWindowEnabled(handle())) return;  // a dialog is open
   if (busy()) {

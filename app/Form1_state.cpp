@@ -92,7 +92,7 @@ bool Form1::can_use(int id) const {
 void Form1::run_command(const Command& command) {
   if (ListView2.editing_label()) {
     // The name that is being typed is taken first. That sorts the list, and the command must find
-    // its rows where they are then, not behind a question that it asks.
+    // its rows where they are then, not after a question that it asks.
     move_focus(ListView2.handle());
     PostMessageW(handle(), WM_COMMAND, static_cast<WPARAM>(command.id), 0);
     return;
@@ -100,7 +100,7 @@ void Form1::run_command(const Command& command) {
   if (is_enabled(command.rule, window_state())) (this->*command.run)();
 }
 
-/// False when the command cannot be used now.
+/// Runs a command; returns false when it cannot be used now.
 bool Form1::run_command(int id) {
   if (!can_use(id)) return false;
   SendMessageW(handle(), WM_COMMAND, static_cast<WPARAM>(id), 0);
@@ -119,7 +119,7 @@ void Form1::enable(const Command& command, bool on) {
   EnableWindow(button, on);
 }
 
-/// Only paints: whether a command can be used is asked when it comes. Called whenever the rows,
+/// Shows which commands can be used; each is asked again when it comes. Called whenever the rows,
 /// their selection, the viewer or the run may have changed.
 void Form1::refresh_commands() {
   show_hyper_captions();
@@ -173,8 +173,8 @@ void Form1::leave(HWND control) {
   if (GetFocus() == control) move_focus(focus_target());
 }
 
-/// A control may also have been disabled while a dialog had the focus, which then came back to
-/// nowhere: keys would be lost.
+/// Moves the focus on from nowhere, where keys would be lost: a control may also have been disabled
+/// while a dialog had the focus.
 void Form1::keep_focus() {
   if (GetActiveWindow() != handle() || !IsWindowVisible(handle()) || IsIconic(handle())) return;
   const HWND focus = GetFocus();

@@ -40,7 +40,7 @@ void Form1::show_file(const FileRecord* record) {
   show_note();  // a message may come before the step ends
 }
 
-/// The facts of a row have changed on disk: the keys that they are sorted by sort again.
+/// The facts of a row have changed on disk: a list by date or size is sorted again.
 void Form1::row_corrected() {
   const SortKey key = sort_menu_.sort_type();
   if (key == SortKey::date || key == SortKey::size) mnuSort_Click(static_cast<int>(key));

@@ -6,7 +6,7 @@
 
 namespace tallowmere {
 
-/// The tips of the main window's row of buttons, as they are at first.
+/// Sets the tips that the main window's row of buttons has at first.
 void set_button_tips(win32::ToolTip& tips, HWND main_window);
 
 }  // namespace tallowmere

@@ -6,7 +6,7 @@
 
 namespace tallowmere {
 
-/// Moves several controls at once, so that they are repainted once: when it goes.
+/// Moves several controls at once, in its destructor, so that they are repainted once.
 class ControlMover {
  public:
   ControlMover(int count, int dpi) : moves_(BeginDeferWindowPos(count)), dpi_(dpi) {}
@@ -21,7 +21,7 @@ class ControlMover {
     move(control, place, pixels(place.bottom()) - pixels(place.top));
   }
 
-  /// An etched line is as thin at every resolution.
+  /// Moves an etched line, which is two pixels thin at every resolution.
   void move_line(HWND line, const TwipRect& place) { move(line, place, 2); }
 
  private:

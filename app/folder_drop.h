@@ -13,8 +13,8 @@
 
 namespace tallowmere {
 
-/// What is dropped on the main window while it is idle: a folder, or a file's folder, becomes the
-/// one to search. No dialog opens.
+/// Takes what is dropped on the main window while it is idle: a folder, or a file's folder, becomes
+/// the one to search. No dialog opens.
 class FolderDrop {
  public:
   struct Window {

@@ -70,14 +70,14 @@ void IdleCounter::tick() {
   host_.counted();
 }
 
-/// False when the file is no longer what it was.
+/// Takes what was read; returns false when reading failed or the file is no longer what it was.
 bool IdleCounter::take_read() {
   const auto read = std::exchange(read_, nullptr);
   return !read->failed() && read->facts() == viewer_.facts() &&
          counter_->hold(piece_, read->take_bytes());
 }
 
-/// False when there are no more to make.
+/// Counts for up to `steps_ms`; returns false when nothing is left to count.
 bool IdleCounter::steps() {
   const std::int64_t end = ticks() + steps_ms * ticks_per_ms();
   while (!counter_->complete() && ticks() < end) {

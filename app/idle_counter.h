@@ -16,8 +16,8 @@
 namespace tallowmere {
 
 /// Counts the hits of the file on view while nothing else is to do: by a timer, whose messages come
-/// when no others wait, a few milliseconds at a time. Another thread reads meanwhile. What goes
-/// wrong ends the count without a word: the user's next step tells it.
+/// when no others wait, a few milliseconds at a time. Another thread reads meanwhile. A failure
+/// ends the count without a message: the user's next step reports it.
 class IdleCounter {
  public:
   struct Window {
@@ -32,13 +32,13 @@ class IdleCounter {
   IdleCounter(const IdleCounter&) = delete;
   IdleCounter& operator=(const IdleCounter&) = delete;
 
-  /// Begins or goes on; `finder` outlives the count. Long files are not counted.
+  /// Begins the count or goes on with it; `finder` outlives it. Long files are not counted.
   void go_on(const HitFinder& finder);
   void pause();
-  /// The file on view is another one, or its hits are others.
+  /// Drops the count: the file on view is another one, or its hits are others.
   void forget();
 
-  /// Null without a count.
+  /// The count so far; null when there is none.
   const HitCounter* counter() const { return counter_ ? &*counter_ : nullptr; }
 
  private:

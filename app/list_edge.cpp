@@ -107,7 +107,7 @@ void ListEdge::grasp(POINT at) {
   SetCapture(form_);
 }
 
-/// A click alone changes nothing.
+/// Moves the edge with the mouse; a click alone changes nothing.
 void ListEdge::drag(POINT at) {
   if (at.y == mouse_) return;
   mouse_ = at.y;
@@ -115,7 +115,7 @@ void ListEdge::drag(POINT at) {
   const Twips height = to_twips(height_ + at.y, win32::window_dpi(form_));
   share_ = list_share({outer.width, outer.height}, height);
   // The text of the viewer takes a while to be laid out. Nothing shows half of it, and all of it
-  // shows now: painting has its turn after the mouse otherwise, which leaves it none.
+  // shows now: otherwise painting would wait for the mouse, which leaves it no time.
   SendMessageW(form_, WM_SETREDRAW, FALSE, 0);
   lay_out_();
   SendMessageW(form_, WM_SETREDRAW, TRUE, 0);

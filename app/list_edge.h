@@ -12,12 +12,12 @@
 
 namespace tallowmere {
 
-/// The lower edge of the list, which the user drags to another height. A double click on it goes
-/// back to the design's, and to its columns.
+/// The lower edge of the list, which the user drags to another height. A double click on it brings
+/// back the height and the columns of the design.
 class ListEdge {
  public:
-  /// `below` is under the list; `lay_out` follows a change of the share. The form owns all three
-  /// windows.
+  /// `below` is under the list; `lay_out` is called after each change of the share. The form owns
+  /// all three windows.
   ListEdge(HWND form, ResultView& list, const win32::Control& below, ListShare& share,
            std::function<void()> lay_out);
   ~ListEdge();

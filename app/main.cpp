@@ -26,12 +26,12 @@ std::string first_argument() {
   return arguments && count > 1 ? tallowmere::win32::narrow(arguments.get()[1]) : std::string();
 }
 
-// Everything that lives as long as the program is owned here and handed on by reference. A thread
-// may still wait for a disk then and use it: nothing is destroyed, the process ends with all of it.
+// Everything that lives as long as the program is owned here and handed on by reference. At the end
+// a thread may still wait for a disk and use it: nothing is destroyed, the process ends as it is.
 int run_program(int show_command) {
   using namespace tallowmere;
   win32::load_libraries_from_system();
-  // An empty drive is told by the program's own messages.
+  // The program's own messages report an empty drive.
   SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS);
   const CodePage page = win32::ansi_code_page();
   const win32::WinClock clock;

@@ -8,8 +8,8 @@ namespace tallowmere {
 
 namespace {
 
-/// Not shared: the system would hand out the icon that it loaded first, whatever its size. The
-/// class keeps it until the program ends.
+/// Loads the icon unshared: the system would hand out the one that it loaded first, whatever its
+/// size. The class keeps it until the program ends.
 HICON load_icon(int width_metric, int height_metric) {
   const HANDLE icon =
       LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TALLOWMERE), IMAGE_ICON,

@@ -2,7 +2,7 @@
 
 namespace tallowmere {
 
-/// The template of the main window, whose class, with the program's icon, is registered first.
+/// Registers the main window's class, with the program's icon, and returns the window's template.
 int main_window_template();
 
 }  // namespace tallowmere

@@ -69,13 +69,13 @@ bool MainKeys::viewer_key_down(WPARAM key, bool shift, bool control) const {
   return copies;
 }
 
-/// False when no file is viewed.
+/// Steps to the next or previous hit; returns false when no file is viewed.
 bool MainKeys::find(bool forward) const {
   return window_.run(forward ? IDC_CMDFINDNEXT : IDC_CMDFINDPREV);
 }
 
-/// In a list of which nothing is selected yet, the first key selects the row that has the focus
-/// mark. False when something is selected already.
+/// Selects the row that has the focus mark, as the first key does in a list without a selection.
+/// Returns false when something is selected already.
 bool MainKeys::select_first_row() const {
   const ResultView& list = window_.ListView2;
   if (window_.busy() || list.row_count() == 0 || list.selected_count() > 0) return false;

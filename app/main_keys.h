@@ -16,7 +16,7 @@ namespace tallowmere {
 /// The keys that the main window sees before its controls do.
 class MainKeys {
  public:
-  /// What the keys work. All of it outlives them.
+  /// What the keys act on. All of it outlives this object.
   struct Window {
     win32::Form& form;
     const ResultView& ListView2;
@@ -31,7 +31,7 @@ class MainKeys {
 
   explicit MainKeys(Window window) : window_(std::move(window)) {}
 
-  /// True when the key has been used up.
+  /// Handles a key that went down; returns true when that has used it up.
   bool key_down(WPARAM key) const;
 
  private:

@@ -9,9 +9,9 @@ namespace tallowmere {
 
 namespace {
 
-/// The share of the colour of selections in the background of a mark.
+/// The share of the selection's colour in the background of a mark.
 constexpr int tint_percent = 30;
-/// The height of a line for one of its underline.
+/// A line is so many times as high as the underline of a mark.
 constexpr int underline_part = 8;
 
 bool high_contrast() {
@@ -61,7 +61,7 @@ std::uint32_t solid_highlight(std::uint32_t) {
 }  // namespace
 
 /// The pixels of an area of a window, in memory; the window's coordinates hold for them. Empty when
-/// the system has no room for it.
+/// the system has no memory for it.
 class MarkPainter::Bitmap {
  public:
   Bitmap(HDC screen, const RECT& area) : area_(area), canvas_(CreateCompatibleDC(screen)) {
@@ -185,7 +185,7 @@ std::vector<TextSelection> MarkPainter::without_selection(
   return rest;
 }
 
-/// Where the stretches stand in a line; the bottoms are left open.
+/// Where the stretches are in a line; the bottoms are left open.
 std::vector<RECT> MarkPainter::mark_places(HDC canvas, int line,
                                            const std::vector<TextSelection>& stretches) const {
   const int start = box_.line_index(line);
@@ -205,7 +205,7 @@ std::vector<RECT> MarkPainter::mark_places(HDC canvas, int line,
   return places;
 }
 
-/// The right edge of a line's last character, behind which the box has no other one.
+/// The right edge of a line's last character, after which no other one of the line has a place.
 LONG MarkPainter::line_end(HDC canvas, int line, int end) const {
   const std::wstring text = box_.line_units(line);
   const std::size_t last = IS_LOW_SURROGATE(text.back()) && text.size() > 1 ? 2 : 1;

@@ -15,12 +15,12 @@ namespace tallowmere {
 /// into memory, the marks are put there, and the whole comes to the screen at once.
 class MarkPainter {
  public:
-  /// Stretches of the text from one character to before another one, ascending.
+  /// The stretches to mark between two characters, the second one excluded; in ascending order.
   using Marks = std::function<std::vector<TextSelection>(int from, int to)>;
   /// The box's own painting, into a bitmap.
   using PaintText = std::function<void(HDC)>;
 
-  /// Asks the box many questions.
+  /// Asks `box` many questions; the box outlives this object.
   explicit MarkPainter(const win32::TextBox& box) : box_(box) {}
 
   /// Handles WM_PAINT. The selection shows as the box paints it.

@@ -15,7 +15,7 @@ namespace {
 
 constexpr Twips gap_width = 120;
 
-/// The room that the text takes on one line; not in every compiler's headers.
+/// Asks for the room that the text takes on one line; not in every compiler's headers.
 constexpr UINT get_ideal_size = WM_USER + 0x301;
 
 /// The pixels that a text takes in a label.
@@ -64,7 +64,7 @@ void NoteLabel::place(const TwipRect& row, int dpi) {
   fit();
 }
 
-/// By the id: the index counts the texts between the links on some systems.
+/// Finds the link by its id: on some systems its index also counts the texts between the links.
 std::optional<NoteLink> NoteLabel::link_of(const NMHDR& notification) const {
   const auto& item = reinterpret_cast<const NMLINK&>(notification).item;
   for (const NoteLink link : note_.links()) {
@@ -90,8 +90,8 @@ std::optional<NoteLink> NoteLabel::focused_link() const {
   return std::nullopt;
 }
 
-/// A new text leaves the focus with the first link, or with none. By keys: not every system's
-/// control takes LIS_FOCUSED.
+/// Moves the focus back to its link: a new text leaves it with the first one or with none. Does so
+/// by keys: not every system's control takes LIS_FOCUSED.
 void NoteLabel::focus_link(NoteLink focused) const {
   const std::vector<NoteLink> links = note_.links();
   const auto place = std::ranges::find(links, focused);
@@ -100,7 +100,8 @@ void NoteLabel::focus_link(NoteLink focused) const {
   for (auto link = links.begin(); link != place; ++link) send(WM_KEYDOWN, VK_TAB, 1);
 }
 
-/// The file information keeps its room; where not even the links fit beside it, they are cut.
+/// Fits the note in beside the file information, which keeps its room. Links that do not fit are
+/// cut.
 void NoteLabel::fit() {
   const int room = std::max(static_cast<int>(row_.right - row_.left) - info_width_ - gap_, 0);
   const Note note = fitted(room);
@@ -120,7 +121,7 @@ void NoteLabel::fit() {
   move(lblFileInfo_.handle(), info);
   move(handle(), place);
   Control::show(!note_.empty());
-  // Each may have stood where the other one is now.
+  // Each may have been where the other one is now.
   for (const HWND label : {lblFileInfo_.handle(), handle()}) InvalidateRect(label, nullptr, TRUE);
 }
 

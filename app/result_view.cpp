@@ -63,7 +63,7 @@ int find_by_name(const ResultList& results, const win32::FindRequest& request) {
 ResultView::ResultView(HWND window, const ResultList& results, DateFormat format)
     : ListView(window), results_(results), format_(std::move(format)) {
   // A header alone flickers less, a double-buffered view not at all.
-  // It has no tips of its own: RowTips tell what a cell has no room for, and more.
+  // It has no tips of its own: RowTips show what a cell has no room for, and more.
   add_styles(LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
   for (int i = 0; i < result_columns; ++i) {
     add_column(i, columns[i].caption, columns[i].right_aligned);
@@ -76,8 +76,8 @@ ResultView::~ResultView() {
   RemoveWindowSubclass(handle(), subclass_proc, subclass_id);
 }
 
-// A name typed with Shift, for "_" or a capital, is no wish to select all rows on the way to it,
-// which Delete would then mean.
+// A name typed with Shift, for "_" or a capital, must not select all rows on the way to it, which
+// Delete would then act on.
 LRESULT CALLBACK ResultView::subclass_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
                                            UINT_PTR id, DWORD_PTR) {
   if (message == WM_NCDESTROY) RemoveWindowSubclass(window, subclass_proc, id);
@@ -118,8 +118,8 @@ void ResultView::set_column_widths(const ColumnWidths& users, int dpi) {
   }
 }
 
-/// Asked, not followed: columns are resized by mouse and keyboard in ways that systems tell of
-/// differently. One that was closed is the user's too, and not 0.
+/// Asks the view instead of following events: systems report differently how mouse and keyboard
+/// resize columns. One that was closed is the user's too, and not 0, which means the design's.
 const ColumnWidths& ResultView::column_widths(int dpi) {
   for (int i = 0; i < result_columns; ++i) {
     const int width = column_width(i);

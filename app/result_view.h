@@ -29,7 +29,7 @@ class ResultView : public win32::ListView {
   void show_more() const;
   void show_none() const { set_row_count(0, false); }
 
-  /// Header arrow for the sort order; the type has no column.
+  /// Shows the sort order by an arrow in a header; the type has no column.
   void show_order(SortKey key, bool descending) const;
 
   /// Gives the columns these widths; the last one by design when the view is resized next.
@@ -39,7 +39,7 @@ class ResultView : public win32::ListView {
   /// Gives the last column what the others leave, when the view is resized.
   void fit_last_column(int dpi);
 
-  /// While a name begins to be edited: the extension mostly stays.
+  /// Selects the name up to its extension, which mostly stays, when its edit begins.
   void select_stem(int row) const;
 
   void LVN_GetDispInfo(NMLVDISPINFOW& request) const;

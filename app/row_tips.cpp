@@ -13,7 +13,7 @@ namespace {
 
 constexpr UINT_PTR subclass_id = 3;
 
-/// The window waits so long for the line with a hit when a tip is to show, and the mouse rests.
+/// How long the window waits for the line with a hit when a tip is to show and the mouse rests.
 constexpr HitLineReader::Milliseconds patience{100};
 
 }  // namespace
@@ -54,7 +54,7 @@ LRESULT CALLBACK RowTips::subclass_proc(HWND window, UINT message, WPARAM wparam
   return DefSubclassProc(window, message, wparam, lparam);
 }
 
-/// Each row is another tip, which the system shows when the mouse has rested there.
+/// Gives each row a tip of its own, which the system shows when the mouse has rested there.
 void RowTips::follow(POINT at) {
   const ResultView& list = source_.ListView2;
   const int row = list.editing_label() ? -1 : list.row_at(at);
@@ -65,7 +65,7 @@ void RowTips::follow(POINT at) {
   tip_.set_area(list.row_area(row));
 }
 
-/// The rows are others now, or elsewhere.
+/// Drops the tip: the rows are others now, or elsewhere.
 void RowTips::forget() {
   if (row_ >= 0) tip_.clear_area();
   row_ = -1;

@@ -17,12 +17,12 @@ FoundFile found_file(const FileRecord& record) {
   return {record.filepath, record.filename, {record.filedate, record.filesize}};
 }
 
-/// The disk keeps none of the window's own thread.
+/// The threads of a run; the window's own one is not kept waiting by a disk.
 ThreadUse threads() {
   return {machine_threads(), true};
 }
 
-/// The running state ends however the run does.
+/// Ends the running state, however the run ends.
 struct RunEnd {
   bool& running;
   ~RunEnd() { running = false; }
@@ -55,7 +55,7 @@ void SearchRun::search_listed(const CriteriaInput& input, std::vector<FileRecord
   });
 }
 
-/// What the dialogs have changed since that run goes: the search is to be the same.
+/// Drops what the dialogs have changed since that run: the search is to be the same.
 void SearchRun::repeat() {
   last_.search.unicode_text = services_.search.unicode_text;
   services_.search = last_.search;
@@ -89,7 +89,7 @@ void SearchRun::load(SearchKind kind, const CriteriaInput& input) {
   viewer_.criteria_loaded();
 }
 
-/// A run that makes a new list.
+/// Makes a run that fills a new list.
 void SearchRun::search_files(const std::function<void(FileSearch&)>& test) {
   const RunEnd end{running_};
   viewer_.clear();
@@ -137,7 +137,7 @@ void SearchRun::search_file(const CriteriaInput& input, std::size_t row) {
   if (!window_.closing()) show_selected_file(matches);
 }
 
-/// Brings the file into the viewer first when another one is there.
+/// Tests the file; brings it into the viewer first when another one is there.
 bool SearchRun::search_selected_file(FileSearch& search, std::size_t row) {
   const bool on_view = viewer_.viewing() && std::cmp_equal(results_.viewed_index, row);
   if (!on_view && !viewer_.open(row)) return false;
@@ -145,7 +145,7 @@ bool SearchRun::search_selected_file(FileSearch& search, std::size_t row) {
   return search.search_selected_file(record.filepath, record.filename);
 }
 
-/// The searching state: only Stop works.
+/// Begins the searching state, in which only Stop works.
 void SearchRun::prepare_to_search() {
   stop_ = false;
   running_ = true;
@@ -161,7 +161,7 @@ void SearchRun::prepare_to_search() {
   started_ = services_.clock.seconds_since_midnight();
 }
 
-/// Without memory, what was found so far is kept.
+/// Searches; when memory runs out, what was found so far is kept.
 void SearchRun::go_through(const std::function<void()>& search) {
   try {
     search();
@@ -181,7 +181,7 @@ void SearchRun::show_progress(const FileSearch& search) {
       count_text(static_cast<std::int64_t>(results_.file_count()), search.files_searched()));
 }
 
-/// The end of the timed part of a run. A Stop that was still waiting counts; true when stopped.
+/// Ends the timed part of a run; returns true when it was stopped. A Stop still waiting counts.
 bool SearchRun::search_timing(bool stopped) {
   const double elapsed = elapsed_seconds(started_, services_.clock.seconds_since_midnight());
   window_.note.clear_run();
@@ -194,7 +194,7 @@ bool SearchRun::search_timing(bool stopped) {
   return stopped;
 }
 
-/// How the list has come about, what the run may have missed, and whether it can be made once more.
+/// Notes how the list has come about, what the run may have missed and whether it can be repeated.
 void SearchRun::tell_outcome(FileSearch& search) {
   unread_ = search.take_unread();
   window_.tips.set(window_.Label1.handle(), count_tool_tip(chain_.text(), unread_));
@@ -227,7 +227,7 @@ void SearchRun::show_found_files(const FileSearch& search) {
       finished_text(static_cast<std::int64_t>(results_.file_count()), files_searched_));
 }
 
-/// The end of a search of the file in the viewer: its hits are those of the new criteria now.
+/// Ends a search of the file in the viewer: its hits are those of the new criteria now.
 void SearchRun::show_selected_file(bool matches) {
   if (!viewer_.viewing()) return;
   if (matches) {
@@ -245,15 +245,15 @@ void SearchRun::post_search_restore() {
   SetCursor(LoadCursorW(nullptr, IDC_ARROW));
 }
 
-/// The window may have been minimised meanwhile, or another one be in front. Where the system does
-/// not allow it to come to the front, the button on the task bar flashes.
+/// Brings the window to the front: it may have been minimised meanwhile, or another one be there.
+/// Where the system does not allow that, the button on the task bar flashes.
 void SearchRun::bring_to_front() {
   if (!IsWindowVisible(window_.form.handle())) return;
   if (IsIconic(window_.form.handle())) ShowWindow(window_.form.handle(), SW_RESTORE);
   SetForegroundWindow(window_.form.handle());
 }
 
-/// The keyboard goes on in the list. Its first row is only marked: which file shows is the user's
+/// Moves the focus to the list. Its first row is only marked: which file shows is the user's
 /// choice.
 void SearchRun::focus_found_files() {
   if (results_.file_count() == 0) return;

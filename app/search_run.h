@@ -64,7 +64,7 @@ class SearchRun {
 
   SearchRun(Window window, Services services);
 
-  /// Loads the criteria, which the dialog shows again whatever comes of them. False, after a
+  /// Loads the criteria, which the dialog then shows again in any case. Returns false, after a
   /// message, when they hold more different characters than can be searched for in Unicode text.
   bool can_search(const CriteriaInput& input);
   /// Searches the folders, or the files listed, and lists those that match. Returns at the end.
@@ -73,20 +73,20 @@ class SearchRun {
   /// Tests the file of this row, which comes into the viewer; the list stays.
   void search_file(const CriteriaInput& input, std::size_t row);
 
-  /// Makes the last run once more, as its criteria and its list were then; how files are read is as
-  /// it is now. A file that has left the list meanwhile is not searched.
+  /// Makes the last run again with the criteria and the list that it had; files are read as they
+  /// would be now. A file that has left the list meanwhile is not searched.
   void repeat();
 
   bool running() const { return running_; }
   /// Ends the run under way, from inside one of its yields.
   void stop() { stop_ = true; }
-  /// By the run that made the list.
+  /// How many files the run that made the list has searched.
   std::int64_t files_searched() const { return files_searched_; }
   /// What the last run that has ended could not read.
   const std::vector<UnreadFile>& unread() const { return unread_; }
 
  private:
-  /// What it takes to make a run once more.
+  /// What it takes to make a run again.
   struct Made {
     SearchKind kind = SearchKind::new_search;
     SearchCriteria search;

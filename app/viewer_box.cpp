@@ -82,7 +82,7 @@ bool edits(UINT message, WPARAM wparam) {
 
 int WheelSteps::add(int delta, int per_notch) {
   if (per_notch <= 0) return 0;
-  // A turn back begins anew.
+  // A turn back begins again from 0.
   if ((delta < 0) != (rest_ < 0)) rest_ = 0;
   rest_ += delta * per_notch;
   const int steps = rest_ / WHEEL_DELTA;
@@ -94,7 +94,7 @@ ViewerBox::ViewerBox(HWND text_box, HWND scroll_bar, const CodePage& page)
     : TextBox(text_box), VScroll1(scroll_bar), page_(page) {
   SetWindowSubclass(text_box, subclass_proc, subclass_id, reinterpret_cast<DWORD_PTR>(this));
   VScroll1.set_range(scroll_maximum, thumb_page);
-  set_limit(0);  // what is put in piece by piece is limited otherwise
+  set_limit(0);  // no limit, which would cut a text put in piece by piece
 }
 
 ViewerBox::~ViewerBox() {
@@ -147,7 +147,7 @@ void ViewerBox::fill(const std::wstring& units) {
   set_redraw(true);
 }
 
-/// Lets `change` break the lines anew: of long ones in pieces, too.
+/// Lets `change` break the lines again; a text with long ones is put in again piece by piece.
 LRESULT ViewerBox::refill_around(const std::function<LRESULT()>& change) {
   if (!has_long_lines_) return change();
   const std::wstring units = this->units();
@@ -168,7 +168,7 @@ TextSelection ViewerBox::selection() const {
 }
 
 void ViewerBox::select(int start, int length) {
-  // Some systems bring the caret into view then.
+  // Some systems scroll the caret into view when the selection is set.
   const int top = first_visible_line();
   const TextSelection before = selection();
   TextBox::select(start, start + length);
@@ -204,7 +204,7 @@ void ViewerBox::set_scroll_value(int value) {
   if (VScroll1.position() != value) VScroll1.set_position(value);
 }
 
-// The system tells only the line that the caret stands in, and the place of its mark.
+// The system reports only the line that the caret is in, and the place of its mark.
 bool ViewerBox::caret_first() const {
   const TextSelection selected = selection();
   if (selected.length == 0) return false;
@@ -230,7 +230,7 @@ LRESULT CALLBACK ViewerBox::subclass_proc(HWND window, UINT message, WPARAM wpar
 
 LRESULT ViewerBox::handle_message(UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == WM_CHAR && wparam == select_all_character) {
-    // Not every system's text box knows it.
+    // Not every system's text box knows Ctrl+A.
     select(0, GetWindowTextLengthW(handle()));
     if (selection_changed) selection_changed();
     return 0;
@@ -294,7 +294,7 @@ void ViewerBox::paint() {
       marked);
 }
 
-/// A text box of Windows paints another selection at once, without marks.
+/// Paints a new selection again: a text box of Windows has painted it at once, without marks.
 void ViewerBox::repaint_selection(const TextSelection& before) const {
   const TextSelection now = selection();
   if (now == before || redraw_held_ > 0) return;
@@ -318,7 +318,7 @@ void ViewerBox::key_down(WPARAM key) {
   if (before_key) before_key(moves_down(key), caret_first());
 }
 
-/// The system's text boxes let the caret stand within a pair, and wrap lines there.
+/// Moves the caret out of a pair: the system's text boxes let it in, and wrap lines there.
 void ViewerBox::take_whole_pairs(bool down) {
   if (!has_pairs_) return;
   const std::wstring text = units();

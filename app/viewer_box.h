@@ -56,7 +56,7 @@ class ViewerBox : public TextFace, public win32::TextBox {
   bool enabled() const override { return TextBox::enabled(); }
   void set_scroll_value(int value) override;
 
-  /// True when the caret stands at the start of the selection: it was extended upwards.
+  /// True when the caret is at the start of the selection, which was extended upwards.
   bool caret_first() const;
 
   // The form sets these; each may be empty.
@@ -64,9 +64,9 @@ class ViewerBox : public TextFace, public win32::TextBox {
   std::function<void()> before_disable;
   std::function<void(int lines)> wheel;           ///< lines to scroll, down when positive
   std::function<void(bool larger)> wheel_zoomed;  ///< the wheel was turned with Ctrl
-  /// Before a key moves the caret in this direction, by up to a page.
+  /// Called before a key moves the caret in this direction, by up to a page.
   std::function<void(bool down, bool caret_first)> before_key;
-  /// Before Ctrl+Home and Ctrl+End; with Shift the text box then extends the selection.
+  /// Called before Ctrl+Home and Ctrl+End; with Shift the text box then extends the selection.
   std::function<void(bool to_end, bool extend)> before_jump;
   /// The user may have changed the selection: a key was released, or the mouse button.
   std::function<void()> selection_changed;

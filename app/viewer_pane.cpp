@@ -18,7 +18,7 @@ namespace {
 constexpr std::uint64_t quick_step_ms =
     200;  ///< a step that takes longer shows that it can be stopped
 
-/// What is selected of a text; nothing when that is another one.
+/// The selected part of a text; empty when the selection begins beyond its end.
 template <class Text>
 Text selected_of(const Text& text, const TextSelection& selection) {
   if (selection.start > std::ssize(text)) return {};
@@ -83,8 +83,8 @@ void ViewerPane::VScroll1_Change(int code) {
   if (pressed && GetKeyState(VK_LBUTTON) >= 0) tell_button_up();
 }
 
-/// The system's own loop follows the mouse on the scroll bar. A button that came up while a step
-/// served events came past it, and the thumb would go on moving with the mouse.
+/// Ends the system's own loop, which follows the mouse on the scroll bar. It misses a button that
+/// came up while a step served events, and the thumb would go on moving with the mouse.
 void ViewerPane::tell_button_up() const {
   const HWND bar = box_.VScroll1.handle();
   if (GetCapture() != bar) return;
@@ -94,7 +94,7 @@ void ViewerPane::tell_button_up() const {
   PostMessageW(bar, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
 }
 
-/// A Unicode file on view stays one until another file is opened.
+/// Makes the finder of the criteria. A Unicode file on view stays one until another one is opened.
 HitFinder ViewerPane::make_finder() {
   viewer_.read_unicode_text(search_.unicode_text, page_);
   SearchCriteria search = search_;
@@ -164,7 +164,7 @@ void ViewerPane::find(bool forward) {
   if (made) forget_selection();
 }
 
-/// The part of a step that can take long and be stopped.
+/// Makes the part of a step that can take long and be stopped.
 void ViewerPane::find_hit(bool forward) {
   step_ = Step::finding;
   const win32::Hourglass hourglass;
@@ -182,7 +182,7 @@ HitOrdinal::Place ViewerPane::selected_place() const {
   return {chunk.file_position(start), chunk.file_position(start + length)};
 }
 
-/// What is said of a hit holds while it is the selection; only then it is of use to count.
+/// Follows the selection: what is said of a hit holds, and hits are counted, while it is selected.
 void ViewerPane::follow_hit() {
   hit_.selection_moved(selected_place());
   if (hit_.met()) {
@@ -198,14 +198,14 @@ void ViewerPane::hits_counted() {
   if (hit_.text() != before) window_.note_changed();
 }
 
-/// A hit is selected by the program, not by the user.
+/// Notes that the program has made the selection, such as a hit, and not the user.
 void ViewerPane::forget_selection() {
   text_selected_ = false;
   follow_hit();
   window_.state_changed();
 }
 
-/// Who has scrolled away from the selection goes on from what is on view.
+/// Goes on from what is on view when the user has scrolled away from the selection.
 void ViewerPane::continue_from_view(bool forward) {
   if (viewer_.chunk_pending()) return;
   const int line = face_.line_from_char(face_.selection().start);
@@ -220,7 +220,7 @@ void ViewerPane::scroll(const std::function<void(ViewScroll&)>& move) {
   if (make_step([&] { move(scroll_); })) check_selection();
 }
 
-/// No step goes on with what it has read of the file.
+/// Empties the viewer; no step goes on with what it has read of the file.
 void ViewerPane::clear() {
   stop_ = true;
   viewer_.clear_textbox();
@@ -265,7 +265,7 @@ void ViewerPane::keep_view(const std::function<void()>& change) {
   scroll([](ViewScroll& view) { view.show_position(); });
 }
 
-/// Any step that has to wait for a disk can be stopped from here on.
+/// Called while a step waits for a disk: from here on it can be stopped.
 bool ViewerPane::keep_waiting() {
   step_ = Step::finding;
   return go_on();

@@ -34,9 +34,9 @@ class ViewerPane : private ViewerHost {
   /// What the main window does for the viewer.
   struct Window {
     HWND handle;
-    /// Which commands can be used may be another now; also called after every step.
+    /// The commands that can be used may have changed; also called after every step.
     std::function<void()> state_changed;
-    std::function<void(const FileRecord*)> file_shown;  ///< null: none any more
+    std::function<void(const FileRecord*)> file_shown;  ///< null: none is any more
     std::function<void()> row_corrected;  ///< the facts of the viewed one changed on disk
     std::function<void(std::size_t)> select_row;
     std::function<bool()> searching;     ///< a run is under way
@@ -58,15 +58,15 @@ class ViewerPane : private ViewerHost {
   /// not known.
   std::string hit_text() const { return hit_.text(); }
 
-  /// The criteria have been loaded anew; hits are those of these from now on.
+  /// The criteria have been loaded: from now on hits are theirs.
   void criteria_loaded();
 
-  /// Opens the file of a row; nothing of it shows yet. False, after a message, when it cannot be,
-  /// and without one when that was stopped.
+  /// Opens the file of a row; nothing of it shows yet. Returns false after a message when it cannot
+  /// be opened, and without one when that was stopped.
   bool open(std::size_t row);
   /// Opens the file of a row at its first hit.
   void show_first_hit(std::size_t row);
-  /// Shows the beginning of a file that is open but not yet to be seen.
+  /// Shows the beginning of a file that is open but does not show yet.
   void show_if_pending();
   /// Steps to another hit.
   void find_next() { find(true); }
@@ -85,7 +85,7 @@ class ViewerPane : private ViewerHost {
   /// does not only repeat the criteria.
   void check_selection();
 
-  /// Runs `change`, which breaks the lines anew, and keeps what is on view.
+  /// Runs `change`, which breaks the lines again, and keeps what is on view.
   void keep_view(const std::function<void()>& change);
 
  private:
@@ -129,7 +129,7 @@ class ViewerPane : private ViewerHost {
   std::optional<HitFinder> finder_;  ///< always there; made anew with the criteria
 
   HitOrdinal hit_;
-  IdleCounter idle_;  ///< behind what it works with
+  IdleCounter idle_;  ///< after what it works with
 
   bool text_selected_ = false;
   Step step_ = Step::none;  ///< the one under way

@@ -10,7 +10,7 @@
 
 namespace tallowmere {
 
-/// What a search tells and asks the main window.
+/// What a search reports to the main window and asks of it.
 class WindowSearchHost : public SearchHost {
  public:
   /// Matches go to `results`. `stop` is set by the window's handlers, from inside go_on(). Where

@@ -7,12 +7,12 @@
 
 namespace tallowmere {
 
-/// What the main window lets its user hear. Whether the machine can play waves is asked once.
+/// The main window's sounds. Whether the machine can play waves is asked once.
 class WindowSounds {
  public:
   explicit WindowSounds(const std::string& program_folder);
 
-  /// The sound of a run that has ended, or a beep.
+  /// Plays the sound for a run that has ended, or beeps.
   void search_ended() const;
 
   static bool is_sound_file(std::string_view name);
