@@ -14,9 +14,9 @@ class ActionHost {
   virtual HWND window() const = 0;
   /// A message box with an OK button; returns when it was answered.
   virtual void message(std::string_view prompt, std::string_view title) = 0;
-  /// Tells how a command went on; empty: there is nothing more to tell.
+  /// Shows how a command goes on; empty when there is nothing more to show.
   virtual void status(std::string_view text) = 0;
-  /// Serves every event that waits. False: the program is to end.
+  /// Serves every event that waits. Returns false when the program is to end.
   virtual bool serve_events() = 0;
 };
 

@@ -20,7 +20,7 @@ using Progress = FileOperations::Progress;
 
 constexpr DWORD look_pause = 50;  ///< milliseconds between two looks at the progress
 
-/// No exception leaves it: on a thread of its own that would end the program.
+/// Does the work and lets no exception out: on a thread of its own that would end the program.
 Result guarded(const std::function<Result(const Progress&)>& work, const Progress& progress) {
   try {
     return work(progress);
@@ -56,7 +56,7 @@ class Worker {
   /// True when it has ended or nothing more can be learned of it; false when events may wait.
   bool wait() const {
     const HANDLE event = ended_.get();
-    // Also for input that was looked at, but not taken, before.
+    // Wakes for input that was looked at before, but not taken, too.
     const DWORD woken =
         MsgWaitForMultipleObjectsEx(1, &event, look_pause, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
     return woken == WAIT_OBJECT_0 || woken == WAIT_FAILED;

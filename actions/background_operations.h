@@ -8,7 +8,7 @@
 namespace tallowmere {
 
 /// Runs file operations on a thread of their own, one at a time, and serves the window meanwhile: a
-/// slow disk or network never freezes it. Progress is told on the calling thread, a few times a
+/// slow disk or network never freezes it. Progress is reported on the calling thread, a few times a
 /// second, also while the operation itself does not report. Where the system has no thread left,
 /// the operation runs on the calling one. It never throws: what it lacks becomes its error.
 class BackgroundOperations : public FileOperations {

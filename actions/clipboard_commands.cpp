@@ -25,7 +25,7 @@ ClipboardCommands::Outcome ClipboardCommands::replace_text(std::string_view text
   return clipboard.set_text(text) ? Outcome::done : Outcome::failed;
 }
 
-/// Between reading and writing, no other program can write.
+/// Appends the text; between reading and writing, no other program can write.
 ClipboardCommands::Outcome ClipboardCommands::append_text(std::string_view text) {
   win32::Clipboard clipboard(host_.window());
   if (!clipboard) return Outcome::in_use;
@@ -34,7 +34,7 @@ ClipboardCommands::Outcome ClipboardCommands::append_text(std::string_view text)
   return clipboard.set_text(*whole) ? Outcome::done : Outcome::failed;
 }
 
-/// Called when the clipboard is closed again: other programs need not wait for the answer.
+/// Reports a failure once the clipboard is closed: other programs need not wait for the answer.
 void ClipboardCommands::tell(Outcome outcome) {
   switch (outcome) {
     case Outcome::done:

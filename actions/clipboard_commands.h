@@ -8,15 +8,15 @@
 
 namespace tallowmere {
 
-/// The commands that carry text away. What cannot be done is told in a message box.
+/// The commands that carry text away. A message box says what cannot be done.
 class ClipboardCommands {
  public:
   explicit ClipboardCommands(ActionHost& host) : host_(host) {}
 
-  /// The viewer's selected text; without a selection nothing happens.
+  /// Copies or appends the viewer's selected text; without a selection nothing happens.
   void mnuCopyToClipboard_Click(std::string_view selected_text);
   void mnuAppendToClipboard_Click(std::string_view selected_text);
-  /// The full paths of the selected rows in the order of the list; none clear the clipboard.
+  /// Copies the full paths of the selected rows in the order of the list; none clear the clipboard.
   void mnuCopyFilename_Click(const std::vector<std::string>& paths);
 
  private:

@@ -10,7 +10,7 @@ namespace tallowmere {
 namespace {
 
 constexpr double own_windows_first = 3;  // seconds
-constexpr double ask_interval = 0.5;     // each vain question may flash the task bar
+constexpr double ask_interval = 0.5;     // each request in vain may flash the task bar
 constexpr DWORD pause_ms = 20;
 
 /// The first answer may come from before the last key was taken from the queue.

@@ -33,7 +33,7 @@ class EditorStage : public KeyStage {
   bool pause() override;
 
  private:
-  /// A window that may get keys, and its process, held: none else gets its number meanwhile.
+  /// A window that may get keys, and its process, held so that no other one gets its number.
   struct EditorWindow {
     HWND handle = nullptr;
     DWORD process_id = 0;

@@ -92,7 +92,7 @@ bool FileCommands::rename_file(const std::string& path, const std::string& new_n
   return rename(window_, path, new_name);
 }
 
-/// `owner` is under the message when that cannot be.
+/// Renames a file; the message is over `owner` when that fails.
 bool FileCommands::rename(HWND owner, const std::string& path, const std::string& new_name) {
   if (new_name == selected_files({&path, 1}).name) return true;
   if (const std::string fault = name_fault(new_name); !fault.empty()) {
@@ -176,7 +176,7 @@ ReplaceAnswer FileCommands::ask_replace(const ReplaceQuestion& question) {
   return win32::made(frmReplace_, window_, format).ask(question);
 }
 
-/// Leaves no input to the disabled main window, which may still have the focus.
+/// Serves events, but no input to the disabled main window, which may still have the focus.
 void FileCommands::serve_events() {
   const bool running = win32::pump_pending([this](const MSG& message) {
     const bool to_main = message.hwnd == window_ || IsChild(window_, message.hwnd);
@@ -185,7 +185,7 @@ void FileCommands::serve_events() {
   if (!running) frmProgress_->cancel();
 }
 
-/// Any step may serve events, in which the window can go.
+/// Any step may serve events, in which the window can be destroyed.
 void FileCommands::finish(HWND owner, FileCommand command, const BatchOutcome& outcome) {
   const ListChange change = update_list(list_, outcome);
   const auto tell = [this](bool needed, const auto& step) {

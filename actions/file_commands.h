@@ -49,14 +49,14 @@ class FileCommands {
   void move_copy_dialog(FileCommand command, std::vector<std::string> paths);
   /// Asks for a new name.
   void rename_dialog(const std::string& path);
-  /// Gives a file the name typed into its row; false: it keeps the old one, and why was told.
+  /// Gives a file the name typed into its row; false, after a message, when it keeps the old one.
   bool rename_file(const std::string& path, const std::string& new_name);
   /// Deletes from the disk what the user confirms.
   void delete_files(std::vector<std::string> paths);
   /// Removes from the list what the user confirms.
   void remove_files(std::vector<std::string> paths);
 
-  // These say nothing themselves.
+  // These show no messages.
   /// Why the program cannot work with a file: it is gone, or a folder now.
   std::optional<SystemError> fault_of(const std::string& path);
   /// Puts a copy of a file in the place of `target`, which need not be there.
@@ -70,7 +70,7 @@ class FileCommands {
   /// Runs work on files in the background, with the progress window.
   void work(const std::string& caption,
             const std::function<void(FileOperations&, BatchUser&)>& step);
-  /// Brings the list up to date and tells what failed, over `owner`.
+  /// Brings the list up to date and reports what failed, over `owner`.
   void finish(HWND owner, FileCommand command, const BatchOutcome& outcome);
   void serve_events();
   bool confirm(const std::string& question, std::string_view title, bool for_good) const;

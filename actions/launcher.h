@@ -31,13 +31,13 @@ class Launcher {
 
   void launch(const Job& job);
   void open_data_file(const Job& job, const std::string& application);
-  /// A file without a command of its own. The system may know a program for it all the same.
+  /// Offers what the system may know for a file without a command of its own.
   void offer_system_program(const Job& job, const std::string& extension);
   void open_by_system(const Job& job, const std::string& application);
   void find_text(const Job& job, const win32::StartedProgram& program,
                  const std::string& application);
   void tell_failure(const SystemError& error, const std::string& file);
-  /// False: it has not started, and the user knows.
+  /// Starts a program; returns false, after a message, when it has not started.
   bool start(win32::StartedProgram& program, const std::string& file,
              const std::string& command_line);
 

@@ -41,15 +41,15 @@ void MoreCommands::mnuSaveList_Click() {
        cannot_save_list, "Save the list under another name or in another folder.");
 }
 
-/// Written elsewhere first: what is in the file's place stays until all of the list is there.
+/// Writes the list elsewhere first: what is in the file's place stays until all of it is there.
 MoreCommands::Result MoreCommands::save(const std::string& path, std::string_view bytes) {
   win32::TempFile draft;
   if (auto error = draft.write(bytes)) return error;
   return files_.replace(draft.path(), path);
 }
 
-/// The list may be older than what has happened to its files. The system's own answers to that
-/// differ.
+/// Reports a file that is gone: the list may be older than what has happened to its files, and the
+/// system's own answers to that differ.
 bool MoreCommands::is_there(const std::string& path, std::string_view title) {
   const Result error = files_.fault_of(path);
   tell(error, "FIND", path, title,
@@ -57,7 +57,7 @@ bool MoreCommands::is_there(const std::string& path, std::string_view title) {
   return !error;
 }
 
-/// The window may have been closed meanwhile.
+/// Reports an error, unless the window has been closed meanwhile.
 void MoreCommands::tell(const Result& error, std::string_view doing, const std::string& path,
                         std::string_view title, std::string_view advice) {
   if (!error || error->code == ERROR_CANCELLED || !IsWindow(host_.window())) return;

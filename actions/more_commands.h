@@ -12,7 +12,7 @@
 namespace tallowmere {
 
 /// The commands of the menu "Mor&e": what the desktop does with a file, and the list saved as one.
-/// Each serves events. What cannot be done is told in a message box.
+/// Each serves events. A message box says what cannot be done.
 class MoreCommands {
  public:
   /// All of them outlive the commands.
@@ -23,7 +23,7 @@ class MoreCommands {
   void mnuOpenFolder_Click(const std::string& path);
   void mnuOpenWith_Click(const std::string& path);
   void mnuProperties_Click(const std::string& path);
-  /// All rows, in their order.
+  /// Saves all rows, in their order.
   void mnuSaveList_Click();
 
  private:

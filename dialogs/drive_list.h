@@ -8,7 +8,7 @@ namespace tallowmere {
 /// The drives that exist, as C:\. No drive is touched, so that a slow or absent one costs nothing.
 std::vector<std::string> existing_drives();
 
-/// The folder that `drive` stands at, as a command prompt would find it; mostly its root.
+/// The current folder of `drive`, as a command prompt would find it; mostly its root.
 std::string current_folder(const std::string& drive);
 
 }  // namespace tallowmere

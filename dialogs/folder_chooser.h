@@ -12,8 +12,8 @@
 namespace tallowmere {
 
 /// A form with a drive list and a folder list, which go together: the drive list shows the drive
-/// that the folder lies on, none for a folder on a share. What cannot be opened is told, and both
-/// stay where they were. While a disk does not answer, the form stays of use.
+/// that the folder lies on, none for a folder on a share. A message says what cannot be opened, and
+/// both stay where they were. While a disk does not answer, the form can still be used.
 class FolderChooser : public win32::Form {
  public:
   win32::ComboBox Drive1;
@@ -29,9 +29,9 @@ class FolderChooser : public win32::Form {
   /// Draws the folder list; forms that take other messages hand on the rest to it.
   bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
 
-  /// Fills the drive list afresh and shows the drive of `path` there.
+  /// Fills the drive list again and shows the drive of `path` there.
   void load_drives(const std::string& path);
-  /// Opens the folder that the form begins with, silently.
+  /// Opens the folder that the form begins with, without messages.
   void open_first(Look look);
   /// Opens the folder that the user asks for, now or when the disk answers; the last one asked for
   /// counts.
@@ -39,7 +39,7 @@ class FolderChooser : public win32::Form {
   void give_up();
   /// A folder is awaited.
   bool waiting() const { return finder_.waiting(); }
-  /// One that the user has asked for.
+  /// A folder that the user has asked for is awaited.
   bool asked() const { return waiting() && asked_; }
   /// Runs `then` when the awaited folder shows: not when it cannot be opened, nor when another one
   /// is asked for.

@@ -18,9 +18,9 @@ class FolderField : public win32::ComboBox {
   void show(const std::string& path);
   /// The text is another one than was shown last: typed or chosen, and not yet opened.
   bool changed() const { return text() != shown_; }
-  /// The list of folders hangs open.
+  /// The list of folders is open.
   bool open() const { return send(CB_GETDROPPEDSTATE) != FALSE; }
-  /// The part to type into. Without the way over the whole, whose loss of the focus would be told.
+  /// The part to type into, which takes the focus. By way of the whole, its loss would be reported.
   const win32::TextBox& box() const { return box_; }
 
  private:

@@ -10,8 +10,8 @@
 namespace tallowmere {
 namespace {
 
-/// A lookup that takes no longer holds the window up, which nobody sees: ordinary folders show
-/// without a flicker.
+/// How long a lookup may hold the window up, which nobody sees: ordinary folders show without a
+/// flicker.
 constexpr std::chrono::milliseconds quick_lookup{200};
 constexpr UINT interval_ms = 30;
 
@@ -66,7 +66,7 @@ void CALLBACK FolderFinder::tick(HWND, UINT, UINT_PTR timer, DWORD) {
   });
 }
 
-/// Nothing is under way any more when it throws.
+/// Waits for the lookup, which is no longer under way when this throws.
 bool FolderFinder::found_within(std::chrono::milliseconds time) {
   try {
     return thread_->made_within(time);
@@ -76,7 +76,7 @@ bool FolderFinder::found_within(std::chrono::milliseconds time) {
   }
 }
 
-/// What is told may look for another folder, and may serve events.
+/// Hands over what was found: the receiver may look for another folder and may serve events.
 void FolderFinder::finish() {
   KillTimer(window_, timer());
   const std::shared_ptr<LookCall> call = std::move(call_);

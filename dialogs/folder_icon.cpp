@@ -7,7 +7,7 @@ constexpr COLORREF back_color = RGB(226, 176, 73);
 constexpr COLORREF front_color = RGB(250, 214, 120);
 constexpr COLORREF edge_color = RGB(146, 104, 24);
 
-/// Corners are given on a grid of 16 by 16.
+/// Draws a shape whose corners are given on a grid of 16 by 16.
 template <int count>
 void draw_shape(HDC canvas, const RECT& area, const POINT (&corners)[count], COLORREF color) {
   POINT points[count];

@@ -25,7 +25,7 @@ class FolderListBox : public win32::ListBox {
   /// The folder of the selected row; empty without one.
   std::string selected_path() const;
   void show(FolderTree tree);
-  /// Instead of all rows, one that says that a folder is awaited. show_rows() takes it away.
+  /// Shows a single row, which says that a folder is awaited; show_rows() brings the others back.
   void show_waiting();
   void show_rows();
 

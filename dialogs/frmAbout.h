@@ -6,7 +6,7 @@
 
 namespace tallowmere {
 
-/// The program's name and version.
+/// Shows the program's name and version.
 class frmAbout : public win32::Form {
  public:
   explicit frmAbout(HWND owner);

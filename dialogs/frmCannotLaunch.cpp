@@ -19,7 +19,7 @@ frmCannotLaunch::frmCannotLaunch(HWND owner)
 
 bool frmCannotLaunch::ask(std::string_view prompt) {
   lblPrompt.set_text(prompt);
-  open_ = false;  // when the program ends meanwhile
+  open_ = false;  // the answer when the program ends meanwhile
   show_modal(owner_);
   return open_;
 }

@@ -7,7 +7,7 @@
 
 namespace tallowmere {
 
-/// Tells that a file has no application, and offers to open it as the system would.
+/// Reports that a file has no application, and offers to open it as the system would.
 class frmCannotLaunch : public win32::Form {
  public:
   explicit frmCannotLaunch(HWND owner);

@@ -74,7 +74,7 @@ void frmCopyMove::refuse(const std::string& prompt, const win32::Control& contro
 }
 
 void frmCopyMove::cmdOK_Click() {
-  if (waiting()) return;  // nothing goes to the folder of before
+  if (waiting()) return;  // nothing goes to the folder that was open before
   const TypedFolder folder = target_folder();
   const std::string name = txtNewName.enabled() ? txtNewName.text() : std::string();
   if (!folder.fault.empty()) return refuse(folder.fault, txtNewFolder);

@@ -14,8 +14,8 @@
 
 namespace tallowmere {
 
-/// Where the selected files are to be copied or moved. The folder used last and the check box are
-/// kept between showings.
+/// Asks where to copy or move the selected files. The folder used last and the check box are kept
+/// between showings.
 class frmCopyMove : public FolderChooser {
  public:
   frmCopyMove(HWND owner, const DialogContext& context);
@@ -39,7 +39,7 @@ class frmCopyMove : public FolderChooser {
   void open_start_folder(const std::string& files_folder);
   TypedFolder target_folder() const;
   void show_target();
-  /// Says why not and leads back to the control.
+  /// Says why not and moves the focus back to the control.
   void refuse(const std::string& prompt, const win32::Control& control);
 
   void folder_changed() override { show_target(); }

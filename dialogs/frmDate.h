@@ -14,7 +14,7 @@
 
 namespace tallowmere {
 
-/// Which file dates the search accepts.
+/// Asks which file dates the search accepts.
 class frmDate : public win32::Form {
  public:
   /// Calls `display_panel_date` after OK, to rebuild the criteria dialog's summary.

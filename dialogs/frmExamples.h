@@ -4,7 +4,7 @@
 
 namespace tallowmere {
 
-/// Lines of search criteria and what they find.
+/// Shows lines of search criteria and what they find.
 class frmExamples : public HelpScreen {
  public:
   explicit frmExamples(HWND owner) : HelpScreen(owner, criteria_examples()) {}

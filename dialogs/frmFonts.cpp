@@ -67,7 +67,7 @@ void frmFonts::size_columns() {
   lstFaces.set_column_width(pitch_column, pitch_width);
 }
 
-/// The system has given the sample the form's font.
+/// Sets the sample's font again: the system has given it the form's.
 void frmFonts::on_dpi_changed(int, int) {
   size_columns();
   show_sample();

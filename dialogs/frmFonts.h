@@ -11,7 +11,7 @@
 
 namespace tallowmere {
 
-/// The choice of the viewer's font.
+/// Asks for the viewer's font.
 class frmFonts : public win32::Form {
  public:
   explicit frmFonts(HWND owner);
@@ -19,7 +19,7 @@ class frmFonts : public win32::Form {
 
   /// Shows the dialog over the main window with this font chosen; true on OK, with the choice in
   /// `face` and `points`. In place of a face that is not installed, the one that the system uses
-  /// for it is chosen; a size of no sense stays as it is unless the user chooses another.
+  /// for it is chosen; a size that makes no sense stays unless the user chooses another.
   bool ask(std::string& face, double& points);
 
   const std::vector<win32::FontFace>& faces() const { return faces_; }

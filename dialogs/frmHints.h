@@ -7,12 +7,12 @@
 
 namespace tallowmere {
 
-/// How to write search criteria. Opens the examples, and owns them.
+/// Shows how to write search criteria. Opens the examples, and owns them.
 class frmHints : public HelpScreen {
  public:
   explicit frmHints(HWND owner) : HelpScreen(owner, searching_hints()) {}
 
-  /// Shows the hints over `owner`; both screens stand centred over the main window.
+  /// Shows the hints over `owner`; both screens are centred over the main window.
   void show(HWND owner, HWND main_window) {
     main_window_ = main_window;
     HelpScreen::show(owner, main_window);

@@ -9,7 +9,7 @@
 
 namespace tallowmere {
 
-/// The prompt that asks whether the next search narrows the list or starts afresh.
+/// Asks whether the next search narrows the list or starts a new one.
 class frmNarrow : public win32::Form {
  public:
   /// `cancelled` is the cancel flag that all dialogs share.

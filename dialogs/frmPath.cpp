@@ -33,7 +33,7 @@ std::string literal_caption(const std::string& text) {
   return caption;
 }
 
-/// What screen readers call the tick: its caption does not say that it is one, and may be empty.
+/// What screen readers call a check box: its caption does not say what it is, and may be empty.
 std::string tick_name(int index, const std::string& description) {
   const std::string name = "search type " + std::to_string(index + 1);
   return description.empty() ? name : name + ", " + description;
@@ -51,7 +51,7 @@ win32::Check check_of(Tick tick) {
   return win32::Check::off;
 }
 
-/// False: what the clipboard holds is to arrive as it is.
+/// Pastes a file type; returns false when the clipboard's text is to arrive as it is.
 bool paste_type(HWND box) {
   const auto type = pasted_file_type(win32::clipboard_text(box).value_or(""));
   if (type) win32::TextBox(box).replace_selection(*type);
@@ -224,7 +224,7 @@ void frmPath::show_folder(const std::string& path) {
 }
 
 void frmPath::cboFolder_LostFocus() {
-  cboFolder.box().select(0, 0);  // the mark would show on
+  cboFolder.box().select(0, 0);  // the selection would go on showing
   if (!context_.cancelled && cboFolder.changed()) open_typed();
 }
 
@@ -363,7 +363,7 @@ void frmPath::Command1_Click() {
     return;
   }
   if (cboFolder.changed()) {
-    // By Enter in the field the folder shows first; once more is OK.
+    // Enter in the field first shows the folder; pressed again, it is OK.
     open_typed();
     if (cboFolder.box().has_focus()) return;
   }
@@ -387,8 +387,8 @@ void frmPath::accept() {
 }
 
 void frmPath::Command2_Click() {
-  // A text box that loses the focus now is not to be validated. What it shows is loaded anew with
-  // the rest when the dialog is shown again.
+  // A text box that loses the focus now is not to be validated. What it shows is loaded with the
+  // rest when the dialog is shown again.
   context_.cancelled = true;
   hide_from(Command1.handle());
   give_up();

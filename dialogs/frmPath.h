@@ -14,7 +14,7 @@
 
 namespace tallowmere {
 
-/// Which folder and which types of files the search goes through.
+/// Asks which folder and which types of files the search goes through.
 class frmPath : public FolderChooser {
  public:
   /// Calls `display_panel_date` after OK, to rebuild the criteria dialog's summary.
@@ -68,14 +68,14 @@ class frmPath : public FolderChooser {
   void open_typed();
   void open_dropped(const std::string& path);
   void open_path(const std::string& path);
-  /// Says why the folder cannot be opened, as soon as the focus has settled, and leads back into
-  /// the field.
+  /// Says why the folder cannot be opened, as soon as the focus has settled, and moves the focus
+  /// back into the field.
   void refuse_folder(const std::string& message);
   void tell_refusal();
   void accept();
   /// Looks up the description of a valid type; false when the type is not valid.
   bool validate(int index);
-  /// Says why the type is not valid and leads back into its box.
+  /// Says why the type is not valid and moves the focus back into its box.
   void refuse(int index);
   int type_box_at(HWND window) const;
 

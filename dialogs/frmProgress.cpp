@@ -69,14 +69,14 @@ void frmProgress::pause() {
 
 void frmProgress::end() {
   pause();
-  // A window manager takes the front from a disabled window. Who works elsewhere meanwhile stays
-  // there.
+  // A window manager takes the front from a disabled window. A user who works elsewhere meanwhile
+  // stays there.
   if (focus_before_ != nullptr && in_front_ && IsWindowVisible(owner_)) SetForegroundWindow(owner_);
   if (focus_before_ != nullptr && IsChild(owner_, focus_before_)) SetFocus(focus_before_);
   focus_before_ = nullptr;
 }
 
-/// The window stays until the file at hand has been given up.
+/// Cancels the work; the window stays until the file at hand has been given up.
 void frmProgress::cmdCancel_Click() {
   cancelled_ = true;
   cmdCancel.enable(false);

@@ -11,13 +11,13 @@
 
 namespace tallowmere {
 
-/// Shows how far long work has come and lets the user cancel it. Who works calls update() and
-/// serves the messages. Short work is over before the window comes; the owner is disabled from the
+/// Shows how far long work has come and lets the user cancel it. The work calls update() and serves
+/// the messages. Short work is over before the window comes; the owner is disabled from the
 /// beginning.
 class frmProgress : public win32::Form {
  public:
   explicit frmProgress(HWND owner);
-  /// Work from its begin to its end, however that comes about.
+  /// Work from its beginning to its end, however it ends.
   class Work {
    public:
     Work(frmProgress& progress, std::string_view caption) : progress_(progress) {
@@ -34,10 +34,10 @@ class frmProgress : public win32::Form {
   /// `part` from 0 to 1. False once the user has cancelled.
   bool update(const std::string& text, double part);
 
-  /// The work stands still, because the user is asked something.
+  /// Hides the window while the work waits, because the user is asked something.
   void pause();
   void go_on();
-  /// As if the user had clicked Cancel.
+  /// Cancels as if the user had clicked Cancel.
   void cancel() { cmdCancel_Click(); }
 
   win32::Label Label1;

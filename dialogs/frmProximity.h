@@ -9,8 +9,8 @@
 
 namespace tallowmere {
 
-/// The range of a NEAR search. Its controls keep the values between showings; the criteria reader
-/// takes them from here when a search begins.
+/// Asks for the range of a NEAR search. Its controls keep the values between showings; the criteria
+/// reader takes them from here when a search begins.
 class frmProximity : public win32::Form {
  public:
   explicit frmProximity(HWND owner);

@@ -4,7 +4,7 @@
 
 namespace tallowmere {
 
-/// Questions about the program and their answers.
+/// Shows questions about the program and their answers.
 class frmQTips : public HelpScreen {
  public:
   explicit frmQTips(HWND owner) : HelpScreen(owner, quick_answers()) {}

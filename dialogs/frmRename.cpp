@@ -27,7 +27,7 @@ void frmRename::show(const std::string& old_name, Rename rename) {
   rename_ = nullptr;
 }
 
-/// The extension mostly stays.
+/// Selects the name up to its extension, which mostly stays.
 void frmRename::Form_Activate() {
   txtNewName.focus();
   txtNewName.select(0, static_cast<int>(win32::wide(name_stem(txtOldName.text())).size()));

@@ -30,12 +30,13 @@ ReplaceAnswer frmReplace::ask(const ReplaceQuestion& question) {
   lblTargetFacts.set_text(replace_facts(question.target_facts, format_));
   lblSource.set_text(question.source);
   lblSourceFacts.set_text(replace_facts(question.source_facts, format_));
-  answer_ = ReplaceAnswer::cancel;  // when the program ends meanwhile
+  answer_ = ReplaceAnswer::cancel;  // also when the program ends meanwhile
   if (drop_pending()) show_modal(owner_);
   return answer_;
 }
 
-/// A second click on the last question is no answer to this one. False when the program ends.
+/// Drops waiting input: a second click on the last question is no answer to this one. Returns false
+/// when the program ends.
 bool frmReplace::drop_pending() const {
   MSG message;
   while (PeekMessageW(&message, handle(), WM_KEYFIRST, WM_MOUSELAST, PM_REMOVE)) {

@@ -96,7 +96,7 @@ void frmSearchFor::show_words(SearchCriteria& search) {
   set_prox_button();
 }
 
-/// The kind of search tells what there is to fill in: where the buttons are off, the words alone.
+/// Fills in the search chosen: all of it for a new search, only the words for the other kinds.
 void frmSearchFor::choose_recent(SearchCriteria chosen) {
   show_words(chosen);
   txtSearchFor.select_all();
@@ -230,7 +230,7 @@ bool frmSearchFor::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESUL
   return false;
 }
 
-/// Its font may have changed after its size.
+/// Sizes the status bar again, whose font may have changed after its size.
 void frmSearchFor::on_dpi_changed(int, int) {
   recent_.fit();
   SendMessageW(StatusBar1.handle(), WM_SIZE, SIZE_RESTORED, 0);

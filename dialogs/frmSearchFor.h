@@ -19,7 +19,7 @@
 
 namespace tallowmere {
 
-/// What to search for. Opens the dialogs for where, dates and proximity, and owns them.
+/// Asks what to search for. Opens the dialogs for where, dates and proximity, and owns them.
 class frmSearchFor : public win32::Form {
  public:
   frmSearchFor(HWND owner, const DialogContext& context, RecentSearches& recent_searches);
@@ -28,7 +28,7 @@ class frmSearchFor : public win32::Form {
   bool ask(SearchKind kind);
   /// What the dialog and the proximity dialog hold now.
   CriteriaInput input() const;
-  /// Fills this dialog and the proximity dialog from the search, whose proximity it may mend.
+  /// Fills this dialog and the proximity dialog from the search, whose proximity it may correct.
   void copy_current_to_dlgbox();
 
   bool pre_translate(MSG& message) override;
@@ -56,7 +56,7 @@ class frmSearchFor : public win32::Form {
  private:
   void find_controls();
   void wire();
-  /// The proximity of `search` is mended where its dialog cannot have it.
+  /// Fills in the words; corrects the proximity of `search` where its dialog cannot have it.
   void show_words(SearchCriteria& search);
   void choose_recent(SearchCriteria chosen);
   void Form_Activate();

@@ -69,7 +69,7 @@ void frmUnread::on_shown() {
   ListView1.focus();
 }
 
-/// The keys of lists elsewhere, which this control lacks.
+/// Adds the keys of other lists, which this control lacks.
 bool frmUnread::pre_translate(MSG& message) {
   const bool control = GetKeyState(VK_CONTROL) < 0 && GetKeyState(VK_MENU) >= 0;
   if (message.message != WM_KEYDOWN || !control || !IsWindowEnabled(handle())) return false;
@@ -105,7 +105,7 @@ void frmUnread::on_dpi_changed(int before, int now) {
   place_controls();
 }
 
-/// The list takes what the buttons below it leave. The left margin and the sizes of the buttons are
+/// Gives the list what the buttons below it leave. The left margin and the sizes of the buttons are
 /// the template's, as the system has fitted them.
 void frmUnread::place_controls() const {
   RECT client;
@@ -145,7 +145,7 @@ void frmUnread::answer(NMLVDISPINFOW& request) const {
   win32::answer_text(request, request.item.iSubItem == path_column ? file.path : file.reason);
 }
 
-/// The selected rows; all of them where none is selected.
+/// Copies the selected rows, or all of them when none is selected.
 void frmUnread::cmdCopy_Click() {
   const win32::Hourglass hourglass;
   std::vector<std::size_t> rows = ListView1.selected_rows();

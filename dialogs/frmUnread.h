@@ -17,7 +17,7 @@ class frmUnread : public win32::Form {
   /// `unread` outlives the window and stays as it is.
   frmUnread(HWND owner, const std::vector<UnreadFile>& unread);
 
-  /// Returns when the user has closed it.
+  /// Shows the window; returns when the user has closed it.
   void show() { show_modal(owner_); }
 
   bool pre_translate(MSG& message) override;

@@ -40,7 +40,7 @@ COLORREF color_of_link(bool visited) {
   return visited ? visited_link_color : link_color;
 }
 
-/// The lines of a link in the canvas's font; blanks at their ends take no room.
+/// The lines of a link in the canvas's font; spaces at their ends take no room.
 std::vector<std::wstring> link_lines(HDC canvas, std::wstring text, int width) {
   std::vector<std::wstring> lines;
   while (true) {
@@ -76,7 +76,7 @@ int line_height(HDC canvas) {
   return static_cast<int>(metrics.tmHeight);
 }
 
-/// Each character is placed where it was measured to be: a system that draws a text narrower than
+/// Draws each character where it was measured to be: a system that draws a text narrower than
 /// it measures it would underline more than the text.
 void draw_link_text(HDC canvas, RECT area, const std::wstring& text) {
   int top = static_cast<int>(area.top);

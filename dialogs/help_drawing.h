@@ -16,9 +16,9 @@ class MeasuringCanvas {
   MeasuringCanvas(const MeasuringCanvas&) = delete;
   MeasuringCanvas& operator=(const MeasuringCanvas&) = delete;
 
-  /// What the text takes when its lines are broken at `width` pixels.
+  /// The size of the text when its lines are broken at `width` pixels.
   SIZE text_size(std::string_view text, int width) const;
-  /// What draw_link takes for it.
+  /// The size of the text as draw_link draws it.
   SIZE link_size(std::string_view text, int width) const;
 
  private:

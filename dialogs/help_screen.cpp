@@ -115,7 +115,7 @@ void HelpScreen::arrange() {
   set_client_size(handle(), client);
 }
 
-/// Returns the lower edge of the last item.
+/// Places the items; returns the lower edge of the last one.
 int HelpScreen::place_items(const MeasuringCanvas& canvas) {
   const SIZE margin = pixels(form_margin, form_margin);
   const int width = pixels(column_width, 0).cx;

@@ -48,7 +48,7 @@ class HelpScreen : public win32::Form {
   SIZE pixels(int horizontal_units, int vertical_units) const;
   void show_answer(std::size_t topic);
   bool draw_item(const DRAWITEMSTRUCT& draw) const;
-  /// The topic that a control is; their count when it is none.
+  /// The topic that a control is; the number of topics when it is none.
   std::size_t topic_of(HWND control) const;
 
   void topic_Click(std::size_t topic);

@@ -132,7 +132,8 @@ void RecentDropDown::close() const {
   lstRecent.show(false);
 }
 
-/// From the text box to the right and, as far as there are searches, to the lower edge of the form.
+/// Places the list below the text box: out to the form's right margin, as high as its rows or as
+/// the form allows.
 void RecentDropDown::place() const {
   RECT form;
   GetClientRect(form_.handle(), &form);
@@ -234,8 +235,8 @@ bool RecentDropDown::key_down(WPARAM key) {
   }
 }
 
-/// The row below the mouse is the selected one, once the mouse has moved: it may just have been
-/// where the list opened.
+/// Selects the row below the mouse once the mouse has moved: it may just have been where the list
+/// opened.
 void RecentDropDown::mouse_moved(const MSG& message) {
   if (message.pt.x == pointer_.x && message.pt.y == pointer_.y) return;
   pointer_ = message.pt;
@@ -243,7 +244,7 @@ void RecentDropDown::mouse_moved(const MSG& message) {
   if (row >= 0 && row != lstRecent.selected()) point_at(row);
 }
 
-/// A line that is not shown whole is so in the tip.
+/// Selects a row; the tip shows its line when the list does not show all of it.
 void RecentDropDown::point_at(int row) {
   lstRecent.select(row);
   std::string tip;
@@ -254,7 +255,7 @@ void RecentDropDown::point_at(int row) {
   tips_.set(lstRecent.handle(), tip == lstRecent.row_text(row) ? std::string() : tip);
 }
 
-/// -1 outside the rows.
+/// The row at a position; -1 outside the rows.
 int RecentDropDown::row_at(LPARAM position) const {
   const LRESULT row = SendMessageW(lstRecent.handle(), LB_ITEMFROMPOINT, 0, position);
   return HIWORD(row) != 0 ? -1 : LOWORD(row);
@@ -284,7 +285,7 @@ void RecentDropDown::remove(int row) {
   fill(std::min(row, static_cast<int>(searches_.entries().size()) - 1));
 }
 
-/// As the arrow of a combo box. The button's own text is for assistive tools.
+/// Draws the button as the arrow of a combo box. Its own text is for assistive tools.
 LRESULT RecentDropDown::draw_button(const NMCUSTOMDRAW& draw) const {
   if (draw.dwDrawStage != CDDS_PREPAINT) return CDRF_DODEFAULT;
   RECT area;

@@ -30,13 +30,13 @@ class RecentDropDown {
   win32::Button cmdRecent;
   win32::ListBox lstRecent;
 
-  /// The form hands on its messages; true: this one is done with.
+  /// The form hands on its messages; returns true when this one needs nothing more.
   bool pre_translate(MSG& message);
   bool is_open() const { return lstRecent.visible(); }
   void close() const;
-  /// The button works while there are searches to choose from.
+  /// Enables the button while there are searches to choose from.
   void refresh_button() const;
-  /// Another DPI.
+  /// Fits the controls to another DPI.
   void fit() const;
 
  private:

@@ -11,7 +11,7 @@ namespace tallowmere {
 /// the line that marks the focus) and the pair of arrows beside it (`VScroll1`).
 ///
 /// The window's text is the number, for tests and assistive tools; setting the text to a number
-/// sets the value. The form hears EN_CHANGE, EN_SETFOCUS and EN_KILLFOCUS by WM_COMMAND, the first
+/// sets the value. The form gets EN_CHANGE, EN_SETFOCUS and EN_KILLFOCUS by WM_COMMAND, the first
 /// after each change of the value, whoever made it.
 class SpinBox : public win32::Control {
  public:
@@ -32,7 +32,7 @@ class SpinBox : public win32::Control {
   /// Moves the box, and the arrows to its right; in pixels of the form. Their old pixels are not
   /// copied: where several boxes change places, they would be those of a neighbour.
   void place(const RECT& area) const;
-  /// Box and arrows.
+  /// Shows or hides box and arrows.
   void show_both(bool on) const;
   const win32::UpDown& arrows() const { return arrows_; }
 

@@ -30,7 +30,7 @@ void draw_panel(HTHEME theme, HDC canvas, RECT area) {
 
 std::wstring shortened_folder(HDC canvas, const std::wstring& summary, int width) {
   if (text_width(canvas, summary) <= width) return summary;
-  // Behind the last separator stands no name, which the system would keep whole.
+  // The system keeps whole what follows the last separator: a name, and here there is none.
   const std::size_t end = summary.find_last_of(L'\\');
   if (end == std::wstring::npos) return summary;
   const std::wstring tail = summary.substr(end);

@@ -33,7 +33,7 @@ class SummaryBar : public win32::Control {
 };
 
 /// The summary of a folder, its path with "\" and "+", in at most `width` pixels of the canvas's
-/// font: in the middle of the path an ellipsis stands for what has no room.
+/// font: in the middle of the path an ellipsis replaces what has no room.
 std::wstring shortened_folder(HDC canvas, const std::wstring& summary, int width);
 
 }  // namespace tallowmere
