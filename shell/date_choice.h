@@ -43,7 +43,7 @@ struct DateField {
 struct DateTexts {
   std::string_view description;   ///< Label4
   std::string_view first_label;   ///< Label3, before fields 0 to 2
-  std::string_view second_label;  ///< Label5: before fields 3 to 5, or behind field 1
+  std::string_view second_label;  ///< Label5: before fields 3 to 5, or after field 1
 };
 
 /// What the dates dialog edits. Each option keeps its own values: between two dates fields 0 to 2
@@ -51,7 +51,7 @@ struct DateTexts {
 /// field 1. To be filled by load() before use.
 class DateChoice {
  public:
-  /// Takes the values over, fitted into the ranges of the fields. A date option that does not
+  /// Takes the values over and fits them into the ranges of the fields. A date option that does not
   /// exist shows as "All Dates".
   void load(const SearchCriteria& search);
 

@@ -19,8 +19,8 @@ std::string invalid_file_type_message();
 /// True for the characters that never reach a file type box by typing: * / : < > ? \ |
 bool is_swallowed_type_key(char32_t character);
 
-/// What of a pasted text arrives in a file type box when it begins with "*.": what follows on that
-/// line. Nothing for any other text, which arrives as it is.
+/// The part of a pasted text that arrives in a file type box when the text begins with "*.": what
+/// follows on that line. Nothing for any other text, which arrives as it is.
 std::optional<std::string> pasted_file_type(std::string_view text);
 
 /// A valid type as it is stored: a "." before the extension is not a part of it.

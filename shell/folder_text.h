@@ -16,11 +16,11 @@ struct PathPorts {
   std::function<std::string(const std::string&)> full_path;
 };
 
-/// The path that a typed or pasted text names: without quotes and the blanks around it, with its
-/// variables expanded and, but for a root, without final separators. Empty when it names none.
+/// The path that a typed or pasted text names: without quotes and the white space around it, with
+/// its variables expanded and, but for a root, without final separators. Empty when it names none.
 std::string path_from_text(std::string_view text, const PathPorts& ports);
 
-/// True for a path from a drive or a share on.
+/// True for a path that begins with a drive's root or a share.
 bool is_whole_path(std::string_view path);
 
 inline constexpr std::string_view folder_refused_title = "Cannot Open Folder";

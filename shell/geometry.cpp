@@ -16,7 +16,7 @@ std::int64_t divide_rounded(std::int64_t number, std::int64_t divisor) {
   return (number >= 0 ? number + half : number - half) / divisor;
 }
 
-/// True when an edge stands beyond the screen's by the hidden frame. Systems round its width.
+/// True when an edge is beyond the screen's by the hidden frame. Systems round its width.
 bool is_snapped(Twips beyond, Twips hidden_frame) {
   return hidden_frame > 0 && std::abs(beyond - hidden_frame) <= snap_tolerance;
 }
@@ -45,7 +45,7 @@ std::int64_t overlap(const PixelRect& a, const PixelRect& b) {
   return std::max<std::int64_t>(width, 0) * std::max<std::int64_t>(height, 0);
 }
 
-/// Stored numbers can be anything.
+/// Limits the stored numbers, which can be anything.
 TwipRect within_reach(TwipRect stored) {
   for (Twips* length : {&stored.left, &stored.top, &stored.width, &stored.height}) {
     *length = std::clamp(*length, -farthest, farthest);
@@ -53,7 +53,7 @@ TwipRect within_reach(TwipRect stored) {
   return stored;
 }
 
-/// The screen that `stored` says most about, read with that screen's own resolution.
+/// The screen that most of the stored window is on, read with that screen's own resolution.
 const Screen& screen_of(const TwipRect& stored, std::span<const Screen> screens, int system_dpi) {
   const Screen* best = &screens.front();
   std::int64_t most = 0;
@@ -69,7 +69,7 @@ const Screen& screen_of(const TwipRect& stored, std::span<const Screen> screens,
   return *best;
 }
 
-/// In twips, on a screen whose corner is at 0, 0.
+/// Places the window, in twips, on a screen whose corner is at 0, 0.
 TwipRect place_window(const TwipRect& stored, const TwipSize& screen, const TwipSize& design,
                       Twips hidden_frame) {
   const Axis across{screen.width, hidden_frame, hidden_frame};

@@ -101,7 +101,7 @@ struct DatePart {
 
 constexpr int most_digits = 4;
 
-/// Takes the next run of digits; false when letters stand before it, or it is missing or too long.
+/// Takes the next run of digits; false when letters come before it, or it is missing or too long.
 bool take_date_part(std::string_view text, std::size_t& at, DatePart& part) {
   while (at < text.size() && !is_digit(text[at])) {
     if (is_letter(text[at])) return false;

@@ -9,8 +9,8 @@
 
 namespace tallowmere {
 
-/// The number at the start of `text` after leading blanks, 0 when there is none. What is too large
-/// for a double becomes the largest one.
+/// The number at the start of `text` after leading white space, 0 when there is none. What is too
+/// large for a double becomes the largest one.
 double lenient_number(std::string_view text);
 
 /// lenient_number rounded to the nearest integer, halves to the even one, and kept within int.

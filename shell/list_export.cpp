@@ -11,7 +11,7 @@ constexpr std::string_view mark = "\xEF\xBB\xBF";
 constexpr std::string_view line_end = "\r\n";
 constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
-/// Names need not be well-formed; the file is to be. In a text no name may end the line.
+/// Names need not be well-formed; the file must be. In a text no name may end the line.
 std::string clean(std::string_view text, bool one_line) {
   std::string result;
   for (std::size_t position = 0; position < text.size();) {
@@ -26,7 +26,7 @@ std::string clean(std::string_view text, bool one_line) {
   return result;
 }
 
-/// Always in quotes. Spreadsheets take what begins like a formula for one, quoted or not.
+/// Puts a text in quotes. Spreadsheets take what begins like a formula for one, quoted or not.
 std::string cell(std::string_view text) {
   constexpr std::string_view begins_formula = "=+-@\t\r\n";
   std::string result = "\"";

@@ -20,15 +20,15 @@ class ProximityChoice {
   int after = proximity_default;
   bool all_words = false;
 
-  /// Fits the counts into the range, in place; a pair of zeros becomes the default. Then takes the
-  /// three values over.
+  /// Fits the counts into the range, in place; a pair of zeros becomes the default. Then takes over
+  /// the three values.
   void ini_frmProximity(bool prox_all, int& prox_before, int& prox_after);
 
   /// Notes the values when the dialog opens, for restore() on Cancel.
   void remember();
   void restore();
 
-  /// Both counts back to the default; the option stays.
+  /// Sets both counts to the default; the option stays.
   void reset();
 
   /// False for a pair of zeros, which OK refuses with zero_proximity_text.

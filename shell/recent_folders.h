@@ -13,7 +13,7 @@ class RecentFolders {
  public:
   static constexpr std::size_t most = 10;
 
-  /// A search begins in this folder.
+  /// Puts the folder that a search begins in first.
   void add(const std::string& folder);
   const std::vector<std::string>& folders() const { return folders_; }
 

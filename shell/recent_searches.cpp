@@ -56,7 +56,7 @@ bool is_control(char32_t character) {
   return character < 0x20 || (character >= 0x7F && character < 0xA0);
 }
 
-/// `text` in at most `most` characters, of which the last `tail` are kept, with blanks for control
+/// `text` in at most `most` characters, of which the last `tail` are kept, with spaces for control
 /// characters.
 std::string shown(std::string_view text, std::size_t most, std::size_t tail) {
   std::u32string characters;

@@ -19,7 +19,7 @@ class RecentSearches {
 
   const std::vector<SearchCriteria>& entries() const { return entries_; }
 
-  /// The same search, in all that it searches by, is in the list once.
+  /// Puts a search that begins first. The same search, in all that it searches by, is kept once.
   void begun(const SearchCriteria& search);
   /// `index` must be that of an entry.
   void remove(std::size_t index);
@@ -33,10 +33,10 @@ class RecentSearches {
 /// search, and which dates. It can be taken back.
 class RecentChoice {
  public:
-  /// Takes a choice made before back first.
+  /// Brings in a chosen search; takes back an earlier choice first.
   void choose(const SearchCriteria& chosen, SearchCriteria& search);
-  /// Where to search is as before the choice again, unless it is another than the choice made it by
-  /// now; the dates likewise.
+  /// Restores where to search as it was before the choice, unless it has been changed since; the
+  /// dates likewise.
   void take_back(SearchCriteria& search);
 
  private:

@@ -157,7 +157,7 @@ void load_search(SettingsStore& store, SearchCriteria& search, ShellState& shell
   load_extent(store, search);
 }
 
-/// Each is stored as the current search is, so that whatever is wrong with it is mended likewise.
+/// Loads them. Each is stored as the current search is, so that its faults are corrected likewise.
 void load_recent_searches(SettingsStore& store, RecentSearches& recent,
                           const SettingsContext& context) {
   const std::string stored = store.get_setting("recent_searches").substr(0, recent_searches_limit);
@@ -194,7 +194,7 @@ std::string column_key(std::size_t column) {
   return "column_width" + std::to_string(column + 1);
 }
 
-/// Shares that a window has no room for are fitted when it is laid out.
+/// Loads the list's sizes. A share that a window has no room for is fitted when it is laid out.
 void load_list(SettingsStore& store, ShellState& shell) {
   shell.list_share = std::clamp(lenient_integer(store.get_setting("list_share")), 0, whole_window);
   for (std::size_t i = 0; i < shell.column_widths.size(); ++i) {
@@ -258,7 +258,7 @@ void save_search(SettingsStore& store, const SearchCriteria& search, const Shell
   save_where_and_dates(store, search);
 }
 
-/// Those that have room: one of very many words is forgotten when the program ends.
+/// Saves those that have room: one of very many words is forgotten when the program ends.
 void save_recent_searches(SettingsStore& store, const RecentSearches& recent) {
   std::string stored;
   for (const SearchCriteria& search : recent.entries()) {

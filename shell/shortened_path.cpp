@@ -14,7 +14,7 @@ namespace {
 constexpr std::string_view separators = "\\/";
 constexpr std::string_view dots = "…";
 
-/// Of the drive or of the server with its share, with the separator.
+/// The length of the drive, or of the server with its share, with the separator.
 std::size_t root_length(std::string_view path) {
   const bool server = path.find_first_not_of(separators) == 2;
   const std::size_t host_end = server ? path.find_first_of(separators, 2) : 0;

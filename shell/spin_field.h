@@ -22,17 +22,17 @@ class SpinField {
   int min() const { return min_; }
   int max() const { return max_; }
 
-  /// What the box shows: the digits being typed, which may still be below the range, or the value.
+  /// The text of the box: the digits being typed, which may still be below the range, or the value.
   std::string text() const;
 
   void set_range(int min, int max);
   void set_value(int value);
 
   void key(SpinKey key);
-  /// One click on the upper (+1) or lower (-1) arrow.
+  /// Takes one click on the upper (+1) or lower (-1) arrow.
   void arrow_click(int direction);
-  /// One typed digit, 0 to 9. A number as wide as the maximum is complete: it is fitted into the
-  /// range and the next digit starts a new one.
+  /// Takes one typed digit, 0 to 9. A number as wide as the maximum is complete: it is fitted into
+  /// the range and the next digit starts a new one.
   void digit(int digit);
   void backspace();
   /// The focus leaves: what was typed is fitted into the range; a field left empty takes back the

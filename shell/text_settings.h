@@ -9,7 +9,7 @@
 
 namespace tallowmere {
 
-/// Parts several TextSettings in one text; none of them holds it.
+/// Separates several TextSettings in one text; none of them holds it.
 inline constexpr char text_settings_separator = '|';
 
 /// Settings in one line of text, which may be a value of another store: key=value;key=value. What
@@ -17,7 +17,7 @@ inline constexpr char text_settings_separator = '|';
 class TextSettings : public SettingsStore {
  public:
   TextSettings() = default;
-  /// Anyone may have written the text: what is no key=value is passed over, of equal keys the first
+  /// Anyone may have written the text: what is no key=value is ignored, of equal keys the first
   /// counts, and a % without a number means itself.
   explicit TextSettings(std::string_view text);
 

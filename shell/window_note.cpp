@@ -95,7 +95,7 @@ std::string note_texts(const Note& note) {
 }
 
 void WindowNote::run_goes_on(double seconds, std::string folder) {
-  // One that is named already goes on past midnight, when the seconds are few again.
+  // A folder that is named already stays past midnight, when the seconds are few again.
   if (folder.empty() || (run_.empty() && seconds < 1)) return;
   run_ = {{std::move(folder)}};
   run_.front().is_folder = true;

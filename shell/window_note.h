@@ -14,7 +14,7 @@ namespace tallowmere {
 /// What a link of a note does.
 enum class NoteLink { read_unicode_text, show_unread };
 
-/// One thing to note: words, a link that follows them, or both.
+/// One thing to note: words, a link after them, or both.
 struct NotePart {
   std::string text;
   std::optional<NoteLink> link = {};
@@ -28,7 +28,7 @@ struct Note {
   std::vector<NotePart> parts;
 
   bool empty() const { return parts.empty(); }
-  /// In the order in which they show.
+  /// The links in the order in which they show.
   std::vector<NoteLink> links() const;
   bool has(NoteLink link) const;
   /// How many parts have words beside their link.
@@ -51,7 +51,7 @@ struct OnView {
   std::string hit = {};  ///< which one has been met; empty when that is not known
 };
 
-/// What a run leaves to say when it has ended.
+/// What there is to say of a run that has ended.
 struct RunOutcome {
   bool unicode_text = false;       ///< files were read as the Unicode text that they are
   bool code_page_lacks = false;    ///< a character of the criteria
@@ -66,15 +66,15 @@ struct RunOutcome {
 /// of the file on view, then what the last run has left to say.
 class WindowNote {
  public:
-  /// A run begins, or has been through its files.
+  /// Clears what was noted of runs and folders: a run begins, or has been through its files.
   void clear_run() {
     run_.clear();
     folder_.clear();
   }
-  /// The next search is to go through a folder that was dropped on the window: says so until that
-  /// shows elsewhere, which an empty one tells.
+  /// Says that the next search is to go through a folder dropped on the window, until that shows
+  /// elsewhere: then `folder` is empty.
   void folder_taken(const std::string& folder) { folder_ = folder; }
-  /// A few times a second: a run that lasts names the folder that it is in.
+  /// Called a few times a second: a run that lasts names the folder that it is in.
   void run_goes_on(double seconds, std::string folder);
   void run_ended(const RunOutcome& run);
 

@@ -106,7 +106,7 @@ TEST_F(Actions, RenamesInTheDialogAndInTheList) {
 // The end of a rename moves the rows: what ends it must not take another file for the renamed one.
 TEST_F(Actions, ACommandInTheMiddleOfARenameMeansTheSameFile) {
   const auto program = found({"a.txt", "b.txt", "c.txt"});
-  program->window().command(ID_MNUSORT);  // afresh: the next times it reverses
+  program->window().command(ID_MNUSORT);  // sorts; the next times it reverses
   program->list().select(2);
   focus_list(*program);
   type_label(*program, "d.txt");
@@ -175,7 +175,7 @@ TEST_F(Actions, CarriesNamesAndTextAway) {
   ASSERT_TRUE(program->window().bring_to_front());
   program->window().ask_for_menu(program->list());
   ASSERT_TRUE(wait_until([&] { return program->window().shows_menu(); }));
-  press_key('O');  // of "C&opy Name", where "E&xit" stands otherwise
+  press_key('O');  // of "C&opy Name", where "E&xit" is otherwise
   EXPECT_TRUE(comes(folder() + "b.txt")) << clipboard_text();
   ASSERT_TRUE(wait_until([&] { return !program->window().shows_menu(); }));
 

@@ -66,7 +66,7 @@ TEST(ByteSearch, OneByOneAndTogetherFindsWhatANaiveSearchFinds) {
       patterns.emplace_back(pattern, table(fold));
       const auto places = naive(text, pattern, fold);
       ASSERT_EQ(scanned(text, patterns.back()), places) << pattern << " in " << text;
-      // Together, every second pattern is refused wherever it stands.
+      // Together, every second pattern is refused wherever it occurs.
       expected |= i % 2 == 0 && !places.empty();
     }
     if (!MultiPattern::usable()) continue;

@@ -22,7 +22,7 @@ TEST(Criteria, SplitsAtBlanksAndQuotes) {
       {"\"ab\"cd ef", "[ab]|cd|ef"},
       {"a\"b c\"d", "a\"b|c\"d"},
       {"one\ttwo three", "one\ttwo|three"},
-      // With no blank behind it, what follows the closing quote of the last term is not a term.
+      // With no space after it, what follows the closing quote of the last term is not a term.
       {"\"ab\"cd", "[ab]"},
       {"\"", "\""},
       {"\"\" cat", "[]|cat"},

@@ -21,7 +21,7 @@ class RecordingHost : public SearchHost {
   int stop_after = -1;          ///< questions until Stop; below 0: never
 
   std::function<std::string()> current_folder = [] { return ""; };
-  std::string folders;  ///< what that has told, a line each
+  std::string folders;  ///< what that has answered, a line each
 
   bool go_on() override {
     const std::string folder = current_folder() + "\n";
@@ -147,7 +147,7 @@ TEST(NamePatterns, FitWholeNamesAndTakeWhateverIsTyped) {
        {"git", ".gitignore", "a.bk", "a.bak2", " .git "}},
       {"*aba*?b;x*", {"ababxb", "xabababb", "aba*x*yb", "x"}, {"abab", "ababa", "b"}},
       {"***\xC3\x89t?", {"\xC3\xA9T\xE2\x82\xAC", "x\xC3\xA9t\xFF"}, {"et", "\xC3\xA9t"}},
-      // Takes not much longer than the others.
+      // Does not take much longer than the others.
       {many, {as, as + "b", std::string(300, 'b')}, {as + "c", "b"}},
   };
   for (const auto& [patterns, fitting, other] : cases) {

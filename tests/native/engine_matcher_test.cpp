@@ -52,7 +52,7 @@ std::string with(std::string text, std::size_t at, const std::string& part) {
 
 const std::string two_chunks(2 * chunk, '.');
 
-/// The rules in words; all that follows from them is held against the literal matcher below.
+/// The rules in words; all that follows from them is compared with the literal matcher below.
 TEST(Matcher, WhatMatches) {
   const std::string e = "\xE9";
   const std::string lacking = "\xE4\xB8\xAD";  // no character of the code page
@@ -85,16 +85,16 @@ TEST(Matcher, WhatMatches) {
       {input("cat", search_phrase), short_end, true},
       // The words' neighbours are those in the file, beyond a seam too.
       {input("cat", search_or), with(two_chunks, chunk - 3, "cats"), false},
-      // NEAR: so many characters before the first word and behind it.
+      // NEAR: so many characters before the first word and after it.
       {input("cat dog owl", search_near, 5, 8), "........ cat ... dog", true},
       {input("cat dog owl", search_near, 5, 8), "........ cat .... dog", false},
       {input("cat dog owl", search_near, 5, 8, true), "............ dog  cat owl", true},
-      // Before the beginning of the file the window keeps its length and reaches further behind.
+      // Before the beginning of the file the window keeps its length and reaches further on.
       {input("cat dog", search_near, 5, 8), "cat ........ dog", true},
       {input("cat dog", search_near, 5, 8), "cat ......... dog", false},
       // The window cuts words: one cut is whole there.
       {input("cat dog", search_near, 5, 5), std::string(20, '.') + "hotdog..cat", true},
-      // Across a seam it stands one byte further right.
+      // Across a seam the window is one byte further right.
       {input("cat dog", search_near, 5, 8), with(two_chunks, chunk - 1, "cat......dog"), true},
       {input("cat dog", search_near, 5, 8), with(two_chunks, chunk - 1, "cat.......dog"), false},
   };

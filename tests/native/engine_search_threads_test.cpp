@@ -16,7 +16,7 @@ namespace {
 
 using Call = HangingFiles::Call;
 
-/// Writes down all that a search tells, and stops it on command.
+/// Records all that a search reports, and stops it on command.
 class LoggingHost : public SearchHost {
  public:
   std::string log;
@@ -106,7 +106,7 @@ void SearchThreadsTest::plant_tree(std::mt19937& random) {
   files.listing_knows_facts = chance(2);
 }
 
-/// All that one run tells, of the folders or of a list of files.
+/// All that one run reports, of the folders or of a list of files.
 std::string SearchThreadsTest::told(unsigned threads, int stop_after,
                                     const std::vector<std::string>* list) {
   LoggingHost host;

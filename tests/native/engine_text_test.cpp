@@ -173,7 +173,7 @@ TEST(UnicodeText, AgreesWithTheLiteralMatcher) {
 
 TEST(UnicodeText, OddCriteria) {
   const std::string half = "\xED\xA0\x80";
-  std::string far;  // its one capital stands behind what is looked for before decoding
+  std::string far;  // its one capital comes after what is looked for before decoding
   for (int i = 0; i < 30; ++i) far += "\xC3\xA9\xE6\x97\xA5\xD0\xB6";
   std::string capital = far;
   capital.replace(capital.size() - 2, 2, "\xD0\x96");

@@ -22,7 +22,7 @@ class MemoryDisk : public FileOperations {
 
   std::map<std::string, std::string> files;  ///< contents by key of the path
   std::string locked;                        ///< the key of a file in use
-  std::string recycled;                      ///< paths, each behind a blank
+  std::string recycled;                      ///< paths, each after a space
   std::function<void()> before_writing;      ///< what happens once, when the target was looked at
 
   Result facts(const std::string& path, FileFacts& facts) override {

@@ -112,7 +112,7 @@ class LiteralMatcher {
     return false;
   }
 
-  /// Neighbours are those in `around`, in which the text begins behind `shift` bytes.
+  /// Neighbours are those in `around`, in which the text begins after `shift` bytes.
   std::size_t find_term(const Text& text, std::size_t from, std::size_t term, const Text& around,
                         std::size_t shift = 0) const {
     if (!search_.representable[term]) return 0;

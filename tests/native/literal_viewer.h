@@ -33,7 +33,7 @@ int code_at(const Text& text, Position at) {  // -1 outside
 using Characters = std::u32string;
 using Positions = std::vector<Position>;
 
-/// As the text box counts them.
+/// Where the characters are as the text box counts.
 inline Positions unit_places(const Characters& text) {
   Positions places{1};
   for (const char32_t code : text) {
@@ -183,7 +183,7 @@ class LiteralViewer {
   }
 
  private:
-  /// The first character of the text at hand at or behind a place.
+  /// The first character of the text at hand at or after a place.
   Position index_of(Position place) const {
     return std::lower_bound(places_.begin(), places_.end() - 1, place) - places_.begin() + 1;
   }
@@ -232,7 +232,7 @@ class LiteralViewer {
     for (auto at = begin; at <= behind; ++at) places_.push_back(*at - chunk_start + 1);
   }
 
-  /// Returns where the character at a position comes to stand, with the caret there.
+  /// Fills the text box; returns where the character at a position then is, with the caret there.
   Position fill_textbox(Position position) {
     text1 = chunk_text_ =
         literal_filter(chunk_text_, unicode_ ? "" : extension_, chunk_start, position, from_);
@@ -285,7 +285,7 @@ class LiteralViewer {
     return 0;
   }
 
-  /// The first hit at or behind a position, or the last one at or before it.
+  /// The first hit at or after a position, or the last one at or before it.
   Position get_highlight_position(Position position, bool forward, Position& length) const {
     const std::string in = seen(chunk_text_);
     const int step = forward ? 1 : -1;

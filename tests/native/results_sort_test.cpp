@@ -29,7 +29,7 @@ struct Row {
   std::string name, folder, type;
 };
 
-/// Whether `b`, now behind `a`, must come before it.
+/// Whether `b`, now after `a`, must come before it.
 bool out_of_order(const Row& a, const Row& b, SortKey key) {
   const FileRecord &one = a.record, &other = b.record;
   if (key == SortKey::date && one.filedate != other.filedate) return one.filedate < other.filedate;
@@ -134,7 +134,7 @@ TEST(SortCommand, SecondChoiceReversesUnlessAResortIsPending) {
   EXPECT_EQ(list.viewed_index, 2);
   EXPECT_EQ(click(SortKey::size), "c b a up");
 
-  // A new search keeps a reversed order, and the next choice sorts afresh.
+  // A new search keeps a reversed order, and the next choice sorts instead of reversing.
   click(SortKey::size);
   list.add_file_row(FileRecord{"d", 0, "/", 4});
   sort_after_search(menu, list, {});

@@ -18,7 +18,7 @@
 
 namespace tallowmere {
 
-/// Surrogates alone make a text that is invalid.
+/// Encodes a text; surrogates alone make it invalid.
 inline std::string encode(std::u32string_view text, TextEncoding encoding) {
   std::string result;
   for (const char32_t code : text) {

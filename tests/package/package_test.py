@@ -168,7 +168,7 @@ class PackageTest(unittest.TestCase):
         self.addCleanup(run, "reg", "delete", OVERRIDES, "/f")
         for library in ("comctl32", "dwmapi", "uxtheme", "winmm"):
             shutil.copy(planted, os.path.join(folder, library + ".dll"))
-            # Wine takes its own ones otherwise, wherever the others stand.
+            # Wine takes its own ones otherwise, wherever the others are.
             run("reg", "add", OVERRIDES, "/v", library, "/d", "native,builtin", "/f")
         running = self.start(os.path.join(folder, "Tallowmere32.exe"))
         self.assertEqual(self.close(running), 0)

@@ -15,12 +15,12 @@ class FakeFace : public TextFace {
  public:
   int columns = 40;
   int page = 10;
-  bool wrap_at_blanks = false;  ///< behind the last blank of a line too long, when it has one
+  bool wrap_at_blanks = false;  ///< after the last space of a line too long, when it has one
 
   std::string text;      ///< of UTF-16 one byte a unit: 128 to 255 beyond ASCII
   std::u16string units;  ///< set last; empty after bytes
   TextSelection selected;
-  bool caret_first = false;  ///< the caret stands at the selection's start
+  bool caret_first = false;  ///< the caret is at the selection's start
   bool is_enabled = false;
   int redraw_held = 0;  ///< set_redraw(false) calls not taken back
   int texts_set = 0;
@@ -101,7 +101,7 @@ class FakeFace : public TextFace {
   int first_line_ = 0;
 };
 
-/// Writes down what it is told.
+/// Records what the viewer reports.
 class FakeHost : public ViewerHost {
  public:
   int steps_allowed = 1 << 30;  ///< the calls of go_on that are answered with true

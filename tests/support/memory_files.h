@@ -155,7 +155,7 @@ class MemoryFiles : public FileSystem {
   std::map<std::string, File> files_;
 };
 
-/// A clock that stands still, in UTC.
+/// A clock that does not run, in UTC.
 class FixedClock : public Clock {
  public:
   double time_of_day = 43200;

@@ -64,7 +64,7 @@ class LaunchTest : public testing::Test {
     GetModuleFileNameW(nullptr, path, MAX_PATH);
     return path;
   }
-  /// Below a folder of the test; without more words, one with a blank in its name.
+  /// Copies a program below the test's folder; by default, into a folder with a space in its name.
   std::wstring install(const std::wstring& program,
                        const std::string& place = "My Apps\\notepad.exe") const {
     const std::filesystem::path copy = win32::wide(folder.path(place));

@@ -12,7 +12,7 @@
 
 namespace tallowmere {
 
-/// A window with a text field in front, and what the commands told it.
+/// A window with a text field in front, and what the commands reported to it.
 class RecordingHost : public ActionHost {
  public:
   RecordingHost()

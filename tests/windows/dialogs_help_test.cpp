@@ -6,7 +6,7 @@
 namespace tallowmere {
 namespace {
 
-/// Where it stands in its form.
+/// Where a control is in its form.
 RECT place_of(const win32::Control& control) {
   RECT place;
   GetWindowRect(control.handle(), &place);

@@ -30,7 +30,7 @@ class PathTest : public testing::Test {
     for (int row = 0; row < form.Dir1.count(); ++row) text += form.Dir1.row_text(row) + "|";
     return text;
   }
-  /// One sign a check box: x ticked, - greyed, . unticked; ! behind it when disabled.
+  /// One sign a check box: x ticked, - greyed, . unticked; ! after it when disabled.
   std::string ticks() {
     std::string text;
     for (const win32::CheckBox& box : form.chkUserFileType) {

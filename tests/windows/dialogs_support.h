@@ -101,7 +101,7 @@ struct DialogWorld {
   }
 };
 
-/// As if the key went down and up while `control` has the focus.
+/// Acts as if the key went down and up while `control` has the focus.
 inline void press(const win32::Control& control, WPARAM key) {
   PostMessageW(control.handle(), WM_KEYDOWN, key, 1);
   PostMessageW(control.handle(), WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
@@ -115,7 +115,7 @@ inline void type(const win32::Control& control, std::string_view text) {
   for (const wchar_t unit : win32::wide(text)) SendMessageW(control.handle(), WM_CHAR, unit, 1);
 }
 
-/// Pops the open message box's text and closes it by OK; empty when there is none of this title.
+/// Closes the open message box by OK and returns its text; empty when there is none of this title.
 inline std::string answer_box(const wchar_t* title) {
   const HWND box = FindWindowW(L"#32770", title);
   if (box == nullptr) return {};
@@ -125,7 +125,7 @@ inline std::string answer_box(const wchar_t* title) {
   return text;
 }
 
-/// As if these files, each with a final NUL, were dropped on the window.
+/// Acts as if these files, each with a final NUL, were dropped on the window.
 inline void drop_on(HWND window, std::wstring_view paths) {
   const SIZE_T bytes = sizeof(DROPFILES) + (paths.size() + 1) * sizeof(wchar_t);
   auto* files = static_cast<DROPFILES*>(GlobalAlloc(GPTR, bytes));
@@ -140,7 +140,7 @@ inline std::string label_of(const win32::Control& control) {
   return win32::Control(GetWindow(control.handle(), GW_HWNDPREV)).text();
 }
 
-/// The one that a control has.
+/// The font that a control has.
 inline LOGFONTW font_of(const win32::Control& control) {
   LOGFONTW font{};
   const LRESULT handle = SendMessageW(control.handle(), WM_GETFONT, 0, 0);

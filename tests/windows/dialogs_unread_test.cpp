@@ -18,7 +18,7 @@ class UnreadTest : public testing::Test {
   void work(std::initializer_list<Hand::Step> steps) {
     hand.work([this] { form.show(); }, steps);
   }
-  /// With the Ctrl key down.
+  /// Presses a key with the Ctrl key down.
   void press_with_control(WPARAM key) {
     BYTE keys[256] = {};
     keys[VK_CONTROL] = 0x80;

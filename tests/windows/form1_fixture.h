@@ -89,10 +89,10 @@ class Form1Test : public testing::Test {
     files.wait_for_threads(1);  // the viewer's may be kept
   }
 
-  /// As if the user chose it, but served at once.
+  /// Acts as if the user chose the command, which is served at once.
   void choose(int command) { SendMessageW(form->handle(), WM_COMMAND, MAKEWPARAM(command, 0), 0); }
 
-  /// As if the user did something to the list, or to one of its headers.
+  /// Acts as if the user did something to the list, or to one of its headers.
   void notify_list(UINT code, int column = 0) {
     NMLISTVIEW event{};
     event.hdr = {form->ListView2.handle(), IDC_LISTVIEW2, code};
@@ -125,7 +125,7 @@ class Form1Test : public testing::Test {
     return all;
   }
 
-  /// Of the viewer and the window.
+  /// The viewer's text and the window's caption.
   std::string text_and_caption() const {
     return form->Text1.text() + "," + win32::Control(form->handle()).text();
   }

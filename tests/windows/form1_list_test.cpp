@@ -33,7 +33,7 @@ class Form1ListTest : public Form1Test {
     ASSERT_EQ(names(), "a.log b.txt C.txt ");
   }
 
-  /// '^' ascending, 'v' descending, blank none, for each header.
+  /// '^' ascending, 'v' descending, a space for none, for each header.
   std::string arrows() const {
     std::string text;
     for (int i = 0; i < result_columns; ++i) {
@@ -51,7 +51,7 @@ TEST_F(Form1ListTest, HeadersAndMenuShowTheOrderAndKeepTheSelection) {
   open_with_list();
   form->ListView2.select_only(0);
   const std::tuple<bool, int, std::string, std::string> steps[] = {
-      {true, 0, "a.log b.txt C.txt ", "^   "},  // afresh: only then it reverses
+      {true, 0, "a.log b.txt C.txt ", "^   "},  // sorts: only the next time it reverses
       {true, 0, "C.txt b.txt a.log ", "v   "},  {true, 2, "a.log b.txt C.txt ", "  v "},
       {false, 2, "C.txt b.txt a.log ", "  ^ "}, {true, 1, "b.txt a.log C.txt ", " v  "},
       {false, 3, "a.log b.txt C.txt ", "   ^"}, {false, 4, "a.log b.txt C.txt ", "    "}};
@@ -63,7 +63,7 @@ TEST_F(Form1ListTest, HeadersAndMenuShowTheOrderAndKeepTheSelection) {
   }
 }
 
-// The box that tells of the other file serves events, too.
+// The box that reports the other file serves events, too.
 TEST_F(Form1ListTest, MovedFilesAreSortedWhenTheirCommandIsOver) {
   const TempFolder folder;
   for (const char* name : {"a", "b", "c"}) files.add(folder.write(name, "needle"), "needle");

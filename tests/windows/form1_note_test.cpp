@@ -30,7 +30,7 @@ class Form1NoteTest : public Form1Test {
     win32::pump_pending();
   }
 
-  /// On the last letters of the note, which are its link's.
+  /// Clicks on the last letters of the note, which are its link's.
   void click_note() {
     RECT area;
     GetClientRect(form->lblNote.handle(), &area);
@@ -40,7 +40,7 @@ class Form1NoteTest : public Form1Test {
     win32::pump_pending();
   }
 
-  /// Nothing is to be said of it then.
+  /// Moves the selection off the hit, of which there is then nothing to say.
   void leave_hit() {
     form->Text1.select(0, 0);
     SendMessageW(form->Text1.handle(), WM_KEYUP, VK_LEFT, 0);

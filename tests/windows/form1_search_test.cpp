@@ -111,7 +111,7 @@ TEST_F(Form1SearchTest, WithoutMemoryItKeepsWhatItHasFoundAndGoesOn) {
   EXPECT_EQ(form->Label2.text(), "Search Stopped");
   run(SearchKind::new_search, "needle");
   EXPECT_EQ(names(), "a.txt b.txt ");
-  // In any other handler: told, and the viewer can be used again.
+  // In any other handler: reported, and the viewer can be used again.
   files.on_read = [] { throw std::bad_alloc(); };
   {
     const User user("Cannot Go On", press_button(IDOK));

@@ -8,7 +8,7 @@ namespace {
 
 class Form1ViewerTest : public Form1Test {
  protected:
-  /// Lists the files in which "needle" stands.
+  /// Lists the files in which "needle" occurs.
   void list(const std::string& first, const std::string& second = "") {
     files.add("C:\\docs\\a.txt", first);
     if (!second.empty()) files.add("C:\\docs\\b.txt", second);

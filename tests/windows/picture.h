@@ -7,7 +7,7 @@
 
 namespace tallowmere {
 
-/// The pixels of a window's client area with its controls, as they stand on the screen.
+/// The pixels of a window's client area with its controls, as they are on the screen.
 inline std::vector<std::uint32_t> picture_of(HWND window) {
   UpdateWindow(window);
   RECT area;

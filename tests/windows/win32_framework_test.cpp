@@ -43,7 +43,7 @@ class PlainForm : public Form {
   int clicks = 2;  ///< on OK, one after the other
   int accepted = 0;
   std::string changes;
-  RECT shown{};  ///< where it stood the first time
+  RECT shown{};  ///< where it was the first time
 
  protected:
   void on_shown() override {
