@@ -126,7 +126,7 @@ class ViewerPane : private ViewerHost {
   HitNavigation navigation_;
   ViewScroll scroll_;
   HitMarks marks_;
-  std::optional<HitFinder> finder_;  ///< always there; made anew with the criteria
+  std::optional<HitFinder> finder_;  ///< always there; made again with the criteria
 
   HitOrdinal hit_;
   IdleCounter idle_;  ///< after what it works with

@@ -49,7 +49,7 @@ class SpinBox : public win32::Control {
   void place_arrows() const;
   void paint();
   void draw(HDC canvas, const RECT& area) const;
-  /// Shows the field; tells the form when its value is no longer `before`.
+  /// Shows the field; reports to the form when its value is no longer `before`.
   void update(int before);
   void tell_form(int code) const;
 

@@ -80,7 +80,7 @@ TEST(Matcher, WhatMatches) {
       {input("\"\" zzz", search_near, 0, 0), "x", true},
       // AND finds at a seam only its last term, and only when the others came in an earlier chunk.
       {input("needle cat", search_and), with(seam, 5, "cat"), false},
-      // A term that ends with the file in a last chunk shorter than it is passed over.
+      // A term that ends with the file in a last chunk shorter than it is skipped.
       {input("cat", search_or), short_end, false},
       {input("cat", search_phrase), short_end, true},
       // The words' neighbours are those in the file, beyond a seam too.

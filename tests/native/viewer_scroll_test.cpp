@@ -36,7 +36,7 @@ struct Scrolling : Viewing {
     return shown().last_chunk && face.first_visible_line() + face.page >= face.line_count();
   }
 
-  /// Scrolls in steps to the end (+) or the start (-) of the file. What stays on view must stand
+  /// Scrolls in steps to the end (+) or the start (-) of the file. What stays on view must be
   /// exactly `step` lines away when `exact`, and otherwise go on in its direction.
   void walk(int step, bool exact) {
     const auto end_reached = [&] { return step > 0 ? at_end() : at_start(); };

@@ -164,7 +164,7 @@ TEST_F(ViewerBoxTest, CaretMayStandAtTheStartOfTheSelection) {
   ShowWindow(parent, SW_SHOWNA);
   box.focus();
   const int end = box.line_index(6) + 2;
-  for (const int length : {2, 20}) {  // within one line only the caret's place tells
+  for (const int length : {2, 20}) {  // within one line only the caret's place shows it
     box.select(end - length, length);
     EXPECT_FALSE(box.caret_first());
     box.select(end, -length);
