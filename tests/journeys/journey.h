@@ -19,7 +19,7 @@ namespace tallowmere::driver {
 enum { all_words, any_word, phrase, near_words };
 
 /// A journey through the real program: empty settings, a folder for the test's own files, and the
-/// program in the folder of the test.
+/// program that lies beside the test program.
 class Journey : public testing::Test {
  protected:
   Journey();
