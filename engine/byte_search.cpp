@@ -39,7 +39,7 @@ void BytePattern::choose_probes() {
   }
   std::size_t other = rarest == 0 ? bytes_.size() - 1 : 0;
   for (std::size_t i = 0; i < bytes_.size(); ++i) {
-    // A second look at the same byte value tells little, so another value is worth a rank or two.
+    // A second look at the same byte value helps little, so it wins only if far rarer than others.
     const auto cost = [&](std::size_t at) {
       return rank_at(at) + (bytes_[at] == bytes_[rarest] ? 64 : 0);
     };
@@ -84,8 +84,8 @@ std::uint64_t bits(__m128i equal) {
   return static_cast<unsigned>(_mm_movemask_epi8(equal));
 }
 
-/// Both probes of a pattern in registers, for 16 positions at a time. `masked` is false where
-/// both masks are zero, which saves an eighth of the time.
+/// Both probes of a pattern in registers, for 16 positions at a time. `masked` is false when both
+/// masks are zero, which saves an eighth of the time.
 template <bool masked>
 class BothProbes {
  public:

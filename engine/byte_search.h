@@ -11,35 +11,35 @@ namespace tallowmere {
 
 using Byte = unsigned char;
 
-/// A byte string made ready for being searched for, exactly or without regard to case.
+/// A byte string prepared to be searched for, exactly or ignoring case.
 ///
 /// Candidates are positions at which two chosen bytes of the pattern agree with the text. The
 /// two are the pattern's rarest by a table of byte frequencies, so that few candidates have to be
 /// compared in full (the idea of "packed pair" searching, see the Rust crate memchr by Andrew
-/// Gallant). Without regard to case, a byte and its variants are compared under a mask that takes
-/// out the bits in which they differ: a superset of the true matches, and the text needs no
-/// folding first.
+/// Gallant). When case is ignored, a byte and its variants are compared under a mask that removes
+/// the bits in which they differ: this finds a superset of the true matches, and the text need not
+/// be folded first.
 class BytePattern {
  public:
-  /// `bytes` are to be found as they are when `lower` is null. Otherwise they must be lower-cased
-  /// already, and text matches when `lower` (256 entries, kept by the caller) maps it to them.
+  /// Finds `bytes` as they are when `lower` is null. Otherwise they must be lower-cased already,
+  /// and text matches when `lower` (256 entries, kept by the caller) maps it to them.
   BytePattern(std::string_view bytes, const std::array<Byte, 256>* lower);
 
   std::size_t length() const { return bytes_.size(); }
 
-  /// True when `byte` of a text can stand at `offset` of the pattern.
+  /// True when `byte` of a text matches the byte at `offset` of the pattern.
   bool byte_fits(std::size_t offset, Byte byte) const {
     return static_cast<Byte>(bytes_[offset]) == (lower_ ? (*lower_)[byte] : byte);
   }
 
-  /// How common the byte at `offset` is in files, 0 to 255.
+  /// Returns how common the byte at `offset` is in files, 0 to 255.
   int rank_at(std::size_t offset) const;
 
-  /// True when the pattern stands at `text`, where length() bytes must be. Adds to `work` what
+  /// True when the pattern occurs at `text`, where length() bytes must follow. Adds to `work` what
   /// the comparison cost beyond the first few bytes.
   bool equal_at(const Byte* text, std::uint64_t& work) const;
 
-  /// The work that comparing may cost in a text of this size before it is given up.
+  /// Returns the work that comparing may cost in a text of this size before it is given up.
   static std::uint64_t work_allowed(std::size_t text_size) { return 8 * (text_size + 4096); }
 
  private:
@@ -63,16 +63,16 @@ class BytePattern {
 };
 
 /// Walks over the occurrences of a pattern in a text from left to right, overlapping ones
-/// included. Takes time linear in the text whatever the two look like: when comparing candidates
-/// has cost too much, it goes on with the algorithm of Knuth, Morris and Pratt.
+/// included. Takes time linear in the text, whatever text and pattern hold: when comparing
+/// candidates has cost too much, it goes on with the algorithm of Knuth, Morris and Pratt.
 class OccurrenceScan {
  public:
   /// The pattern and the text [begin, end) must outlive the scan. An empty pattern occurs before
   /// every byte of the text.
   OccurrenceScan(const BytePattern& pattern, const Byte* begin, const Byte* end);
 
-  /// The next occurrence for which `accept` (cheap, asked before the full comparison) is true;
-  /// null when there is none.
+  /// Returns the next occurrence for which `accept` (cheap, asked before the full comparison) is
+  /// true; null when there is none.
   template <typename Accept>
   const Byte* next(Accept&& accept) {
     while (const Byte* at = next_candidate()) {
@@ -102,12 +102,12 @@ class OccurrenceScan {
   bool confirmed(const Byte* at);
 
   const BytePattern& pattern_;
-  const Byte* block_;       ///< where bit 0 of mask_ stands
+  const Byte* block_;       ///< the position of bit 0 of mask_
   std::uint64_t mask_ = 0;  ///< candidates not handed out yet
   const Byte* at_;          ///< the first position not looked at yet
   const Byte* last_;        ///< one past the last position at which the pattern fits
   const Byte* end_;
-  std::uint64_t work_ = 0;  ///< bytes compared in vain or not, beyond the first few of each
+  std::uint64_t work_ = 0;  ///< what equal_at has cost so far
   const Byte* begin_;
   bool linear_ = false;
   std::uint32_t matched_ = 0;  ///< linear mode: bytes of the pattern that end at at_

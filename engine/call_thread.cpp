@@ -26,7 +26,7 @@ struct CallThread::Shared {
   std::shared_ptr<Call> call;  ///< null: none is to be made
   std::exception_ptr failure;  ///< of the call made last
   std::unique_ptr<PendingCalls> pending;
-  bool left = false;  ///< the thread ends when it has nothing to do
+  bool left = false;  ///< its owner is gone: the thread ends when it has nothing to do
 };
 
 CallThread::CallThread(const FileSystem& files)
@@ -67,7 +67,7 @@ void CallThread::serve(Shared& shared, const FileSystem& files) {
   try {
     shared.pending = files.enter_thread();
   } catch (const std::bad_alloc&) {
-    // then they cannot be cancelled
+    // Without it calls cannot be cancelled, but they are made.
   }
   while (true) {
     shared.changed.wait(lock, [&] { return shared.call || shared.left; });

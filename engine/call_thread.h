@@ -8,27 +8,28 @@
 
 namespace tallowmere {
 
-/// A thread that makes one call after the other. Destroyed while it makes one, it cancels that as
-/// far as the system can and leaves the thread to itself. What it has been left with may still use
-/// `files` at any later time, which must live until the program ends.
+/// A thread that makes one call after another. If it is destroyed during a call, it cancels that
+/// call as far as the system can and leaves the thread behind. That thread may still use `files` at
+/// any later time, so `files` must live until the program ends.
 class CallThread {
  public:
-  /// One call of the system with all that it touches, which lives as long as it takes.
+  /// One call to the system with all that it touches; lives until the call has returned.
   class Call {
    public:
     virtual ~Call() = default;
     virtual void make() = 0;
   };
 
-  /// Throws std::system_error where no thread can be started.
+  /// Starts the thread; throws std::system_error when no thread can be started.
   explicit CallThread(const FileSystem& files);
   ~CallThread();
   CallThread(const CallThread&) = delete;
   CallThread& operator=(const CallThread&) = delete;
 
-  /// Only after the call before was made.
+  /// Begins a call; allowed only when the call before has been made.
   void begin(std::shared_ptr<Call> call);
-  /// Waits at most so long for the call to be made; throws what it has thrown.
+  /// Waits for the call at most as long as `time`; false when it is not made by then. Throws what
+  /// the call has thrown.
   bool made_within(std::chrono::milliseconds time);
 
  private:

@@ -7,8 +7,8 @@ namespace tallowmere {
 
 namespace {
 
-// Where Windows-1252 departs from Latin-1: the characters of the bytes 0x80 to 0x9F. Its five
-// undefined bytes stand for the control characters of the same code, as the system has them.
+// The characters of the bytes 0x80 to 0x9F, where Windows-1252 differs from Latin-1. Its five
+// undefined bytes are the control characters of the same code, as in the system.
 constexpr char16_t windows_1252_middle[32] = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,

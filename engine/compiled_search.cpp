@@ -10,9 +10,9 @@ namespace tallowmere {
 
 namespace {
 
-/// A term in double quotes runs to its closing quote, across spaces: `end` becomes that quote's
-/// position, `start` what follows the opening one. A quote that is never closed is an ordinary
-/// character.
+/// Takes a term in double quotes, which runs to its closing quote, across spaces: `end` becomes
+/// that quote's position, `start` what follows the opening one. A quote that is never closed is an
+/// ordinary character.
 bool take_quoted_term(std::string_view text, std::size_t& start, std::size_t& end) {
   if (text[start] != '"') return false;
   const std::size_t closing = text.find('"', start + 1);
@@ -55,7 +55,7 @@ CompiledSearch::CompiledSearch(const SearchCriteria& search, const Page& page)
   if (search_type == search_or) prepare_passes();
 }
 
-// Positions count from 0; `end` is one past the term. The text has no blank at its end.
+// Positions count from 0; `end` is one past the term. The text does not end with a space.
 void CompiledSearch::split(const std::string& criteria, const Page& page) {
   const std::string_view text = criteria;
   std::size_t start = text.find_first_not_of(' ');
@@ -65,7 +65,7 @@ void CompiledSearch::split(const std::string& criteria, const Page& page) {
     const bool quoted = take_quoted_term(text, start, end);
     add_term(text.substr(start, end - start), !quoted, page);
     if (last) return;
-    // After a closing quote with no blank behind it the next term starts right there.
+    // When no space follows a closing quote, the next term starts right after it.
     start = text.find_first_not_of(' ', end + 1);
   }
 }

@@ -15,12 +15,13 @@
 
 namespace tallowmere {
 
-/// What a search works out of the criteria before it looks at the first file: terms, patterns,
-/// tables. Nothing changes in it later, so matchers on several threads can share one.
+/// What a search computes from the criteria before it looks at the first file: terms, patterns,
+/// tables. It never changes later, so matchers on several threads can share one.
 struct CompiledSearch {
-  /// For files in the code page. Keeps nothing of `search`; `page` must outlive this object.
+  /// Compiles for files in the code page. Keeps nothing of `search`; `page` must outlive this
+  /// object.
   CompiledSearch(const SearchCriteria& search, const CodePage& page);
-  /// For texts that have been decoded into the bytes of `page`, which must fit.
+  /// Compiles for texts that have been decoded into the bytes of `page`, whose fits() must be true.
   CompiledSearch(const SearchCriteria& search, const SearchPage& page);
   // The passes point to the patterns, which stay where they are when a vector is moved.
   CompiledSearch(CompiledSearch&&) = default;
@@ -32,10 +33,10 @@ struct CompiledSearch {
   int prox_before;
   bool prox_all;
   bool everything;    ///< there are no criteria
-  bool beyond_ascii;  ///< the criteria hold other characters, too
+  bool beyond_ascii;  ///< the criteria hold characters beyond ASCII
 
-  // One entry per term in each array. A phrase is one entry, except that it is no term. Lengths are
-  // in characters, which are bytes of the page.
+  // Each array has one entry per term. A phrase is one entry, too, but not a term. Lengths are in
+  // characters, which are bytes of the page.
   std::vector<std::string> terms;  ///< lower-cased when `ignore_case`
   std::vector<int> term_len;
   std::vector<bool> whole_word;     ///< false: also matches inside a word
@@ -44,12 +45,12 @@ struct CompiledSearch {
   int max_term_len = 0;             ///< 0 matches every file
   int window_len = 0;
 
-  std::vector<BytePattern> patterns;      ///< the same indexes
-  std::vector<MultiPattern> passes;       ///< OR with many terms: several at a time
-  std::vector<std::size_t> passes_terms;  ///< their terms, MultiPattern::most to a pass
+  std::vector<BytePattern> patterns;      ///< one per term, in the same order
+  std::vector<MultiPattern> passes;       ///< OR with many terms: each pass finds several of them
+  std::vector<std::size_t> passes_terms;  ///< the terms of the passes, MultiPattern::most to a pass
 
   std::array<bool, 256> word;          ///< bytes that continue a word
-  std::array<bool, 256> word_in_text;  ///< the same when seen lower-cased
+  std::array<bool, 256> word_in_text;  ///< the same after lower-casing when case is ignored
 
  private:
   /// What characters are to this search.

@@ -7,7 +7,8 @@ namespace tallowmere {
 
 namespace {
 
-/// Settings may hold any number; no file is of a year near either limit.
+/// Limits a year to what dates can hold. Settings may hold any number; no file is from a year near
+/// either limit.
 int representable_year(int year) {
   return std::clamp(year, 0, 30000);
 }

@@ -6,7 +6,7 @@ namespace tallowmere {
 
 namespace {
 
-// Both conversions after Howard Hinnant, "chrono-compatible low-level date algorithms".
+// Both conversions follow Howard Hinnant, "chrono-compatible low-level date algorithms".
 Date from_epoch_days(std::int64_t days) {
   days += 719468;
   const std::int64_t era = (days >= 0 ? days : days - 146096) / 146097;

@@ -36,7 +36,7 @@ std::optional<SystemError> FileChunks::next(FileText& file) {
   return fill(file, kept);
 }
 
-// `kept` bytes of the chunk are in place already.
+// Reads the rest of the chunk, of which `kept` bytes are in place already.
 std::optional<SystemError> FileChunks::fill(FileText& file, std::size_t kept) {
   std::size_t got = 0;
   const auto error = file.read(base_ + kept, chunk_size + lookahead_ - kept, got);

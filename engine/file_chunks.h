@@ -15,14 +15,14 @@ class FileChunks {
  public:
   static constexpr std::size_t chunk_size = 63000;
 
-  /// `lookback` and `lookahead` are how many bytes before and after a chunk are wanted; lookahead
-  /// is at least 1, which also tells whether there is a further chunk.
+  /// Keeps `lookback` bytes before and `lookahead` bytes after each chunk in memory, where the text
+  /// has them; at least 1 after it, which also shows whether there is a further chunk.
   FileChunks(std::size_t lookback, std::size_t lookahead);
 
   /// Loads the first chunk. An empty text has one empty chunk.
   std::optional<SystemError> first(FileText& file);
 
-  /// True when the text goes on behind the chunk.
+  /// True when the text goes on after the chunk.
   bool more() const { return after_ > 0; }
 
   /// Loads the next chunk; to be called only when there is more.
@@ -32,9 +32,9 @@ class FileChunks {
   const Byte* end() const { return base_ + size_; }
   std::size_t size() const { return size_; }
 
-  /// The first byte of the text that is still in memory before the chunk.
+  /// Returns the first byte of the text that is in memory, at or before the chunk's beginning.
   const Byte* memory_begin() const { return base_ - before_; }
-  /// One past the last byte of the text that is in memory.
+  /// Returns one past the last byte of the text that is in memory.
   const Byte* memory_end() const { return base_ + size_ + after_; }
 
  private:

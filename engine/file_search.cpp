@@ -46,7 +46,7 @@ void FileSearch::search_files() {
   finish();
 }
 
-/// The folders below come after the first one; there are none when they are not wanted.
+/// Searches the folders below the first one; there are none when they are not wanted.
 void FileSearch::SearchAllDir() {
   while (keep_going()) {
     const SearchFolder* folder = threads_.next();
@@ -55,7 +55,8 @@ void FileSearch::SearchAllDir() {
   }
 }
 
-/// What came before an error is searched all the same; the folder then counts as unread.
+/// Delivers a folder's files. Those listed before an error are searched, too; the folder then
+/// counts as unread.
 void FileSearch::search_folder_files(const SearchFolder& folder) {
   left_out_.types += folder.left_out.types;
   left_out_.names += folder.left_out.names;
@@ -116,7 +117,7 @@ void FileSearch::SearchListboxFiles(std::size_t count,
   finish();
 }
 
-/// Everything has been delivered: who stops the run now stops nothing.
+/// Ends the threads. Everything has been delivered: a stop from here on stops nothing.
 void FileSearch::finish() {
   if (stopped_) return;
   threads_.finish();

@@ -41,7 +41,7 @@ void FileTester::list(SearchFolder& folder, const std::function<bool()>& go_on) 
   folder.plan(job_.patterns);
 }
 
-/// Folders that nobody would enter are not counted.
+/// Removes what is left out by name and counts it; folders count only when subfolders are searched.
 void FileTester::leave_out(SearchFolder& folder) const {
   const auto unwanted = [this](std::string_view name) { return job_.leave_out.fit(name); };
   folder.left_out.names = static_cast<std::int64_t>(folder.listing.remove_files(unwanted) +
@@ -49,8 +49,8 @@ void FileTester::leave_out(SearchFolder& folder) const {
 }
 
 /// Opens a file to be read, unless reading would fetch it from elsewhere unasked. Where the listing
-/// does not tell, the open file does: opening it fetches nothing, and asking for it by name would
-/// take the way to the disk twice.
+/// does not say, the open file is asked: opening it fetches nothing, and asking by name would go to
+/// the disk twice.
 std::optional<SystemError> FileTester::open(const SearchFolder& folder,
                                             const FolderListing::File& file) {
   const SystemError elsewhere{0, "not on this computer"};

@@ -11,7 +11,7 @@ namespace tallowmere {
 
 namespace {
 
-/// About what a chunk of UTF-16 takes.
+/// Bytes that a chunk of UTF-16 takes, roughly.
 constexpr std::size_t least_capacity = std::size_t{1} << 17;
 
 }  // namespace
@@ -42,7 +42,7 @@ std::optional<SystemError> FileText::read_first(Byte* into, std::size_t wanted, 
   ended_ = got < wanted;
   const std::string_view text(reinterpret_cast<const char*>(into), got);
   const RawFilter& filter = search_->filter;
-  // UTF-16 is told by its mark, of which no byte begins a character in UTF-8.
+  // UTF-16 is recognised by its mark, of which no byte begins a character in UTF-8.
   const bool may_be_utf16 = got > 0 && into[0] >= 0xFE;
   if (!may_be_utf16 && filter.bytes_suffice()) return std::nullopt;
   if (ended_ && !may_be_utf16) answer_ = filter.answer_unless_utf16(text);
@@ -65,7 +65,7 @@ std::optional<SystemError> FileText::read_first(Byte* into, std::size_t wanted, 
   return error;
 }
 
-/// ASCII stays where it was read.
+/// Reads a text that was ASCII so far; ASCII stays where it was read.
 std::optional<SystemError> FileText::read_in_place(Byte* into, std::size_t wanted,
                                                    std::size_t& got) {
   if (auto error = file_->read(into, wanted, got)) return error;
@@ -103,7 +103,7 @@ std::optional<SystemError> FileText::read_decoded(Byte* into, std::size_t wanted
   }
 }
 
-/// Reads behind the beginning of a character that was left.
+/// Reads on after the undecoded beginning of a character.
 std::optional<SystemError> FileText::refill() {
   const auto left = static_cast<std::size_t>(end_ - begin_);
   std::memmove(bytes_.get(), begin_, left);

@@ -11,26 +11,26 @@
 
 namespace tallowmere {
 
-/// The text of an open file, a byte for each character: the file's own bytes, or those of the page
-/// of a search that it is decoded into. Each thread has one, for one file after another.
+/// The text of an open file, one byte for each character: the file's own bytes, or bytes of the
+/// search's page into which it is decoded. Each thread has one, for one file after another.
 class FileText {
  public:
-  /// Without a search every file is read as it is. The search must outlive this object.
+  /// Decodes for `search`, which must outlive this object; null reads every file as it is.
   explicit FileText(const UnicodeSearch* search);
 
   /// Begins with the file that is open in `file`, which is used until another one begins.
   void begin(FileReader& file);
 
-  /// Reads on, as FileReader does. The first read decides the file's encoding and has to want more
-  /// than an encoding_sample.
+  /// Reads on, as FileReader does. The first read decides the file's encoding and must want more
+  /// than encoding_sample bytes.
   std::optional<SystemError> read(Byte* into, std::size_t wanted, std::size_t& got);
 
-  /// The encoding, once something was read; without a search always the code page, as also where
+  /// Returns the encoding, once something was read; it is the code page without a search, and where
   /// that gives the same answer.
   TextEncoding encoding() const { return encoding_; }
 
-  /// Whether the file matches, when the first read has shown that already; its text is undecoded
-  /// then.
+  /// Returns whether the file matches, when the first read has shown it already; the text is not
+  /// decoded then.
   std::optional<bool> answer() const { return answer_; }
 
  private:

@@ -24,8 +24,7 @@ bool fits_extension(std::string_view extension, std::string_view pattern) {
 bool fits_file_type(std::string_view name, std::string_view pattern) {
   if (pattern == "*") return true;
   if (pattern.empty()) return false;
-  // A pattern may hold dots of its own, as in tar.gz, so every dot of the name may be the one
-  // before the extension.
+  // A pattern may hold dots, as in tar.gz, so the extension may begin after any dot of the name.
   for (std::size_t dot = name.find('.'); dot != std::string_view::npos;
        dot = name.find('.', dot + 1)) {
     if (fits_extension(name.substr(dot + 1), pattern)) return true;

@@ -25,7 +25,7 @@ constexpr CaseRange case_ranges[] = {
 };
 
 constexpr char32_t first_pair = 0x10000;  ///< from here on a code point takes two UTF-16 units
-constexpr char32_t sharp_s = 0xDF;        ///< a capital of it exists, but is not what it becomes
+constexpr char32_t sharp_s = 0xDF;        ///< its capital exists, but the system leaves it as it is
 
 using UpperCase = std::pair<char32_t, char32_t>;  ///< a letter and what it becomes
 
@@ -35,8 +35,8 @@ consteval std::size_t upper_case_count() {
   return count;
 }
 
-/// The case ranges by lower-case letter. Where several letters have one lower case, as K and the
-/// sign for kelvin have, the first is what that becomes.
+/// The case ranges by lower-case letter. Where several letters share a lower case, as K and the
+/// kelvin sign do, it becomes the first of them.
 consteval auto sorted_upper_cases() {
   std::array<UpperCase, upper_case_count()> cases;
   std::size_t i = 0;
@@ -51,7 +51,7 @@ consteval auto sorted_upper_cases() {
 
 constexpr auto upper_cases = sorted_upper_cases();
 
-/// The letter that the small one becomes; the letter itself when it is none.
+/// Returns the capital of a small letter; any other letter as it is.
 char32_t capital_of(char32_t letter) {
   if (letter < 0x80) return letter >= 'a' && letter <= 'z' ? letter - ('a' - 'A') : letter;
   if (letter == sharp_s) return letter;
@@ -59,7 +59,8 @@ char32_t capital_of(char32_t letter) {
   return found != upper_cases.end() && found->first == letter ? found->second : letter;
 }
 
-/// `fold` leaves ASCII within ASCII: the beginning of a text, mostly all of it, is folded in place.
+/// Folds a text. `fold` must map ASCII to ASCII: the ASCII at the beginning, mostly the whole text,
+/// is folded in place.
 template <typename Fold>
 std::string folded(std::string_view text, const Fold& fold) {
   std::string result(text);

@@ -8,7 +8,7 @@ namespace {
 
 #include "engine/letters.inc"
 
-/// The range that holds the character, or would.
+/// Returns the range that encloses the character; null when none does.
 template <typename Range, std::size_t count>
 const Range* range_of(const Range (&ranges)[count], char32_t code) {
   const Range* range = std::ranges::lower_bound(ranges, code, {}, &Range::last);

@@ -11,8 +11,8 @@ namespace tallowmere {
 /// True for letters of any script and the marks that go with them: Unicode's categories L and M.
 bool is_letter(char32_t code);
 
-/// Unicode's simple case folding, one character for one: equal for two that differ in case only.
-/// Some fold to ASCII, as the sign for kelvin does. What is a letter stays one.
+/// Folds by Unicode's simple case folding, one character to one: equal for two that differ in case
+/// only. Some fold to ASCII, as the kelvin sign does. A letter folds to a letter.
 char32_t fold(char32_t code);
 
 /// Neighbouring letters.
@@ -22,7 +22,7 @@ struct LetterRange {
 };
 std::span<const LetterRange> letter_ranges();
 
-/// Characters in steps, with what to add to fold them.
+/// Characters at equal steps, with what to add to fold them.
 struct FoldRange {
   char32_t first;
   char32_t last;

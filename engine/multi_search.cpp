@@ -12,7 +12,7 @@ namespace tallowmere {
 
 namespace {
 
-/// Where the rarest `gram` neighbouring bytes of a pattern begin.
+/// Returns where the rarest `gram` neighbouring bytes of a pattern begin.
 std::size_t rarest_gram(const BytePattern& pattern, std::size_t gram) {
   if (pattern.length() <= gram) return 0;
   const auto cost = [&](std::size_t start) {
@@ -40,7 +40,7 @@ MultiPattern::MultiPattern(const std::vector<const BytePattern*>& patterns) {
 void MultiPattern::add(const Entry& entry, unsigned bucket) {
   const auto bit = static_cast<Byte>(1u << bucket);
   for (std::size_t i = 0; i < gram; ++i) {
-    // A pattern that is shorter than three bytes takes any byte behind it.
+    // A pattern that is shorter than three bytes takes any byte after it.
     const bool any = entry.offset + i >= entry.pattern->length();
     for (unsigned byte = 0; byte < 256; ++byte) {
       if (!any && !entry.pattern->byte_fits(entry.offset + i, static_cast<Byte>(byte))) continue;
@@ -80,15 +80,15 @@ __m128i load(const Byte* from) {
   return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
 }
 
-/// The half tables in registers, and what the block before the current one said.
+/// The half tables in registers, and the results of the block before the current one.
 struct GramScan {
   __m128i low_0, low_1, low_2, high_0, high_1;
   __m128i first_before, second_before;
 };
 
-/// For each of the 16 bytes at `at`, the buckets of the grams that may end there. The block is
-/// looked up once; what it says of the first and second byte of a gram is shifted to the gram's
-/// end, across blocks. The upper half of the third byte is left to the full comparison.
+/// Returns, for each of the 16 bytes at `at`, the buckets of the grams that may end there. The
+/// block is looked up once; its results for the first and second byte of a gram are shifted to the
+/// gram's end, across blocks. The upper half of the third byte is left to the full comparison.
 __attribute__((target("ssse3"), always_inline)) inline __m128i grams_ending(GramScan& scan,
                                                                             const Byte* at) {
   const __m128i half = _mm_set1_epi8(15);
@@ -106,7 +106,7 @@ __attribute__((target("ssse3"), always_inline)) inline __m128i grams_ending(Gram
   return _mm_and_si128(both, _mm_shuffle_epi8(scan.low_2, low));
 }
 
-/// Lanes of `buckets` that are not zero, a bit each.
+/// Returns the lanes of `buckets` that are not zero, a bit each.
 unsigned filled_lanes(__m128i buckets) {
   const __m128i empty = _mm_cmpeq_epi8(buckets, _mm_setzero_si128());
   return static_cast<unsigned>(_mm_movemask_epi8(empty)) ^ 0xFFFF;

@@ -9,13 +9,13 @@
 
 namespace tallowmere {
 
-/// Several patterns looked for in one pass over the text.
+/// Several patterns that are searched for in one pass over the text.
 ///
-/// Each pattern is represented by three neighbouring bytes of it, its rarest ones, and belongs to
-/// one of eight buckets. For each of the three bytes, two tables of 16 entries tell by the byte's
-/// halves which buckets it may belong to; a place at which all six entries share a bucket is
-/// compared in full. (The "Teddy" algorithm of Geoffrey Langdale's Hyperscan, in 128 bits. It
-/// needs SSSE3, which SSE2 alone cannot stand in for: see usable().)
+/// Each pattern is represented by its three rarest neighbouring bytes and belongs to one of eight
+/// buckets. For each of the three bytes, two tables of 16 entries map the byte's halves to the
+/// buckets that it may belong to; a place at which all six entries share a bucket is compared in
+/// full. (The "Teddy" algorithm of Geoffrey Langdale's Hyperscan, in 128 bits. It needs SSSE3,
+/// which SSE2 cannot replace: see usable().)
 class MultiPattern {
  public:
   enum class Outcome {
@@ -24,18 +24,19 @@ class MultiPattern {
     too_costly  ///< comparing took too long; search for the patterns one by one
   };
 
-  /// `patterns` must outlive this object and stay where they are; empty ones are not allowed.
+  /// Prepares the search. `patterns` must outlive this object and stay where they are; empty ones
+  /// are not allowed.
   explicit MultiPattern(const std::vector<const BytePattern*>& patterns);
 
-  /// True when this machine can do it fast.
+  /// True when this machine has the instructions that make it fast.
   static bool usable();
 
-  /// From so many patterns on, one pass beats a pass for each.
+  /// From this many patterns on, one pass beats a pass for each.
   static constexpr std::size_t fewest = 3;
-  /// Beyond so many, places to compare become too frequent; several objects then do better.
+  /// Beyond this many, places to compare become too frequent; several objects are then faster.
   static constexpr std::size_t most = 16;
 
-  /// Looks in [begin, end) for an occurrence of any pattern that `accept` takes; it is given the
+  /// Looks in [begin, end) for an occurrence of any pattern that `accept` takes; `accept` gets the
   /// pattern's index and the place.
   template <typename Accept>
   Outcome find_any(const Byte* begin, const Byte* end, Accept&& accept) const {
@@ -67,7 +68,7 @@ class MultiPattern {
     std::size_t offset;  ///< of its three bytes
   };
 
-  /// A place at which the three bytes of a pattern of one of these buckets may stand.
+  /// A place at which the three bytes of a pattern of one of these buckets may occur.
   struct Place {
     const Byte* at;
     unsigned buckets;

@@ -18,8 +18,8 @@ std::u32string lower_characters(std::string_view text) {
   return characters;
 }
 
-/// Where a character does not fit, the last * takes one more: an earlier one never has to, since
-/// what follows it has been found as far to the left as it is.
+/// True when the name fits. Where a character does not fit, the last * takes one more: an earlier
+/// one never has to, since what follows it was found as far left as possible.
 bool fits(std::u32string_view name, std::u32string_view pattern) {
   constexpr std::size_t none = std::u32string_view::npos;
   std::size_t after_star = none;  ///< of the pattern

@@ -7,23 +7,23 @@
 
 namespace tallowmere {
 
-/// Patterns of whole names, without regard to case: * fits any characters or none, ? one character.
-/// Nothing changes in them later, so threads can share them.
+/// Patterns of whole names, ignoring case: * fits any characters or none, ? one character. They
+/// never change later, so threads can share them.
 class NamePatterns {
  public:
-  /// `typed` is UTF-8 and separates patterns by ";". Blanks around one do not belong to it; what is
-  /// empty then is none.
+  /// Reads patterns separated by ";" from `typed`, which is UTF-8. Spaces and tabs around a pattern
+  /// do not belong to it; empty ones are dropped.
   explicit NamePatterns(std::string_view typed);
 
   bool empty() const { return patterns_.empty(); }
 
-  /// True when a name fits one of the patterns. Takes no more steps than the product of the lengths
-  /// of both, whatever they hold.
+  /// True when a name fits one of the patterns. For each pattern it takes no more steps than the
+  /// product of both lengths, whatever they hold.
   bool fit(std::string_view name) const;
 
  private:
   struct Pattern {
-    std::u32string text;         ///< in lower case, without a * behind another
+    std::u32string text;         ///< in lower case, without a * after another
     std::size_t least_size = 0;  ///< of a name that fits, in characters
   };
 

@@ -10,10 +10,10 @@ namespace tallowmere {
 
 namespace {
 
-/// More terms are found faster in one pass over the decoded text.
+/// The most terms that are looked for; one pass over the decoded text finds more of them faster.
 constexpr std::size_t most_terms = MultiPattern::fewest - 1;
 
-/// Characters that tell as much as more would.
+/// The most characters that a part needs; more would hardly exclude more files.
 constexpr std::size_t enough = 64;
 
 std::string utf16_bytes(std::u16string_view text, bool little_endian) {
@@ -27,7 +27,7 @@ std::string utf16_bytes(std::u16string_view text, bool little_endian) {
   return bytes;
 }
 
-/// The longest part of a term all of whose characters, which are bytes of the page, pass.
+/// Returns the longest part of a term all of whose characters, which are bytes of the page, pass.
 template <typename Pass>
 std::u32string longest_part(const std::string& term, const SearchPage& page, const Pass& passes) {
   std::u32string longest, part;
@@ -54,7 +54,8 @@ bool same_length(char32_t one, char32_t other) {
   return utf8_bytes({&one, 1}).size() == utf8_bytes({&other, 1}).size();
 }
 
-/// In UTF-16 ignoring the case of single bytes finds too much, which does no harm.
+/// Makes a pattern, which ignores the case of single bytes when `lower` is given; in UTF-16 this
+/// finds too much, which does no harm.
 BytePattern pattern(std::string bytes, const std::array<Byte, 256>* lower) {
   if (lower) {
     for (char& c : bytes) c = static_cast<char>((*lower)[static_cast<Byte>(c)]);
@@ -68,7 +69,7 @@ bool occurs(const BytePattern& pattern, std::string_view file) {
   return OccurrenceScan(pattern, begin, begin + file.size()).next() != nullptr;
 }
 
-/// True when ASCII stands for itself in the code page and has no forms beyond it there.
+/// True when ASCII means itself in the code page and has no other forms there.
 bool has_plain_ascii(const CodePage& page, const std::array<Byte, 256>& lower) {
   for (unsigned byte = 0; byte < 256; ++byte) {
     const Byte lowered = page.lower(static_cast<Byte>(byte));
@@ -156,8 +157,8 @@ std::optional<bool> RawFilter::holds_phrase(std::string_view file, bool tells) c
   return tells && phrase_ && occurs(*phrase_, file) ? std::optional(true) : std::nullopt;
 }
 
-// An invalid byte of UTF-8 may be any character of the code page. What is well-formed there is
-// decoded as such, whatever stands before it; in UTF-16 it may stand between two units.
+// An invalid byte of UTF-8 may be any character of the code page. What is well-formed in UTF-8 is
+// decoded as such, whatever precedes it; in UTF-16 an occurrence may begin inside a unit.
 std::optional<bool> RawFilter::answer(std::string_view file, TextEncoding encoding) const {
   const bool utf8 = encoding == TextEncoding::utf8;
   const std::size_t index = utf8 ? 0 : encoding == TextEncoding::utf16_le ? 1 : 2;

@@ -9,8 +9,8 @@ void load_search_criteria(SearchCriteria& search, const CriteriaInput& input) {
   search.prox_all = input.prox_all;
   search.search_type = input.search_type;
   search.criteria = input.criteria;
-  // A phrase is meant as it stands. Of other criteria only trailing blanks go: leading ones stay in
-  // the text and are passed over by the split.
+  // A phrase is meant as it is. Other criteria lose only their trailing spaces: leading ones stay
+  // in the text, and the split skips them.
   if (search.search_type != search_phrase) {
     search.criteria.resize(search.criteria.find_last_not_of(' ') + 1);
   }

@@ -10,7 +10,7 @@ namespace tallowmere {
 enum SearchType : int {
   search_and = 0,     ///< every term must occur
   search_or = 1,      ///< one term must occur
-  search_phrase = 2,  ///< the criteria as they stand must occur
+  search_phrase = 2,  ///< the criteria must occur as they are
   search_near = 3     ///< the later terms must occur around the first
 };
 
@@ -26,12 +26,12 @@ inline constexpr int criteria_limit = 32767;  ///< characters that can be typed 
 inline constexpr int leave_out_limit = 8191;  ///< characters of `leave_out` likewise
 inline constexpr int file_type_slots = 7;     ///< slot 0 is "All Files", 1 to 6 are the user's
 
-/// The one record of the current search: what the user chose. The dialogs edit it, the settings
-/// keep it, the engine reads it (see CompiledSearch). Owned by the program's entry point and passed
-/// by reference.
+/// The only record of the current search: what the user chose. The dialogs edit it, the settings
+/// keep it, the engine reads it (see CompiledSearch). The program's entry point owns it and passes
+/// it by reference.
 struct SearchCriteria {
   // What to search for.
-  std::string criteria;  ///< as typed, UTF-8; except for phrases without its trailing spaces
+  std::string criteria;  ///< as typed, UTF-8; without trailing spaces unless it is a phrase
   int search_type = search_phrase;
   bool match_case = false;
   bool unicode_text = false;  ///< files in UTF-8 and UTF-16 are read as such, not byte by byte
@@ -43,10 +43,10 @@ struct SearchCriteria {
   std::string drive;  ///< as the drive list shows it, for example C:\ on Windows
   std::string path;   ///< a missing final separator is added before use
   bool search_subfolders = true;
-  std::string leave_out;      ///< names with * and ?, parted by ";", as typed: treated as not there
+  std::string leave_out;      ///< names with * and ?, separated by ";", as typed: treated as absent
   bool hidden_files = false;  ///< hidden and system files and folders are searched, too
   bool online_files = false;  ///< files that are only in the cloud are fetched to be searched
-  std::array<bool, file_type_slots> type_checked{};
+  std::array<bool, file_type_slots> type_checked{};  ///< the types that are ticked
   std::array<std::string, file_type_slots> user_types{"*"};
   std::array<std::string, file_type_slots> type_descriptions{};  ///< as the system registers them
 
@@ -70,9 +70,8 @@ struct CriteriaInput {
   bool prox_all = false;
 };
 
-/// Takes the dialogs' values over into `search`. Called once at the start of each run, before what
-/// a run needs is made of them. The dialog shows the trimmed text in `search.criteria` the next
-/// time.
+/// Copies the dialogs' values into `search`. Called once at the start of each run, before anything
+/// is made from them. The dialog shows the trimmed text in `search.criteria` the next time.
 void load_search_criteria(SearchCriteria& search, const CriteriaInput& input);
 
 }  // namespace tallowmere

@@ -11,12 +11,12 @@
 
 namespace tallowmere {
 
-/// What testing a file has told.
+/// The result of testing a file.
 enum class Verdict : unsigned char {
   untested,
   no_match,
   match,
-  no_match_in_bytes,  ///< another answer may be right, were the file read as Unicode text
+  no_match_in_bytes,  ///< the answer may differ when the file is read as Unicode text
   match_in_bytes,     ///< likewise
   unread,             ///< it could not be opened, or asked for its date
   broken_off,         ///< reading broke off
@@ -31,7 +31,7 @@ inline bool is_match(Verdict verdict) {
   return verdict == Verdict::match || verdict == Verdict::match_in_bytes;
 }
 
-/// What a search has not tested, as far as it knows: each file and folder once.
+/// How much a search has left out, as far as it knows; counts each file and folder once.
 struct LeftOut {
   std::int64_t types = 0;  ///< files that are of no type to search
   std::int64_t names = 0;  ///< files and folders left out by name
@@ -39,9 +39,9 @@ struct LeftOut {
 };
 
 /// The files of one folder that a search tests, in the order in which they are delivered. One
-/// thread lists the folder; then any threads test its files, each file by one of them, while the
-/// thread of the host waits for their verdicts. Objects are used again for other folders, so that
-/// they allocate only while they grow.
+/// thread lists the folder; then any threads test its files, one thread per file, while the host's
+/// thread waits for their verdicts. Objects are used again for other folders, so that they allocate
+/// only while they grow.
 class SearchFolder {
  public:
   /// One delivery of a file: it has one for each file type that it fits.
@@ -53,14 +53,14 @@ class SearchFolder {
   /// Where the files come from.
   enum class Source {
     folder,    ///< from the system's listing
-    list,      ///< from the result list: what they are has to be asked
+    list,      ///< from the result list: the system has to be asked what they are
     selection  ///< the same, tested whatever its date
   };
 
-  /// Begins anew with another folder; `path` ends with a separator.
+  /// Begins again with another folder; `path` must end with a separator.
   void start(std::string_view path, Source source);
-  /// Makes the turns of the files listed: each pattern of file types is a pass of its own. Counts
-  /// the files that fit none.
+  /// Makes the turns of the files listed, in one pass for each pattern of file types. Counts the
+  /// files that fit none.
   void plan(const std::vector<std::string>& patterns);
   /// Makes the turns of all files in the listing, in its order.
   void plan_all();
@@ -69,7 +69,8 @@ class SearchFolder {
   Source source() const { return source_; }
   const std::vector<Turn>& turns() const { return turns_; }
 
-  /// Atomic: what was written before a verdict is set can be read by who sees it.
+  /// Returns a file's verdict. Verdicts are atomic: a thread that sees one can read what was
+  /// written before it was set.
   Verdict verdict(std::size_t row) const;
   void set_verdict(std::size_t row, Verdict verdict);
 
@@ -78,7 +79,7 @@ class SearchFolder {
   std::vector<std::string> subfolders;  ///< in the order of the walk
   LeftOut left_out;                     ///< when it was listed
 
-  /// Why a file is unread. Who adds one or looks for one holds the lock that the threads share.
+  /// Why a file is unread. Whoever adds one or looks for one holds the lock that the threads share.
   struct Trouble {
     std::size_t row;
     SystemError error;
@@ -91,7 +92,7 @@ class SearchFolder {
   std::string path_;
   Source source_ = Source::folder;
   std::vector<Turn> turns_;
-  mutable std::vector<unsigned char> verdicts_;  ///< one of Verdict per row, reached atomically
+  mutable std::vector<unsigned char> verdicts_;  ///< one Verdict per row, accessed atomically
 };
 
 }  // namespace tallowmere

@@ -12,7 +12,7 @@ namespace tallowmere {
 
 namespace {
 
-constexpr char32_t ascii = 0x80;  ///< characters
+constexpr char32_t ascii = 0x80;  ///< how many characters ASCII has
 constexpr Byte any_letter = 0xFE;
 constexpr Byte any_other = 0xFF;
 static_assert(ascii + SearchPage::most == any_letter);
@@ -55,8 +55,8 @@ void SearchPage::give_bytes(std::string_view criteria) {
   }
 }
 
-// In stretches, as it is made anew for every search: a lookup for each character takes longer than
-// a small folder's search.
+// Fills the table range by range, since every search makes it again: a lookup for each character
+// takes longer than a small folder's search.
 void SearchPage::fill_table() {
   for (char32_t code = 0; code < ascii; ++code) table_[code] = static_cast<Byte>(code);
   std::memset(&table_[ascii], any_other, first_pair - ascii);

@@ -15,40 +15,41 @@
 namespace tallowmere {
 
 /// A code page made for one search: it gives every character of Unicode a byte, so that a decoded
-/// text is searched as one byte per character. ASCII keeps its place. Beyond it each character of
-/// the criteria has a byte of its own, with all that match it when case is ignored; all others
-/// share two, one for letters and one for the rest. Nothing changes in it later: threads share it.
+/// text is searched as one byte per character. ASCII keeps its bytes. Beyond ASCII, each character
+/// of the criteria has its own byte, together with all that match it when case is ignored; all
+/// others share two bytes, one for letters and one for the rest. It never changes later, so threads
+/// share it.
 class SearchPage {
  public:
-  /// So many different characters beyond ASCII can the criteria hold.
+  /// The most different characters beyond ASCII that the criteria can hold.
   static constexpr std::size_t most = 126;
 
-  /// `page` tells what invalid bytes of UTF-8 stand for. Keeps nothing of either.
+  /// Makes the page; `page` says what invalid bytes of UTF-8 mean. Keeps nothing of either.
   SearchPage(const SearchCriteria& search, const CodePage& page);
 
-  /// False when the criteria hold more different characters than there is room for: then nothing
-  /// can be searched for with this page.
+  /// False when the criteria hold more different characters than there is room for: this page then
+  /// finds none of them.
   bool fits() const { return fits_; }
 
-  /// The byte of a character as next_character yields it.
+  /// Returns the byte of a character as next_character yields it.
   Byte byte_of(char32_t code) const { return code < first_pair ? table_[code] : rare(code); }
 
-  /// Criteria in the bytes of the page. Half a surrogate pair, or a byte of ill-formed text, has
-  /// none, so that no file holds it.
+  /// Converts criteria to the bytes of the page. Half a surrogate pair, or a byte of ill-formed
+  /// text, has none, so that no file holds it.
   PageText to_bytes(std::string_view utf8) const;
 
-  /// The character of a byte of the criteria, folded when case is ignored.
+  /// Returns the character of a byte of the criteria, folded when case is ignored.
   char32_t character(Byte byte) const;
-  /// What else beyond ASCII matches such a byte: none unless case is ignored.
+  /// Returns the other characters beyond ASCII that match such a byte; none unless case is ignored.
   std::u32string other_forms(Byte byte) const;
 
-  /// What makes capitals small: only ASCII is left to be, the rest is folded in byte_of.
+  /// Returns the table that makes capitals small: only those of ASCII, as byte_of folds the rest.
   const std::array<Byte, 256>& lower_table() const { return lower_; }
-  /// The bytes of letters, which continue a word.
+  /// Returns which bytes are letters, which continue a word.
   const std::array<bool, 256>& word_table() const { return words_; }
 
  private:
-  static constexpr char32_t first_pair = 0x10000;  ///< from here on characters are rare
+  static constexpr char32_t first_pair = 0x10000;  ///< from here on, in no table
 
   char32_t folded(char32_t code) const;
   void give_bytes(std::string_view criteria);

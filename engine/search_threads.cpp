@@ -14,8 +14,8 @@ namespace tallowmere {
 
 namespace {
 
-/// The host looks for what is ready this often when no thread calls it earlier, and so often it
-/// serves events.
+/// How often the waiting host looks for what is ready, when no thread wakes it earlier, and serves
+/// events.
 constexpr auto host_interval = std::chrono::milliseconds(5);
 
 // In files, for each thread.
@@ -25,8 +25,8 @@ constexpr std::size_t most_held = 2048;
 
 constexpr std::size_t most_folders = 8;  ///< that a thread lists at a time
 
-/// A thread claims files that lie side by side, since they open faster one after another; but not
-/// so many that others have nothing to do while it reads them.
+/// The most files that a thread claims at a time. It claims neighbours, since they open faster one
+/// after another, but not so many that others have nothing to do while it reads them.
 constexpr std::size_t most_files = 16;
 constexpr auto quick = std::chrono::milliseconds(1);
 
@@ -44,13 +44,13 @@ unsigned machine_threads() {
   return std::max(std::thread::hardware_concurrency(), 1u);
 }
 
-/// What threads and host share. The lock guards all that is neither constant nor atomic; but the
-/// inside of a folder that is claimed belongs to the thread that lists it, and the file of a task
-/// to the thread that has claimed the task, until its verdict is set.
+/// What threads and host share. The lock guards all that is neither constant nor atomic. But the
+/// inside of a claimed folder belongs to the thread that lists it, and the file of a task to the
+/// thread that has claimed the task, until its verdict is set.
 struct SearchThreads::Shared {
   explicit Shared(std::shared_ptr<const SearchJob> the_job) : job(std::move(the_job)) {}
 
-  /// Tells the host what testing a file has told.
+  /// Reports the result of testing a file to the host.
   void note(SearchFolder& folder, std::size_t row, Verdict verdict, SystemError error) {
     if (is_trouble(verdict)) {
       const std::lock_guard held(lock);
@@ -69,7 +69,7 @@ struct SearchThreads::Shared {
   std::shared_ptr<Batch> batch;  ///< the latest
   std::exception_ptr failure;    ///< of the first thread that failed; all then stop
   std::vector<std::unique_ptr<PendingCalls>> pending;
-  unsigned allowed = 1;  ///< threads with a lower index work
+  unsigned allowed = 1;  ///< only threads with a lower index work
   unsigned alive = 0;
   unsigned idle = 0;
   bool full = false;  ///< a thread is idle because too much is held
@@ -101,7 +101,7 @@ class SearchThreads::Worker {
   }
 
  private:
-  /// Hands over what was listed and takes the next work; false at the end.
+  /// Hands over the folders listed and takes the next work; false at the end.
   bool take() {
     std::unique_lock held(shared_.lock);
     batch_.reset();
@@ -122,7 +122,7 @@ class SearchThreads::Worker {
     if (!listing_.empty() && shared_.idle > 0) shared_.work.notify_all();
   }
 
-  /// The folder that the host waits for is listed whatever else is held.
+  /// Claims folders to list. The folder that the host waits for is listed however much is held.
   bool take_folders() {
     WalkOrder& order = shared_.order;
     if (order.untested() >= low_stock * shared_.allowed) return false;
@@ -184,7 +184,7 @@ class SearchThreads::Worker {
 SearchThreads::SearchThreads(std::shared_ptr<const SearchJob> job, std::function<bool()> go_on)
     : shared_(std::make_shared<Shared>(std::move(job))), go_on_(std::move(go_on)) {}
 
-// Whoever still waits for the system ends when that lets go of it.
+// A thread that still waits for the system ends when its call returns.
 SearchThreads::~SearchThreads() {
   if (threads_.empty()) return;
   {
@@ -198,7 +198,7 @@ SearchThreads::~SearchThreads() {
   for (std::thread& thread : threads_) thread.detach();
 }
 
-// A thread starts with what it needs: where there is no memory for more, fewer do the work.
+// A thread starts with all that it needs: when there is no memory for more, fewer do the work.
 void SearchThreads::start(const ThreadUse& use, const std::string& folder) {
   std::lock_guard held(shared_->lock);
   shared_->allowed = use.one_for_seeks ? 1 : use.most;

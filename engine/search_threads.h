@@ -18,21 +18,21 @@ namespace tallowmere {
 
 /// The threads that a search may use.
 struct ThreadUse {
-  unsigned most = 0;           ///< 0: none but the host's own
-  bool one_for_seeks = false;  ///< one only where the disk has to seek
+  unsigned most = 0;           ///< 0: the host's own does the work
+  bool one_for_seeks = false;  ///< only one where the disk has to seek
 };
 
-/// How many threads the machine runs at once, at least 1.
+/// Returns how many threads the machine runs at once, at least 1.
 unsigned machine_threads();
 
 /// Lists folders and tests files ahead of the host, which takes them one after another in the order
-/// of the walk. All members are called on the host's thread: it alone waits, and asks `go_on` while
-/// it does, which may serve events. Threads that still wait for the system at the end are left
+/// of the walk. All members are called on the host's thread: only it waits, and while it waits it
+/// asks `go_on`, which may serve events. Threads that still wait for the system at the end are left
 /// behind, with all that they touch; the job's file system and code page must outlive those, too.
-/// Without threads the host's own does the work, when it is asked for it.
+/// Without threads, the host's own does each piece of work when it is asked for.
 ///
-/// What threads share has one lock, taken once for some dozens of files or folders. The files in
-/// one batch are claimed through an atomic counter; their verdicts are atomic.
+/// What threads share has one lock, taken once for some dozens of files or folders. Threads claim
+/// the files in a batch through an atomic counter; their verdicts are atomic.
 class SearchThreads {
  public:
   SearchThreads(std::shared_ptr<const SearchJob> job, std::function<bool()> go_on);
@@ -40,7 +40,8 @@ class SearchThreads {
   SearchThreads(const SearchThreads&) = delete;
   SearchThreads& operator=(const SearchThreads&) = delete;
 
-  /// Starts as many threads as can be had; the disk asked about is that of `folder`.
+  /// Starts at most `use.most` threads, fewer when the system has no more; asks about seeks for the
+  /// disk of `folder`.
   void start(const ThreadUse& use, const std::string& folder);
 
   /// Adds a folder to be listed and tested, with its subfolders when the job says so.
@@ -52,21 +53,21 @@ class SearchThreads {
   /// then been delivered.
   bool has_room();
 
-  /// Waits for the next folder in order, in place of the one before; null when there is none, and
-  /// when the run is to stop. An exception on a thread comes out here or of verdict().
+  /// Waits for the next folder in order, which replaces the one before; null when there is none, or
+  /// when the run is to stop. An exception on a thread is thrown here or in verdict().
   SearchFolder* next();
-  /// Lists the folder that next() gave once more; next() then gives it again.
+  /// Has the folder that next() gave listed again; next() then gives it again.
   void list_again();
   /// Waits for the verdict on a file of that folder; `untested` when the run is to stop.
   Verdict verdict(std::size_t row);
-  /// Why a file of that folder is unread.
+  /// Returns why a file of that folder is unread.
   SystemError trouble(std::size_t row) const;
 
-  /// The folder that next() gave, or now waits for; its parent's as long as nobody lists it. Empty
+  /// Returns the folder that next() gave or waits for; its parent as long as nobody lists it. Empty
   /// when there is none.
   std::string current_folder() const;
 
-  /// Waits for the threads, which have nothing left to do.
+  /// Waits for the threads to end; they must have nothing left to do.
   void finish();
 
  private:

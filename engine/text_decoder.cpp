@@ -18,7 +18,7 @@ bool is_continuation(Byte byte) {
   return (byte & 0xC0) == 0x80;
 }
 
-/// The characters that need a closer look, or are near the end: one by one.
+/// Decodes one character, for those that need a closer look or are near the end.
 bool decode_one(DecodeSpan& span, TextEncoding encoding, const SearchPage& page, bool last) {
   const auto left = static_cast<std::size_t>(span.from_end - span.from);
   const std::string_view text(reinterpret_cast<const char*>(span.from),
@@ -44,7 +44,7 @@ void store(Byte* into, __m128i bytes) {
   _mm_storeu_si128(reinterpret_cast<__m128i*>(into), bytes);
 }
 
-/// Copies ASCII; more than that may be written behind it.
+/// Copies ASCII; may write further bytes after it, within the room.
 bool copy_ascii(DecodeSpan& span) {
   while (span.from_end - span.from >= block && span.into_end - span.into >= block) {
     const __m128i text = load(span.from);
@@ -69,14 +69,14 @@ bool copy_ascii(DecodeSpan& span) {
 
 #endif
 
-/// Decodes what is well-formed while a whole block is left of text and room; false at a byte that
-/// needs a closer look.
+/// Decodes well-formed text while a whole block of text and room is left, up to a byte that needs a
+/// closer look. Always false.
 bool decode_utf8_blocks(DecodeSpan& span, const SearchPage& page) {
   while (copy_ascii(span)) {
     const Byte* from = span.from;
     Byte* into = span.into;
     const Byte* const from_stop = span.from_end - longest_character;
-    // Beyond ASCII; a blank or two between words are soon passed, too.
+    // What follows is beyond ASCII; the loop also takes a space or two between words.
     int ascii = 0;
     for (; from <= from_stop && into < span.into_end && ascii < 4; ++into) {
       const Byte lead = from[0];
@@ -106,7 +106,7 @@ bool decode_utf8_blocks(DecodeSpan& span, const SearchPage& page) {
   return false;
 }
 
-/// Eight units of UTF-16 in turn, as long as none is half of a pair.
+/// Decodes UTF-16 by eight units at a time, as long as none of them is half of a pair.
 template <bool little_endian>
 void decode_utf16_blocks(DecodeSpan& span, const SearchPage& page) {
 #if defined(__SSE2__)

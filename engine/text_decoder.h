@@ -8,7 +8,7 @@
 
 namespace tallowmere {
 
-/// Bytes of a file, and room for what becomes of them.
+/// Bytes of a file, and room for their decoded text.
 struct DecodeSpan {
   const Byte* from;
   const Byte* from_end;
@@ -16,9 +16,9 @@ struct DecodeSpan {
   Byte* into_end;
 };
 
-/// Makes one byte of the page of each character, and moves both begins behind what was done: until
-/// the text or the room ends. A character that may go on behind the text is left, unless this is
-/// the `last` of the file. The characters are those of next_character.
+/// Decodes each character into one byte of the page until the text or the room ends, and moves both
+/// begins past what was done. A character that may go on after the text is left, unless this is the
+/// `last` text of the file. The characters are those of next_character.
 void decode(DecodeSpan& span, TextEncoding encoding, const SearchPage& page, bool last);
 
 }  // namespace tallowmere

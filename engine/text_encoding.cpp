@@ -18,17 +18,17 @@ bool is_surrogate(char32_t code) {
   return code >= 0xD800 && code <= 0xDFFF;
 }
 
-/// The length of the sequence that this byte begins; 1 for one that begins none.
+/// Returns the length of the sequence that this byte begins; 1 for one that begins none.
 std::size_t sequence_length(unsigned char first) {
   return first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : first >= 0xC0 ? 2 : 1;
 }
 
-/// True when what `text` ends with is the beginning of a well-formed sequence.
+/// True when `text` is the beginning of a well-formed sequence, cut short.
 bool is_cut(std::string_view text) {
   std::string whole(text);
   const std::size_t length = sequence_length(static_cast<unsigned char>(text[0]));
   if (text.size() >= length) return false;
-  // Some continuation completes what is well-formed so far: the lowest or the highest.
+  // What is well-formed so far is completed by the lowest or by the highest continuation.
   for (const char continuation : {'\x80', '\xBF'}) {
     std::size_t at = 0;
     whole.resize(text.size());

@@ -5,23 +5,23 @@
 
 namespace tallowmere {
 
-/// How the bytes of a file are to be read as characters.
+/// How the bytes of a file are read as characters.
 enum class TextEncoding : unsigned char { code_page, utf8, utf16_le, utf16_be };
 
-/// The bytes at the beginning of a file that its encoding is decided by.
+/// How many bytes at the beginning of a file decide its encoding.
 inline constexpr std::size_t encoding_sample = 63000;
 
-/// The encoding of a file that begins with these bytes, of which no more than a sample counts: by
-/// its mark; without one UTF-8 when nothing there is invalid as that, a sequence cut by the end
-/// included; otherwise the code page. ASCII alone is UTF-8.
+/// Finds the encoding of a file that begins with these bytes, of which only a sample counts. Its
+/// mark decides; without one it is UTF-8 when the sample is valid UTF-8, where its end may cut a
+/// sequence; otherwise the code page. ASCII alone is UTF-8.
 TextEncoding find_text_encoding(std::string_view begin);
 
-/// How many bytes the mark takes that a file of this encoding begins with; 0 without one.
+/// Returns how many bytes the mark takes that a file of this encoding begins with; 0 without one.
 std::size_t mark_length(TextEncoding encoding, std::string_view begin);
 
 /// One character of a text.
 struct TextCharacter {
-  char32_t code;       ///< what it is; or one of those below
+  char32_t code;       ///< its code point, or one of the values below
   std::size_t length;  ///< bytes that it takes, at least 1
 };
 
@@ -29,12 +29,13 @@ struct TextCharacter {
 /// nothing.
 inline constexpr char32_t no_character = 0x110000;
 
-/// A byte that begins no well-formed UTF-8 sequence is taken alone, as this and its value: it
-/// stands for the code page's character.
+/// A byte that begins no well-formed UTF-8 sequence is taken alone, as this plus its value; it is
+/// read as the code page's character.
 inline constexpr char32_t code_page_byte = 0x110100;
 
-/// The character at `at`, which is inside `text`, in an encoding other than the code page. What a
-/// sequence lacks because `text` ends is lacking: more of the file has to be in it, or its end.
+/// Returns the character at `at`, which must be inside `text`, in an encoding other than the code
+/// page. A sequence that the end of `text` cuts is ill-formed: `text` must hold the whole of it, or
+/// the end of the file.
 TextCharacter next_character(std::string_view text, std::size_t at, TextEncoding encoding);
 
 }  // namespace tallowmere

@@ -9,14 +9,14 @@ namespace tallowmere {
 
 namespace {
 
-/// Looks for a term between two questions of whether to go on: some milliseconds at most.
+/// Terms to look for before `go_on` is asked again: some milliseconds at most.
 constexpr int looks_between_questions = 64;
 
 std::size_t longest(const CompiledSearch& search) {
   return static_cast<std::size_t>(search.max_term_len);
 }
 
-/// Bytes before a chunk that its seam and its NEAR windows reach back to.
+/// Returns how many bytes before a chunk its seam and its NEAR windows reach back.
 std::size_t wanted_lookback(const CompiledSearch& search) {
   const auto before = static_cast<std::size_t>(std::max(search.prox_before, 0));
   return std::max<std::size_t>(longest(search) + before, 1);
@@ -70,7 +70,7 @@ MatchOutcome TextMatcher::match_open_file(FileReader& file, const std::function<
   }
 }
 
-// Costs a look at one byte, unless the criteria go beyond ASCII.
+// Looks at one byte only, unless the criteria go beyond ASCII.
 bool TextMatcher::begins_as_unicode() const {
   const std::string_view begin(reinterpret_cast<const char*>(chunks_.begin()), chunks_.size());
   const bool marked_utf16 = !begin.empty() && *chunks_.begin() >= 0xFE;
@@ -80,7 +80,7 @@ bool TextMatcher::begins_as_unicode() const {
   return encoding != TextEncoding::code_page;
 }
 
-// A chunk is searched in no time, unless there are thousands of terms.
+// Asks `go_on` now and then: searching a chunk takes long when there are thousands of terms.
 bool TextMatcher::interrupted() {
   if (!stopped_ && ++looks_ % looks_between_questions == 0) stopped_ = !(*go_on_)();
   return stopped_;
@@ -146,9 +146,9 @@ bool TextMatcher::match_term_in_chunk(std::size_t term) {
   return find_term(term) || match_term_at_boundary(term);
 }
 
-// The carry is renewed only where the last term was looked for in vain. An AND search that stops
-// at an earlier term therefore goes without a carry, and a term at a seam is found only when it
-// is the last one and all the others came before: this is how AND has always worked.
+// The carry is set only when the last term was not found in the chunk. An AND search that stops at
+// an earlier term therefore has no carry, and a term at a seam is found only when it is the last
+// one and all the others came before: this is how AND has always worked.
 bool TextMatcher::match_term_at_boundary(std::size_t term) {
   const bool at_boundary = carry_ > 0 && find_term_at_boundary(term);
   if (term + 1 == found_.size()) carry_ = std::min(longest(*search_), chunks_.size());
@@ -159,9 +159,9 @@ TextMatcher::Text TextMatcher::term_boundary(std::size_t carry, std::size_t head
   return {chunks_.begin() - carry, chunks_.begin() + std::min(head, chunks_.size())};
 }
 
-// Neither the first nor the last byte of the boundary takes part in a hit, so that a hit has both
-// neighbours. In a last chunk shorter than the longest term this passes over a hit that ends with
-// the file, as it always has.
+// A hit contains neither the first nor the last byte of the boundary, so that it has both
+// neighbours. In a last chunk shorter than the longest term this misses a hit that ends with the
+// file, as it always has.
 bool TextMatcher::find_term_at_boundary(std::size_t term) {
   if (!search_->representable[term]) return false;
   const Text boundary = term_boundary(carry_, longest(*search_));
@@ -175,7 +175,7 @@ bool TextMatcher::find_term_at_boundary(std::size_t term) {
 
 bool TextMatcher::match_phrase_in_chunk() {
   if (!search_->representable[0]) return false;
-  // Chunk and seam in one go: a phrase is taken as it stands, so they are one text.
+  // The chunk and its seam are searched as one text, since a phrase is taken as it is.
   OccurrenceScan scan(search_->patterns[0], chunks_.begin() - carry_, chunks_.end());
   if (scan.next()) return true;
   carry_ = std::min(longest(*search_) - 1, chunks_.size());
@@ -203,8 +203,8 @@ bool TextMatcher::match_near_in_chunk() {
     const auto whole_at_boundary = [&](const Byte* at) {
       return !whole || !not_whole_word_in_text(boundary, at, length);
     };
-    // The window of an anchor at a seam stands one byte further right than elsewhere, but further
-    // left where the anchor is longer than the chunk that it began in.
+    // The window of an anchor at a seam lies one byte further right than elsewhere, but further
+    // left when the anchor is longer than the chunk that it began in.
     const auto shift = 1 - static_cast<std::ptrdiff_t>(length - carry_);
     while (const Byte* anchor = at_boundary.next(whole_at_boundary)) {
       if (anchor_passes(anchor + shift)) return true;
@@ -232,7 +232,7 @@ bool TextMatcher::anchor_passes(const Byte* anchor) {
   return near_terms_in_window(load_near_window(anchor));
 }
 
-// A window that would begin before the file begins with the file and keeps its full length.
+// A window that would begin before the file begins with it instead and keeps its full length.
 TextMatcher::Text TextMatcher::load_near_window(const Byte* anchor) const {
   const auto before = static_cast<std::ptrdiff_t>(search_->prox_before);
   const Byte* memory = chunks_.memory_begin();
@@ -250,9 +250,9 @@ bool TextMatcher::near_terms_in_window(const Text& window) {
   return all;
 }
 
-// Windows move to the right only, so the next occurrence of a term, once found, answers for every
+// Windows only move to the right, so the next occurrence of a term, once found, answers for every
 // window that ends before it: many anchors close together do not each search their window. A word
-// that another one continues beyond an end of the window is whole inside it.
+// that goes on beyond an end of the window counts as whole inside it.
 bool TextMatcher::find_term_in_window(const Text& window, std::size_t term) {
   const BytePattern& pattern = search_->patterns[term];
   const auto length = static_cast<std::ptrdiff_t>(pattern.length());

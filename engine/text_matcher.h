@@ -14,19 +14,19 @@ namespace tallowmere {
 enum class MatchOutcome {
   match,
   no_match,
-  stopped,  ///< the host did not want to go on
+  stopped,  ///< `go_on` said no
   failed    ///< reading broke off
 };
 
-/// Decides whether one file satisfies the criteria. Made once per run and thread; what it owns is
-/// scratch, and its buffer serves all files. The file is seen in chunks of 63,000 characters, and
+/// Decides whether a file matches the criteria. Made once per run and thread; what it owns is
+/// scratch, and its buffer serves all files. It reads the file in chunks of 63,000 characters, and
 /// what counts as an occurrence at the seam of two chunks is part of the answer: it differs between
 /// the search types.
 class TextMatcher {
  public:
-  /// `search` is for files in the code page, `unicode` for the others; without it all files are in
-  /// the code page. Both are made of the same criteria and must outlive the matcher; other matchers
-  /// may use them too.
+  /// Matches files in the code page by `search` and the others by `unicode`; when that is null, it
+  /// reads all files in the code page. Both must be made from the same criteria and outlive the
+  /// matcher; other matchers may share them.
   explicit TextMatcher(const CompiledSearch& search, const UnicodeSearch* unicode = nullptr);
   TextMatcher(const TextMatcher&) = delete;
   TextMatcher& operator=(const TextMatcher&) = delete;
@@ -37,8 +37,8 @@ class TextMatcher {
   MatchOutcome match_open_file(FileReader& file, const std::function<bool()>& go_on,
                                SystemError& error);
 
-  /// True when that file was searched byte by byte and as Unicode text might have another answer:
-  /// UTF-16 by its mark, or UTF-8 beyond ASCII when the criteria go beyond it, too.
+  /// True when that file was searched byte by byte but might have another answer as Unicode text:
+  /// it is UTF-16 by its mark, or UTF-8 beyond ASCII and the criteria go beyond ASCII, too.
   bool another_as_unicode() const { return another_as_unicode_; }
 
  private:
@@ -70,15 +70,15 @@ class TextMatcher {
 
   const CompiledSearch& in_page_;
   const UnicodeSearch* const unicode_;
-  const CompiledSearch* search_;  ///< the one that goes with the file
+  const CompiledSearch* search_;  ///< the one for the file's encoding
   FileText text_;
   FileChunks chunks_;
   std::vector<bool> found_;        ///< AND: the terms found in this file so far
-  std::size_t carry_ = 0;          ///< bytes before the chunk that its boundary takes in
+  std::size_t carry_ = 0;          ///< bytes before the chunk that belong to its boundary
   std::vector<const Byte*> next_;  ///< NEAR: each term's next occurrence, or null
 
   const std::function<bool()>* go_on_ = nullptr;  ///< during match_open_file
-  int looks_ = 0;                                 ///< for a term, in this chunk
+  int looks_ = 0;                                 ///< terms looked for in this chunk
   bool stopped_ = false;
   bool another_as_unicode_ = false;
 };

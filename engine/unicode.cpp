@@ -14,7 +14,7 @@ bool is_surrogate(char32_t code_point) {
   return code_point >= 0xD800 && code_point <= 0xDFFF;
 }
 
-/// Bytes of the sequence that `lead` begins; 0 when it begins none.
+/// Returns how many bytes the sequence has that `lead` begins; 0 when it begins none.
 std::size_t sequence_length(unsigned char lead) {
   if (lead < 0x80) return 1;
   if (lead >= 0xC2 && lead <= 0xDF) return 2;

@@ -10,7 +10,7 @@
 
 namespace tallowmere {
 
-/// Takes the code point at `position` and moves `position` behind it. A byte that begins no
+/// Returns the code point at `position` and moves `position` past it. A byte that begins no
 /// well-formed sequence is taken alone, as 0xDC00 + byte, which no well-formed text holds.
 char32_t next_code_point(std::string_view text, std::size_t& position);
 

@@ -6,10 +6,10 @@
 
 namespace tallowmere {
 
-/// What a search works out of the criteria for files whose characters are Unicode's. Made once per
-/// run; threads share it.
+/// What a search computes from the criteria for files in UTF-8 and UTF-16. Made once per run;
+/// threads share it.
 struct UnicodeSearch {
-  /// As SearchPage and CompiledSearch.
+  /// Compiles the search. Keeps nothing of its arguments.
   UnicodeSearch(const SearchCriteria& search, const CodePage& code_page)
       : page(search, code_page), compiled(search, page), filter(compiled, page, code_page) {}
   UnicodeSearch(const UnicodeSearch&) = delete;

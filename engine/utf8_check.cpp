@@ -23,12 +23,12 @@ __m128i load(const char* from) {
   return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
 }
 
-// What can be wrong about two neighbouring bytes, a bit each (the tables of "Validating UTF-8 In
-// Less Than One Instruction Per Byte" by John Keiser and Daniel Lemire). A fault is there when the
-// first byte's halves and the second byte's upper half all tell of the same one.
+// What can be wrong with two neighbouring bytes, a bit each (the tables of "Validating UTF-8 In
+// Less Than One Instruction Per Byte" by John Keiser and Daniel Lemire). The bytes have a fault
+// when the first byte's halves and the second byte's upper half all have its bit.
 enum : char {
   too_short = 1 << 0,                   // a lead without continuation
-  too_long = 1 << 1,                    // a continuation behind ASCII
+  too_long = 1 << 1,                    // a continuation after ASCII
   overlong_3 = 1 << 2,                  // E0 80..9F
   surrogate = 1 << 4,                   // ED A0..BF
   overlong_2 = 1 << 5,                  // C0, C1
@@ -38,7 +38,7 @@ enum : char {
 };
 constexpr char carry = too_short | too_long | two_more;
 
-/// The faults of 16 bytes, given the 16 before them.
+/// Returns the faults of 16 bytes, given the 16 before them.
 __attribute__((target("ssse3"), always_inline)) inline __m128i faults(__m128i text,
                                                                       __m128i before) {
   const __m128i half = _mm_set1_epi8(15);
@@ -73,7 +73,7 @@ __attribute__((target("ssse3"), always_inline)) inline __m128i faults(__m128i te
   return _mm_xor_si128(must, special);
 }
 
-/// A place before which nothing is wrong, except that a character may be cut there; short of the
+/// Returns a place before which nothing is wrong, but which may cut a character; it is short of the
 /// first fault by a few bytes.
 __attribute__((target("ssse3"))) std::size_t skip_blocks(std::string_view text) {
   __m128i before = _mm_setzero_si128();
@@ -91,7 +91,7 @@ __attribute__((target("ssse3"))) std::size_t skip_blocks(std::string_view text) 
 std::size_t surely_valid(std::string_view text) {
   if (!__builtin_cpu_supports("ssse3")) return 0;
   const std::size_t end = skip_blocks(text);
-  // Back to the beginning of a character that may be cut.
+  // Step back to the beginning of a character that may be cut.
   for (std::size_t back = 1; back <= 3 && back <= end; ++back) {
     const auto byte = static_cast<unsigned char>(text[end - back]);
     if (byte >= 0xC0) return end - back;
@@ -101,8 +101,9 @@ std::size_t surely_valid(std::string_view text) {
 }
 
 #if !defined(_WIN32)
-/// Every search asks this of nearly every byte: wide registers are worth their few lines. Not on
-/// Windows: the compiler does not keep the stack aligned for them there.
+/// Returns a place before which all is ASCII. Every search asks this of nearly every byte: wide
+/// registers are worth their few lines. Not on Windows: the compiler does not keep the stack aligned
+/// for them there.
 __attribute__((target("avx2"))) std::size_t skip_ascii_wide(std::string_view text) {
   const auto* from = reinterpret_cast<const __m256i*>(text.data());
   std::size_t at = 0;
@@ -116,7 +117,7 @@ __attribute__((target("avx2"))) std::size_t skip_ascii_wide(std::string_view tex
 }
 #endif
 
-/// A place before which all is ASCII.
+/// Returns a place before which all is ASCII, by the widest registers that the machine has.
 std::size_t skip_ascii_blocks(std::string_view text) {
 #if !defined(_WIN32)
   if (__builtin_cpu_supports("avx2")) return skip_ascii_wide(text);

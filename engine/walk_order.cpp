@@ -36,7 +36,7 @@ WalkOrder::Place& WalkOrder::insert(Position before, std::string_view path,
   place->claimed_turns = place->next_subfolder = 0;
   place->self = place;
   held_ += folder_weight;
-  // What is left to claim begins at the new place, if it began behind it.
+  // What is left to claim begins at the new place, if it began right after it.
   if (folders_from_ == before) folders_from_ = place;
   if (files_from_ == before) files_from_ = place;
   return *place;

@@ -10,10 +10,10 @@
 
 namespace tallowmere {
 
-/// The folders of a search, as far as they are known, in the order of the walk: depth first, each
-/// folder's own files before its subfolders, those by name. Folders are claimed for listing, and
-/// their files for testing, ahead of the first folder, which is the one being delivered. A folder
-/// stays where it is in memory until it is dropped. Used by one thread at a time.
+/// The known folders of a search in the order of the walk: depth first, each folder's own files
+/// before its subfolders, and those by name. Threads claim folders for listing, and their files for
+/// testing, ahead of the first folder, which is the one being delivered. A folder stays where it is
+/// in memory until it is dropped. Used by one thread at a time.
 class WalkOrder {
  public:
   /// One folder's files, or the subfolders of one that nobody has claimed yet.
@@ -38,32 +38,33 @@ class WalkOrder {
     std::size_t turn;
   };
 
-  /// Adds a place behind all others: a folder that is still to be listed, or else one that the
-  /// caller fills and then sets listed.
+  /// Adds a place after all others: a folder that is still to be listed, or one that the caller
+  /// fills and then sets listed.
   Place& append(std::string_view path, SearchFolder::Source source);
 
-  /// The first folder known that nobody has claimed, to be listed; null without one. With
+  /// Claims the first known folder that nobody has claimed, to be listed; null without one. With
   /// `at_front_only`, only when all before it has been delivered.
   Place* claim_folder(bool at_front_only);
-  /// How many folders can be claimed next in the folder of the first one.
+  /// Counts the folders that can be claimed next to the first such one, itself included.
   std::size_t siblings_left();
-  /// The place can be tested and delivered, and its subfolders be claimed.
+  /// Opens a place for testing and delivery, and its subfolders for being claimed.
   void set_listed(Place& place);
-  /// Claims the next files in order, at most `most`.
+  /// Claims the next files in order, at most `most`, and adds them to `tasks`.
   void claim_files(std::size_t most, std::vector<Task>& tasks);
 
-  /// The place to deliver now; null while its folder has no place yet, or at the end.
+  /// Returns the place to deliver now; null while its folder has no place yet, or at the end.
   Place* front();
-  /// The front folder is to be listed once more; nothing of it has been claimed.
+  /// Makes the front folder one that is still to be listed; nothing of it may have been claimed.
   void unlist_front();
   void drop_front();
   bool empty();
-  /// The folder of the first place, or the one that its subfolders are in; empty without any.
+  /// Returns the folder of the first place, or the one that its subfolders are in; empty without
+  /// any.
   std::string first_path() const { return places_.empty() ? "" : places_.front().folder.path(); }
 
-  /// Files to be tested that nobody has claimed.
+  /// Counts the files to be tested that nobody has claimed.
   std::size_t untested() const { return untested_; }
-  /// What the places hold that are not dropped yet, in files; a folder counts as some of them.
+  /// Returns how much the places hold, in files; a folder counts as some files.
   std::size_t held() const { return held_; }
 
  private:
@@ -74,7 +75,7 @@ class WalkOrder {
 
   std::list<Place> places_;
   std::list<Place> spare_;  ///< to be used again
-  /// Before these nothing is left to claim. They wait at a folder that is being listed.
+  /// Nothing before these is left to claim. They wait at a folder that is being listed.
   Position folders_from_ = places_.end();
   Position files_from_ = places_.end();
   std::size_t untested_ = 0;

@@ -11,7 +11,7 @@ constexpr bool is_word_byte(std::size_t byte) {
   return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte >= 192;
 }
 
-/// The same as a table.
+/// is_word_byte as a table.
 inline constexpr auto word_bytes = [] {
   std::array<bool, 256> table{};
   for (std::size_t byte = 0; byte < 256; ++byte) table[byte] = is_word_byte(byte);
