@@ -7,8 +7,8 @@
 
 namespace tallowmere {
 
-/// A line for each of the first ten, "path: reason" after a line break, then how many more there
-/// are.
+/// Makes a line for each of the first ten, "path: reason" after a line break, then says how many
+/// more there are.
 std::string fault_lines(const std::vector<UnreadFile>& files);
 
 }  // namespace tallowmere

@@ -8,7 +8,8 @@
 namespace tallowmere {
 namespace {
 
-/// Files written within one second, as by one copying, are of one date: their names order them.
+/// Rounds down to a whole second. Files written within one second, as by one copy command, thus
+/// have the same date, and their names order them.
 Ticks whole_second(Ticks moment) {
   return moment - moment % ticks_per_second;
 }

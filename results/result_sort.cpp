@@ -12,9 +12,8 @@
 #include "engine/letter_case.h"
 
 // The order of equal records is part of the result, and a Shell sort is not stable: only the same
-// passes give the same order. Each pass with gap g is, however, a stable sort of g interleaved
-// chains, so it may be done in any stable way, and on small integers: the records are ranked once
-// and moved once.
+// passes give the same order. But each pass with gap g is a stable sort of g interleaved chains, so
+// any stable sort will do for it, and on small integers: records are ranked once and moved once.
 
 namespace tallowmere {
 namespace {
@@ -32,7 +31,7 @@ class Pace {
   std::uint32_t steps_ = 0;
 };
 
-/// Lower-cased texts, one behind the other.
+/// Lower-cased texts, one after another.
 class FoldedTexts {
  public:
   void add(std::string_view text) {
@@ -52,7 +51,7 @@ class FoldedTexts {
 
 using Ranks = std::vector<std::uint32_t>;
 
-/// The rank of each of `count` items in the order of `less`; equal items share one.
+/// Returns the rank of each of `count` items in the order of `less`; equal items share one.
 template <typename Less>
 Ranks dense_ranks(std::size_t count, Pace& pace, const Less& less) {
   Ranks order(count);
@@ -70,7 +69,7 @@ Ranks dense_ranks(std::size_t count, Pace& pace, const Less& less) {
   return ranks;
 }
 
-/// The first eight bytes as a number that compares as they do, to spare most text comparisons.
+/// Returns the first eight bytes as a number that compares as they do; saves most text comparisons.
 std::uint64_t text_prefix(std::string_view text) {
   std::uint64_t prefix = 0;
   for (std::size_t i = 0; i < 8; ++i) {
@@ -119,7 +118,7 @@ Ranks rank_largest_first(const std::vector<FileRecord>& records, Pace& pace) {
   });
 }
 
-/// The ranks of the key itself, before names decide ties.
+/// Returns the ranks by the key itself, before names decide ties.
 Ranks key_ranks(const std::vector<FileRecord>& records, SortKey key, Pace& pace) {
   switch (key) {
     case SortKey::date:
@@ -158,8 +157,8 @@ std::vector<Item> ranked_items(const std::vector<FileRecord>& records, SortKey k
   return items;
 }
 
-/// Sorts every chain of the gap by stable insertion. False when that takes too many moves; what is
-/// done by then leaves equal items in their order.
+/// Sorts every chain of the gap by stable insertion. False when that takes too many moves; equal
+/// items have then kept their order.
 bool insertion_pass(std::vector<Item>& items, std::size_t gap) {
   std::size_t moves_left = 8 * items.size();
   for (std::size_t i = gap; i < items.size(); ++i) {
@@ -189,13 +188,13 @@ void stable_pass(std::vector<Item>& items, std::size_t gap, Pace& pace) {
   }
 }
 
-/// Half of `number`, halves rounded to the even neighbour.
+/// Returns half of `number`, halves rounded to the even neighbour.
 std::size_t rounded_half(std::size_t number) {
   const std::size_t half = number / 2;
   return number % 2 == 1 && half % 2 == 1 ? half + 1 : half;
 }
 
-/// Puts records[item's index] where its item stands.
+/// Moves each record to where its item is.
 void arrange(std::vector<FileRecord>& records, std::vector<Item>& items) {
   const auto source = [&items](std::size_t i) { return static_cast<std::uint32_t>(items[i]); };
   for (std::size_t start = 0; start < items.size(); ++start) {

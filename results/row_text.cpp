@@ -13,7 +13,7 @@ std::string without_blanks(std::string_view text) {
   return result;
 }
 
-/// The pattern h:mma/p.
+/// Formats a time as h:mma or h:mmp.
 std::string clock_text(const DateTime& moment) {
   const int hour = moment.hour % 12 == 0 ? 12 : moment.hour % 12;
   std::string text = std::to_string(hour) + ':';
@@ -21,7 +21,8 @@ std::string clock_text(const DateTime& moment) {
   return text + std::to_string(moment.minute) + (moment.hour < 12 ? 'a' : 'p');
 }
 
-/// The short date without its blanks, then the time, such as 9:05a. Exactly midnight shows no time.
+/// Joins the short date without its spaces and the time, such as 9:05a; exactly midnight shows no
+/// time.
 std::string format_row_date(const DateTime& moment, std::string_view short_date_text) {
   const std::string date = without_blanks(short_date_text);
   if (moment.hour == 0 && moment.minute == 0 && moment.second == 0) return date;

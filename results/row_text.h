@@ -19,8 +19,8 @@ struct DateFormat {
   std::function<std::string(const Date&)> short_date;
 };
 
-/// The text of one cell; empty for a date that is not known. The time of a date is set so that the
-/// times line up on the right.
+/// Returns the text of one cell; empty for an unknown date. The time after a date is spaced so that
+/// the times line up on the right.
 std::string row_cell(const FileRecord& record, ResultColumn column, const DateFormat& format);
 
 }  // namespace tallowmere

@@ -8,10 +8,10 @@
 
 namespace tallowmere {
 
-/// The check marks of the five entries of "Sort Files By": at most one is set.
+/// The ticks of the five entries of "Sort Files By"; at most one is ticked.
 class SortMenu {
  public:
-  /// The checked entry, SortKey::none when no entry is.
+  /// Returns the ticked entry, SortKey::none without one.
   SortKey sort_type() const { return checked_; }
   void check(SortKey key) { checked_ = key; }
   bool is_checked(SortKey key) const { return checked_ == key; }
@@ -21,24 +21,24 @@ class SortMenu {
 };
 
 enum class SortAction {
-  none,     ///< fewer than two rows: only the check mark moved
-  sort,     ///< the records are to be sorted afresh
+  none,     ///< fewer than two rows: only the tick moved
+  sort,     ///< the records are to be sorted again
   reverse,  ///< the records are to be reversed
 };
 
-/// Lists of more rows than this show the hourglass and a caption while they are sorted.
+/// Sorting a list of more rows than this shows the hourglass and a caption.
 inline constexpr std::size_t quick_sort_rows = 200;
 
-/// A choice of one sort entry: moves the check mark, sets the flags of the list and tells what is
-/// to be done with the rows.
+/// Handles the choice of a sort entry: moves the tick, sets the flags of the list and returns what
+/// to do with the rows.
 SortAction choose_sort(SortMenu& menu, ResultList& list, SortKey chosen);
 
-/// Does what choose_sort told and drops duplicates; `viewed_index` follows its file. The window
-/// puts its selection back by ResultList::find_result_index.
+/// Does what choose_sort returned and removes duplicates; `viewed_index` follows its file. The
+/// window restores its selection by ResultList::find_result_index.
 void apply_sort(const SortMenu& menu, ResultList& list, SortAction action);
 
-/// The end of a search: sorts, reverses when the list is kept in reverse, drops duplicates, and
-/// leaves the list so that the next choice of the checked entry sorts afresh.
+/// Sorts at the end of a search, reverses when the list is kept in reverse, removes duplicates, and
+/// leaves the list so that the next choice of the ticked entry sorts again.
 void sort_after_search(const SortMenu& menu, ResultList& list, const std::function<void()>& yield);
 
 }  // namespace tallowmere

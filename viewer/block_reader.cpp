@@ -38,10 +38,10 @@ bool BlockReader::holds(std::int64_t position, std::int64_t length) const {
          (position + length <= end || (block_ends_file_ && position < end));
 }
 
-// A piece before the block is the end of the next one: the reader goes backwards.
+// When a piece before the block is wanted, the reader goes backwards: the next block ends near it.
 std::optional<SystemError> BlockReader::load(std::int64_t position, std::int64_t length) {
   const bool backwards = block_size_ > 0 && position < block_start_;
-  // Windows around a hit reach a little back and forth over the chunks that go one way.
+  // Windows around a hit reach a little back and forth from the chunks, which go one way.
   std::int64_t start = position;
   if (backwards) start = position + length + first_length - block_length;
   if (!backwards && used_) start = position - first_length;
@@ -55,7 +55,7 @@ std::optional<SystemError> BlockReader::load(std::int64_t position, std::int64_t
   if (auto error = file_->seek(block_start_ - 1)) return error;
   std::size_t got = 0;
   if (auto error = file_->read(block_.data(), block_.size(), got)) {
-    // A defect further on is no reason to withhold what lies before it.
+    // A defect further on must not keep back what lies before it.
     block_start_ = position;
     if (length >= wanted) return error;
     if (auto again = file_->seek(position - 1)) return again;

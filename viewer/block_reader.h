@@ -12,8 +12,8 @@
 namespace tallowmere {
 
 /// Reads pieces of one file through a large block in memory, so that many overlapping pieces in
-/// either direction cost few calls of the system. The block is as old as the open file; nothing of
-/// the file or its folder stays open when it is closed.
+/// either direction need few calls to the system. Closing the file drops the block; nothing of the
+/// file or its folder then stays open.
 class BlockReader {
  public:
   static constexpr std::int64_t block_length = 1 << 20;
@@ -25,15 +25,15 @@ class BlockReader {
   void close();
 
   /// Replaces `into` by `length` bytes from the 1-based `position`, fewer at the file's end.
-  /// Pieces longer than a block are not for this.
+  /// `length` must not exceed a block.
   std::optional<SystemError> read(std::int64_t position, std::int64_t length, std::string& into);
-  /// Reading this needs nothing of the disk.
+  /// True when reading this piece needs nothing from the disk.
   bool holds(std::int64_t position, std::int64_t length) const;
 
  private:
   std::optional<SystemError> load(std::int64_t position, std::int64_t length);
 
-  /// What a first read takes: about one chunk.
+  /// How many bytes a first read takes: about one chunk.
   static constexpr std::int64_t first_length = 1 << 15;
 
   const FileSystem& files_;

@@ -9,7 +9,7 @@ namespace tallowmere {
 
 namespace {
 
-/// Stands for what is no character. Nothing joins it: in a UTF-16 text another one follows at most.
+/// What is no character becomes this. It never forms a pair: at most another such unit follows it.
 constexpr char16_t lone_half = 0xD800;
 constexpr TextEncoding native_utf16 =
     std::endian::native == std::endian::little ? TextEncoding::utf16_le : TextEncoding::utf16_be;
@@ -20,9 +20,8 @@ bool is_surrogate(char32_t unit) {
 
 }  // namespace
 
-// No character of UTF-8 goes over a byte that begins a sequence, no pair over the first half of
-// another one. So what stands before the longest character that could hold the byte is of no
-// account.
+// No character of UTF-8 extends over a byte that begins a sequence, and no pair over the first half
+// of another one. So what precedes the longest character that could hold the byte does not matter.
 std::size_t character_begin(std::string_view piece, std::size_t at, std::int64_t position,
                             TextEncoding encoding) {
   if (at >= piece.size()) return piece.size();
@@ -50,7 +49,7 @@ std::string CharacterText::search_bytes(const SearchPage& page) const {
   return result;
 }
 
-/// Of the character that begins at a byte. Most are of a kind that needs no look at what follows.
+/// Returns the length of the character that begins at a byte. Most need no look at what follows.
 std::size_t CharacterText::length_at(std::size_t at) const {
   if (encoding_ == TextEncoding::utf8) {
     if (static_cast<unsigned char>(bytes_[at]) < 0x80) return 1;

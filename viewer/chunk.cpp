@@ -10,7 +10,7 @@ namespace tallowmere {
 
 namespace {
 
-// What parts the lines of a text that shows.
+// What separates the lines of the text shown.
 constexpr std::string_view byte_break = "\r\n";
 constexpr std::u16string_view unit_break = u"\r\n";
 

@@ -22,7 +22,7 @@ HitText byte_text(ChunkSource& file, const Chunk& chunk) {
   return in;
 }
 
-/// A chunk of a Unicode file, whose hits are looked for by characters.
+/// A chunk of a Unicode file; finds its hits by characters.
 class UnicodeChunk {
  public:
   UnicodeChunk(ChunkSource& file, const Chunk& chunk, const HitFinder& finder)
@@ -57,7 +57,7 @@ class UnicodeChunk {
     const std::int64_t last = begun_before(place_of(end)) + 1;
     HitRange range = finder_.hits_between(in_, first, last, most);
     range.next = range.next == last ? end : position_of(range.next) + 1;
-    // One after the other, so that the text is walked over once.
+    // The hits are taken one after another, so that the text is walked over once.
     std::int64_t character = 1;
     std::size_t at = 0;
     for (Hit& hit : range.hits) {
@@ -71,7 +71,7 @@ class UnicodeChunk {
  private:
   std::int64_t unit() const { return shows_ ? 2 : 1; }
 
-  /// The byte of the text for a position in the chunk.
+  /// Returns the byte of the text for a position in the chunk.
   std::int64_t place_of(std::int64_t position) const {
     return (position - 1) * unit() - static_cast<std::int64_t>(begin_);
   }
@@ -80,7 +80,7 @@ class UnicodeChunk {
     return behind < text_.size() ? text_.begun_before(behind) : std::ssize(bytes_);
   }
 
-  /// Where in the chunk, from 0, a character of the text begins, which counts from 1.
+  /// Returns where in the chunk, from 0, a character of the text begins; `character` is 1-based.
   std::int64_t position_of(std::int64_t character) const {
     return static_cast<std::int64_t>(begin_ + text_.byte_at(character - 1)) / unit();
   }
@@ -122,7 +122,7 @@ HitRange hits_in_chunk(ChunkSource& file, const Chunk& chunk, const HitFinder& f
   return UnicodeChunk(file, chunk, *finder.unicode()).hits(start, end, most);
 }
 
-// Line breaks completed for display shift the windows of NEAR.
+// Line breaks that were completed for display shift the windows of NEAR.
 std::int64_t bytes_beside(const HitFinder& finder) {
   const std::int64_t reach = finder.reach();
   return reach == 0 ? 0 : inserted_breaks_limit + (reach + 1) * longest_character;

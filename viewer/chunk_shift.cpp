@@ -10,15 +10,15 @@ namespace tallowmere {
 
 namespace {
 
-/// Further loads to let a line stand at the beginning of a displayed line again. Some text boxes
-/// take a second for a chunk without line breaks.
+/// Further loads to bring a line back to the beginning of a displayed line. Some text boxes take a
+/// second for a chunk without line breaks.
 constexpr int alignment_tries = 1;
 /// Line breaks looked at before those of the present chunk, however long the view is.
 constexpr int further_breaks = 100;
 
-/// The earliest beginning of a line in `raw` that lies before `limit` and is followed by fewer
-/// than `breaks` line breaks; 0 when there is none. When `raw` begins the file, its beginning is
-/// the earliest, unless too many line breaks follow.
+/// Finds the earliest beginning of a line in `raw` that lies before `limit` and is followed by
+/// fewer than `breaks` line breaks; 0 when there is none. When `raw` begins the file, its beginning
+/// is the earliest, unless too many line breaks follow.
 template <class Text>
 std::size_t earliest_line(const Text& raw, int breaks, std::size_t limit, bool begins_file) {
   std::size_t earliest = 0;
@@ -43,8 +43,8 @@ ChunkShift::~ChunkShift() {
   if (loaded_) face_.set_redraw(true);
 }
 
-// A line break that was completed has two characters for one byte, and only one of them finds it
-// again. So the position before a line break is that of its LF.
+// A completed line break has two characters for one byte, and only one of them leads back to it. So
+// the position before a line break is that of its LF.
 std::int64_t ChunkShift::position_at(int character) const {
   return chunk().file_position(chunk().is_break(character) ? character + 1 : character);
 }
@@ -61,7 +61,7 @@ ChunkShift::Extent ChunkShift::whole_lines() const {
   const int lines = face_.line_count();
   extent.end = extent.to_end ? lines : line_at(chunk().crowded_from);
   if (extent.from_start) return extent;
-  // The first line break puts right whatever the seam has done, unless it is far away.
+  // The first line break mends whatever the seam has done, unless it is far away.
   const int first_break = chunk().first_break();
   extent.first = 1;
   if (first_break >= 0) {
@@ -74,7 +74,7 @@ ChunkShift::Extent ChunkShift::whole_lines() const {
 bool ChunkShift::load_below(int& line) {
   const std::int64_t old_start = chunk().chunk_start;
   const std::int64_t position = line_position(line);
-  // Of an empty line the byte before it will do as well.
+  // For an empty line, the byte before it will do as well.
   const auto start_at = [&](int at) { return chunk().file_position(face_.line_index(at)); };
   std::int64_t start = start_at(start_line_above(line));
   if (start <= old_start) start = start_at(line);
@@ -154,17 +154,17 @@ std::int64_t ChunkShift::bytes_on_view(int line) const {
   return end_position - line_position(line);
 }
 
-/// Bytes that a new chunk can hold above a view and still go on for two pages behind it.
+/// Returns how many bytes a new chunk can hold above a view and still go on for two pages after it.
 std::int64_t ChunkShift::room_above(int line) const {
   return std::clamp<std::int64_t>(chunk_length - 3 * bytes_on_view(line), 0, chunk_length / 2);
 }
 
-/// Likewise the line breaks, of which a chunk completes so many only.
+/// Returns how many line breaks it can hold there; a chunk completes only so many.
 int ChunkShift::lines_above() const {
   return std::max((inserted_breaks_limit - 3 * face_.visible_lines()) / 2, 0);
 }
 
-/// The line of the present chunk with which one that goes on further down can begin.
+/// Returns the line of the present chunk with which a chunk that goes on further down can begin.
 int ChunkShift::start_line_above(int line) const {
   const std::int64_t earliest = line_position(line) - room_above(line);
   int first = line_at(earliest);
@@ -172,8 +172,8 @@ int ChunkShift::start_line_above(int line) const {
   return std::clamp(first, std::max(line - lines_above(), 0), line);
 }
 
-/// Where a chunk can begin so that the line at `position` wraps in it as it does now: behind a line
-/// break before `before`, at most `room` bytes and `breaks` line breaks above; 0: nowhere.
+/// Finds where a chunk can begin so that the line at `position` wraps in it as it does now: after a
+/// line break before `before`, at most `room` bytes and `breaks` line breaks above; 0: nowhere.
 std::int64_t ChunkShift::start_above(std::int64_t position, std::int64_t room, int breaks,
                                      std::int64_t before) {
   const std::int64_t earliest = std::max<std::int64_t>(position - room, 1);

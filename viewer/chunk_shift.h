@@ -7,47 +7,47 @@
 
 namespace tallowmere {
 
-/// One step of scrolling: replaces the chunk by another one in which a line of the text stands as
-/// it did before, and puts the selection back. Painting waits from the first load until the end of
-/// this object's life.
+/// One step of scrolling: replaces the chunk by another one in which a line of the text looks as
+/// before, and restores the selection. Painting waits from the first load until this object is
+/// destroyed.
 class ChunkShift {
  public:
-  /// `caret_first`: the caret stands at the selection's start.
+  /// Begins a step; `caret_first`: the caret is at the selection's start.
   ChunkShift(FileViewer& viewer, TextFace& face, bool caret_first = false);
   ~ChunkShift();
   ChunkShift(const ChunkShift&) = delete;
   ChunkShift& operator=(const ChunkShift&) = delete;
 
-  /// The displayed lines of the chunk that look as they would if the whole file were shown. Those
-  /// at a seam do not: they are cut, wrap differently, or miss line breaks.
+  /// The displayed lines of the chunk that look as if the whole file were shown. Those at a seam do
+  /// not: they are cut, wrap differently, or miss line breaks.
   struct Extent {
     int first = 0;
-    int end = 0;  ///< behind the last of them
+    int end = 0;  ///< one past the last of them
     bool from_start = false;
     bool to_end = false;  ///< nothing follows in the file
   };
   Extent whole_lines() const;
 
-  /// Each loads a chunk that goes on further down or up. `line`, where a view is to begin, becomes
-  /// the line of the same text in that chunk. False: there is no such chunk, or lost().
+  /// Loads a chunk that goes on further down (load_above: further up). `line`, where the view is to
+  /// begin, becomes the line of the same text in that chunk. False: there is no such chunk, or
+  /// lost().
   bool load_below(int& line);
   bool load_above(int& line);
-  /// Loads a chunk in which a view can begin at this file position, and finds the line nearest to
-  /// it.
+  /// Loads a chunk in which the view can begin at this file position, and finds the nearest line.
   bool load_around(std::int64_t position, int& line);
   bool load_start();
   bool load_end();
 
-  /// Loading went wrong, or the file has changed and shows from its beginning: the step ends.
+  /// True when loading failed, or the file has changed and shows from its beginning: the step ends.
   bool lost() const { return lost_; }
 
-  /// The line whose beginning is nearest to a file position inside the chunk.
+  /// Returns the line whose beginning is nearest to a file position inside the chunk.
   int nearest_line(std::int64_t position) const;
   std::int64_t line_position(int line) const { return position_at(face_.line_index(line)); }
-  /// Bytes of the file that a view beginning at this line shows.
+  /// Counts the bytes of the file that a view beginning at this line shows.
   std::int64_t bytes_on_view(int line) const;
 
-  /// Ends the step: puts the selection back when another chunk was loaded, and scrolls.
+  /// Ends the step: restores the selection when another chunk was loaded, and scrolls.
   void finish(int top);
 
  private:

@@ -35,7 +35,7 @@ std::string ChunkSource::read_characters(std::int64_t position, std::int64_t bef
   return text;
 }
 
-/// In a Unicode file the characters shared may be too many for a chunk.
+/// In a Unicode file the shared characters may be too many for a chunk; then it moves on by one.
 std::int64_t ChunkSource::next_chunk_start(const Chunk& chunk, std::int64_t shared_characters) {
   const std::int64_t shared = shared_characters - 1;
   if (chunk.is_unicode() && !chunk.last_chunk) {

@@ -12,34 +12,35 @@
 
 namespace tallowmere {
 
-/// A file from which chunks and windows are cut. Positions count bytes from 1.
+/// A file from which chunks and windows are read. Positions count bytes from 1.
 class ChunkSource {
  public:
   virtual ~ChunkSource() = default;
 
   virtual TextEncoding encoding() const = 0;
   virtual std::int64_t file_length() const = 0;
-  /// `length` bytes of the file from a position, fewer at its end; none when they cannot be read.
+  /// Reads `length` bytes of the file from a position, fewer at its end; none when they cannot be
+  /// read.
   virtual std::string read_window(std::int64_t position, std::int64_t length) = 0;
 
-  // Of a Unicode file:
-  /// The file position so many characters behind the one that begins at `position`, or before it;
-  /// as far as the file goes and can be read.
+  // These two are for Unicode files:
+  /// Returns the file position `characters` characters after the one that begins at `position`, or
+  /// before it when negative; as far as the file goes and can be read.
   std::int64_t step_characters(std::int64_t position, std::int64_t characters);
-  /// The bytes of `count` characters that begin `before` characters before the one at `position`,
-  /// or with the file.
+  /// Reads the bytes of `count` characters that begin `before` characters before the one at
+  /// `position`, or with the file.
   std::string read_characters(std::int64_t position, std::int64_t before, std::int64_t count);
 
-  /// Where a walk forward asks for the chunk behind this one, so that both share so many characters
-  /// less one; 1 behind the last.
+  /// Returns where a walk forward asks for the chunk after this one, so that both share so many
+  /// characters less one; 1 after the last.
   std::int64_t next_chunk_start(const Chunk& chunk, std::int64_t shared_characters);
 
  protected:
-  /// Where the first whole character of a window of the file begins, which lies at `position`.
+  /// Returns where the first whole character begins in a window of the file that is at `position`.
   std::size_t text_begin(std::string_view window, std::int64_t position) const;
 };
 
-/// Thrown instead of reading from a disk.
+/// Thrown by a HeldSource, which never reads from a disk.
 class NotHeld : public std::exception {};
 
 /// A file of which one piece is in memory. Reading anything else throws NotHeld.
@@ -52,13 +53,13 @@ class HeldSource : public ChunkSource {
     start_ = start;
     bytes_ = std::move(bytes);
   }
-  /// As far as the file goes; also before its beginning.
+  /// True when this piece is in memory, as far as it lies inside the file.
   bool holds(std::int64_t position, std::int64_t length) const;
 
   TextEncoding encoding() const override { return encoding_; }
   std::int64_t file_length() const override { return file_length_; }
   std::string read_window(std::int64_t position, std::int64_t length) override;
-  /// The chunk asked for at `start`, as read; `position`, 1-based in it, moves along.
+  /// Returns the chunk asked for at `start`, as read; `position`, 1-based in it, moves along.
   Chunk read_chunk(std::int64_t start, std::int64_t& position);
 
  private:

@@ -25,14 +25,14 @@ bool is_printable_ascii(Character character) {
   return character >= 32 && character <= 126;
 }
 
-/// A NUL behind printable text ends a line as a CR does.
+/// True for a CR, and for a NUL after printable text, which ends a line as a CR does.
 template <class Text>
 bool acts_as_cr(const Text& raw, std::size_t at) {
   return raw[at] == cr || (raw[at] == nul && at >= 1 && is_printable_ascii(raw[at - 1]));
 }
 
-/// Where the header of a Windows Write file ends in the chunk; -1 when this is no such file or the
-/// place is not in the chunk.
+/// Returns where the header of a Windows Write file ends in the chunk; -1 when this is no such file
+/// or the place is not in the chunk.
 std::int64_t write_header_end(const Chunk& read, std::string_view extension) {
   const std::string& raw = read.chunk_text;
   if (extension != "wri" || read.chunk_start > write_header_length) return -1;
@@ -41,7 +41,7 @@ std::int64_t write_header_end(const Chunk& read, std::string_view extension) {
   return is_write && end < std::ssize(raw) ? end : -1;
 }
 
-/// One pass over a text; `at_` is the character under consideration. What comes out counts the
+/// One pass over a text; `at_` is the current character. `origin` and crowded_from() count the
 /// characters of that text.
 template <class Text>
 class Filter {
@@ -96,7 +96,7 @@ class Filter {
     } else if (acts_as_cr(raw_, at_ - 1)) {
       put(lf);
     } else if (may_insert()) {
-      put(cr, at_ - 1);  // so that the character itself stands at the LF
+      put(cr, at_ - 1);  // so that the byte itself leads to the LF
       put(lf);
     }
   }
@@ -105,7 +105,7 @@ class Filter {
     if (first() || last() || !is_printable_ascii(next())) {
       put(dot);
     } else {
-      // A break between binary and text; it takes the place of a dot and is not counted.
+      // This break between binary and text replaces a dot and is not counted.
       if (!text.empty()) overwrite_last(cr);
       put(lf);
     }
@@ -127,7 +127,7 @@ class Filter {
     origin.push_back(static_cast<std::int32_t>(from));
   }
 
-  /// Counts a break to be completed; false when it is to be dropped.
+  /// Counts a break that is completed; false when it is dropped instead.
   bool may_insert() {
     if (inserted_ < inserted_breaks_limit) {
       ++inserted_;
@@ -151,7 +151,7 @@ Chunk filter_bytes(const Chunk& read, const std::string& raw) {
   return out;
 }
 
-// The bytes that the units came from, and the units that the characters on show came from.
+// Filters the decoded units; origins then go back from the characters shown to the bytes.
 Chunk filter_units(const Chunk& read, const CodePage& page) {
   const UnitText decoded = to_units(read.chunk_text, read.text_begin(), read.encoding, page);
   Filter filter(decoded.units);

@@ -10,11 +10,11 @@ namespace tallowmere {
 
 inline constexpr int inserted_breaks_limit = 1500;  ///< line breaks completed per chunk
 
-/// Turns the control characters of a chunk as read into what a text box can show: a CR or LF alone
-/// becomes a line break, a NUL behind printable text or between binary and text likewise,
-/// everything else that does not print a dot. `extension` is that of the file: the header of a
-/// Windows Write file stands on a line of its own. `page` tells what an invalid byte of a Unicode
-/// file shows as; null will do for others.
+/// Turns the control characters of a chunk as read into what a text box can show: a lone CR or LF
+/// becomes a line break, and so does a NUL after printable text or between binary and text;
+/// everything else that does not print becomes a dot. `extension` is that of the file: the header
+/// of a Windows Write file gets a line of its own. `page` says how an invalid byte of a Unicode
+/// file shows; null will do for others.
 Chunk filter_chunk(const Chunk& read, std::string_view extension, const CodePage* page);
 
 /// True when the filter ends a line before the byte at `at` of a text as read, which is not its

@@ -38,7 +38,7 @@ bool FileViewer::viewfile(std::size_t row) {
   shown_ = {};
   ++shown_version_;
   facts_ = {};
-  // Facts that cannot be read leave the row without a date, and opening tells why.
+  // Facts that cannot be read leave the row without a date; opening the file reports why.
   const bool known = !files_.facts(record().filepath, record().filename, facts_);
   file_length_ = facts_.size;
   if (results_.set_facts(row, facts_)) host_.row_corrected();
@@ -62,7 +62,7 @@ bool FileViewer::viewfile(std::size_t row) {
   return true;
 }
 
-// What cannot be read now is told of when the first chunk is read.
+// A failure to read is reported later, when the first chunk is read.
 TextEncoding FileViewer::decide_encoding() {
   std::string begin;
   if (!unicode_text_ || reader_.read(1, encoding_sample, begin)) return TextEncoding::code_page;
@@ -98,7 +98,7 @@ ChunkResult FileViewer::get_file_chunk(std::int64_t chunk_start, std::int64_t& p
   const Step step(*this);
   loaded_.chunk_start = chunk_start;
   std::int64_t length = place_chunk(loaded_, file_length_, position);
-  // Within a step, what has been read already is of the same file.
+  // Within a step, what is already in memory belongs to the same file.
   const bool held = reader_.holds(loaded_.chunk_start, length);
   const Change change = held ? Change::none : changed_on_disk();
   if (change != Change::none) {

@@ -20,20 +20,20 @@ namespace tallowmere {
 
 enum class ChunkResult {
   ok,
-  reopened,  ///< as ok, but the file has changed: it is viewed afresh, from its beginning
+  reopened,  ///< as ok, but the file has changed: it is opened again and viewed from its beginning
   no_file,   ///< none is loaded, or none any more; the user has been told why
   failed     ///< reading broke off; the user has been told, and the viewer is empty
 };
 
 /// The file in the viewer, of which one chunk at a time is loaded and shown. Owns the viewer's
-/// state; the navigation and the scroll bar work through it. No file stays open between steps:
-/// others may write, rename or delete it. What its file system throws ends the step.
+/// state; the navigation and the scroll bar work through it. No file stays open between steps, so
+/// that others may write, rename or delete it. What its file system throws ends the step.
 class FileViewer : public ChunkSource {
  public:
   FileViewer(ResultList& results, const FileSystem& files, TextFace& face, ViewerHost& host);
 
-  /// Whether files in Unicode are read as their characters from the next one on that is opened;
-  /// `page`, which must outlive the viewer, tells what their invalid bytes show as.
+  /// Sets whether files in UTF-8 and UTF-16 are read as such, from the next file on; `page`, which
+  /// must outlive the viewer, says how their invalid bytes show.
   void read_unicode_text(bool on, const CodePage& page);
 
   /// Opens the file of a row for viewing. The first chunk is then pending: the first step of the
@@ -41,10 +41,11 @@ class FileViewer : public ChunkSource {
   /// message, when the file is empty or cannot be opened; the viewer is then empty.
   bool viewfile(std::size_t row);
   void clear_textbox();
-  /// After a step that has been given up: what shows stays, a file that does not show yet goes.
+  /// Tidies up after a step that was given up: what shows stays, a file that does not show yet is
+  /// dropped.
   void step_given_up();
   bool loaded() const { return loaded_.file_location != 0; }
-  // Of the file loaded:
+  // These are for the file loaded:
   const FileRecord& record() const;
   const FileFacts& facts() const { return facts_; }  ///< when it was opened for viewing
   std::string viewed_extension() const;
@@ -54,42 +55,41 @@ class FileViewer : public ChunkSource {
   bool chunk_pending() const { return loaded() && !shows_chunk(); }
 
   /// Reads the chunk at `chunk_start`, which is moved into the file and to the beginning of a
-  /// character, and moves `position` (1-based
-  /// in the chunk) along. A file that has changed on disk is announced and viewed afresh, from its
-  /// beginning; `position` is then 1.
+  /// character, and moves `position` (1-based in the chunk) along. A file that has changed on disk
+  /// is announced and opened again, at its beginning; `position` is then 1.
   ChunkResult get_file_chunk(std::int64_t chunk_start, std::int64_t& position);
   /// Filters the loaded chunk, shows it and moves `position` along with the inserted characters.
   void fill_textbox(std::int64_t& position);
   /// Reads and shows the chunk at `chunk_start` with the caret at `position`; `line` receives the
-  /// caret's line. The chunk may come to lie further ahead, so ask shown_chunk() where it is.
+  /// caret's line. The chunk may begin further ahead, so ask shown_chunk() where it is.
   ChunkResult load_text_chunk(std::int64_t chunk_start, std::int64_t& position, int& line);
 
-  /// The thumb of the scroll bar from the end of the selection, or from the caret. The latter only
-  /// while the viewer is enabled.
+  /// Sets the scroll bar's thumb by the end of the selection.
   void backward_scroll_value();
+  /// Sets the thumb by the start of the selection, while the viewer is enabled.
   void update_scroll_value();
 
-  /// Of the file on view; the code page's without one.
+  /// Returns the encoding of the file loaded; the code page without one.
   TextEncoding encoding() const override { return encoding_; }
-  /// The chunk read last, with the bytes as read; what shows may be another one.
+  /// Returns the chunk read last, with the bytes as read; what shows may be another one.
   const Chunk& loaded_chunk() const { return loaded_; }
-  /// The chunk in the text box, with the text there; empty while none of the file shows.
+  /// Returns the chunk in the text box, with the text there; empty while none of the file shows.
   const Chunk& shown_chunk() const { return shown_; }
   /// True while a chunk shows, and the file is still the same on the disk.
   bool shows_current() const;
   std::int64_t file_length() const override { return file_length_; }
 
   std::string read_window(std::int64_t position, std::int64_t length) override;
-  /// The whole characters of such a window of a Unicode file, with the byte of it that each came
-  /// from.
+  /// Reads the whole characters of a window of a Unicode file, with the byte of the window that
+  /// each came from.
   UnitText read_units(std::int64_t position, std::int64_t length);
 
-  /// From the next chunk on, so many bytes on both sides of it are read with it.
+  /// Sets how many bytes on both sides of a chunk are read with it, from the next chunk on.
   void read_beside(std::int64_t bytes) { beside_ = bytes; }
-  /// The chunk that shows as it was read, with the bytes beside it, as far as they could be read.
-  /// Needs nothing of the disk.
+  /// Returns the chunk that shows as it was read, with the bytes beside it, as far as they could be
+  /// read. Needs nothing from the disk.
   ChunkSource& shown_source() { return shown_source_; }
-  /// Changes with every other text on show.
+  /// Returns a number that changes whenever the text shown does.
   int shown_version() const { return shown_version_; }
 
   /// Keeps the file open while it lives, for steps that read many chunks.

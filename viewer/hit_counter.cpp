@@ -12,10 +12,10 @@ namespace tallowmere {
 
 namespace {
 
-/// What is read at once, beside what its edges need.
+/// Bytes that are read at once, besides what the edges need.
 constexpr std::int64_t block_length = 1 << 20;
 
-// Occurrences for one step: a few milliseconds' worth where each has a window of NEAR, too.
+// Occurrences in one step: a few milliseconds' worth, even where each has a window of NEAR.
 constexpr int near_step = 256;
 constexpr int plain_step = 8192;
 
@@ -73,7 +73,7 @@ void HitCounter::begin_chunk() {
   shown_ = false;
 }
 
-/// The chunk's first hit, found in what was read, brings the chunk to show; the others are found in
+/// Goes over to the chunk as it shows: its first hit is found in the bytes as read, the others in
 /// what shows.
 void HitCounter::show_chunk(std::int64_t position) {
   chunk_ = filter_chunk(chunk_, extension_, &page_);
@@ -89,7 +89,7 @@ void HitCounter::end_chunk() {
   in_chunk_ = false;
 }
 
-/// `position` counts from 1 in the chunk as it shows.
+/// Counts a hit once; `position` counts from 1 in the chunk as it shows.
 void HitCounter::add(std::int64_t position) {
   const auto place =
       static_cast<std::size_t>(chunk_.file_position(static_cast<int>(position - 1)) - 1);
@@ -99,7 +99,7 @@ void HitCounter::add(std::int64_t position) {
   word |= bit;
 }
 
-/// The chunks to come may hold hits from their beginning on.
+/// Hits are known only before the next chunk's beginning, as that chunk may hold more.
 std::int64_t HitCounter::ordinal(std::int64_t position) const {
   const std::int64_t known = complete_ ? source_.file_length() + 1 : next_start_;
   if (position < 1 || position >= known) return 0;

@@ -34,7 +34,7 @@ void HitFinder::find_max_term_len() {
   }
 }
 
-/// The whole-word rule: a missing neighbour is a boundary, so at the ends of a chunk too.
+/// Applies the whole-word rule: a missing neighbour is a boundary, also at the ends of a chunk.
 bool HitFinder::not_whole_word(std::string_view text, const Byte* at, std::size_t length) const {
   const Byte* begin = bytes(text);
   const Byte* behind = at + length;
@@ -42,12 +42,12 @@ bool HitFinder::not_whole_word(std::string_view text, const Byte* at, std::size_
          (behind < begin + text.size() && search_.word[*behind]);
 }
 
-/// False for a term that can stand in no file, or that would stand everywhere.
+/// False for a term that can occur in no file, or that would occur everywhere.
 bool HitFinder::can_stand(std::size_t term) const {
   return search_.representable[term] && search_.term_len[term] > 0;
 }
 
-/// The first occurrence that begins at or behind `start` and before `end`.
+/// Finds the first occurrence that begins at or after `start` and before `end`.
 std::int64_t HitFinder::get_hit(std::string_view text, std::int64_t start, std::size_t term,
                                 std::int64_t end) const {
   if (!can_stand(term) || start >= end || start > std::ssize(text)) return 0;
@@ -160,9 +160,9 @@ bool HitFinder::near_hit_passes(const HitText& in, std::int64_t position) const 
   return proximity_view_search(get_view_proximity_str(in, position, buffer));
 }
 
-/// The text around a candidate, in the text itself or, read from the file, in `buffer`; empty when
-/// it is the only term. Its place in the file is worked out from the length of the text as it
-/// stands: line breaks completed for display shift it.
+/// Returns the text around a candidate, in the text itself or, read from the file, in `buffer`;
+/// empty when it is the only term. Its place in the file is computed from the length of the text as
+/// it is: line breaks that were completed for display shift it.
 std::string_view HitFinder::get_view_proximity_str(const HitText& in, std::int64_t position,
                                                    std::string& buffer) const {
   if (search_.last_term == 0) return {};

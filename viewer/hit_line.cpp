@@ -76,7 +76,7 @@ bool ends_line(char16_t unit) {
   return unit == u'\r' || unit == u'\n';
 }
 
-/// Also what would turn or break the line where it shows.
+/// True for control characters, and for those that would turn or break the line where it shows.
 bool is_control(char16_t unit) {
   return unit < 0x20 || (unit >= 0x7F && unit < 0xA0) || (unit >= 0x2028 && unit <= 0x202E) ||
          (unit >= 0x2066 && unit <= 0x2069);
@@ -119,7 +119,7 @@ std::string first_hit_line(std::string_view text, const SearchCriteria& search,
   return found.begin == found.end ? std::string() : line_around(found);
 }
 
-/// One file to read.
+/// The call that reads one file and finds its line.
 class HitLineReader::LineCall : public CallThread::Call {
  public:
   LineCall(const FileSystem& files, const CodePage& page, std::string folder, std::string name,
@@ -150,7 +150,7 @@ class HitLineReader::LineCall : public CallThread::Call {
   const SearchCriteria search_;
 };
 
-// No failure of a mere tip is told.
+// Reports no failure: the line is only shown in a tool tip.
 std::string HitLineReader::line_of(const std::string& folder, const std::string& name,
                                    const SearchCriteria& search) {
   if (search.criteria.empty() || !made_within(Milliseconds(0))) return {};
@@ -164,7 +164,7 @@ std::string HitLineReader::line_of(const std::string& folder, const std::string&
   }
 }
 
-/// True when no call is under way, or none any more.
+/// True when no call is under way, or the last one ended in time.
 bool HitLineReader::made_within(Milliseconds time) {
   try {
     return !thread_ || thread_->made_within(time);

@@ -37,7 +37,7 @@ void HitMarks::find(FileViewer& viewer, const HitFinder& finder) {
     range =
         hits_in_chunk(viewer.shown_source(), chunk, finder, start, end, static_cast<int>(windows));
   } catch (const NotHeld&) {
-    return;  // what is beside the chunk could not be read
+    return;  // the bytes beside the chunk could not be read
   }
   for (const Hit& hit : range.hits) {
     const auto first = static_cast<int>(hit.position - 1);

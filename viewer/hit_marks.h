@@ -9,18 +9,18 @@
 namespace tallowmere {
 
 /// The hits on view, to be marked in the text box: all at which Find Next stops in the chunk that
-/// shows. Asked while the box paints: needs nothing of the disk, serves no events, and takes
-/// moments however dense the hits are.
+/// shows. Asked while the box paints, so it needs nothing from the disk, serves no events, and
+/// takes moments however dense the hits are.
 class HitMarks {
  public:
-  /// In a view with more occurrences than these, hits or none, the rest stays without a mark.
+  /// In a view with more occurrences than this, whether hits or not, the rest gets no mark.
   static constexpr int most = 6000;
 
-  /// The characters from `from` to before `to` of the text on show that belong to hits: ascending
-  /// stretches that do not touch each other. Some before and behind may be there, too.
+  /// Returns the characters of the text shown, at or after `from` and before `to`, that belong to
+  /// hits: ascending stretches that do not touch. Some before and after may be included.
   const std::vector<TextSelection>& between(FileViewer& viewer, const HitFinder& finder, int from,
                                             int to);
-  /// The finder is another one from now on.
+  /// Forgets the marks, as when the finder is replaced.
   void forget() { version_ = -1; }
 
  private:

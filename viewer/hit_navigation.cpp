@@ -9,14 +9,14 @@ namespace tallowmere {
 
 namespace {
 
-/// Chunks of a file just opened that are searched before its beginning shows meanwhile: about
+/// Chunks of a file just opened that are searched before its beginning is shown meanwhile: about
 /// ten milliseconds' worth.
 constexpr int patient_chunks = 64;
 
 }  // namespace
 
-/// The walk of one step from chunk to chunk until a hit is found or the file has been walked once
-/// round. It begins in the chunk that shows, and in a file just opened with its first chunk.
+/// One step's walk from chunk to chunk until it finds a hit or has gone once round the file. It
+/// begins in the chunk that shows, or, in a file just opened, with the first chunk.
 class HitNavigation::Walk {
  public:
   enum class Outcome { found, none, stopped, no_file };
@@ -47,13 +47,13 @@ class HitNavigation::Walk {
   Hit hit() const { return hit_; }
   StepMade step_made() const { return {forward_, wrapped_, fresh_}; }
   bool wrapped() const { return wrapped_; }
-  /// The text box shows the chunk that the hit is in.
+  /// True when the text box shows the chunk that the hit is in.
   bool in_shown_chunk() const { return in_shown_chunk_; }
-  /// The file has just been opened, or opened afresh: no chunk of it was on view before.
+  /// True when the file has just been opened, or opened again: no chunk of it was on view before.
   bool fresh() const { return fresh_; }
 
  private:
-  /// The chunk that is looked through.
+  /// Returns the chunk that is being searched.
   const Chunk& chunk() const {
     return in_shown_chunk_ ? viewer_.shown_chunk() : viewer_.loaded_chunk();
   }
@@ -63,15 +63,15 @@ class HitNavigation::Walk {
     const std::int64_t shared = finder_.max_term_len() - 1;
     const std::int64_t here = chunk().chunk_start;
     if (here == 1) return viewer_.file_length() - chunk_length + 1;
-    // In characters that may be too many for a chunk.
+    // Counted in characters, what is shared may be too long for a chunk.
     if (!chunk().is_unicode()) return here + shared - chunk_length;
     return std::min(viewer_.step_characters(here, shared) - chunk_length, here - 1);
   }
 
-  /// Makes the chunk at next_start_ the one to look through; an outcome ends the walk.
+  /// Makes the chunk at next_start_ the one to search; an outcome ends the walk.
   std::optional<Outcome> load() {
     if (wrapped_ && next_start_ == first_loaded_)
-      return Outcome::none;  // from here on all is known
+      return Outcome::none;  // from here on all has been searched
     if (loads_ > 0 && !navigation_.host_.go_on()) return Outcome::stopped;
     if (fresh_ && loads_ == patient_chunks && !show_beginning()) return Outcome::no_file;
     ++loads_;
@@ -98,7 +98,8 @@ class HitNavigation::Walk {
     first_loaded_ = 1;
   }
 
-  /// Something to look at while a long search for the first hit goes on; false when it is over.
+  /// Shows the file's beginning while a long search for the first hit goes on; false when there is
+  /// no file any more.
   bool show_beginning() {
     const ChunkResult result = navigation_.load_first_chunk();
     // A file that has changed meanwhile is searched from its beginning.
@@ -119,8 +120,8 @@ class HitNavigation::Walk {
   bool fresh_;
   bool in_shown_chunk_;
   bool wrapped_ = false;
-  /// Where the next chunk is to begin. Not fitted into the file: going back, it tells how far that
-  /// chunk is looked through.
+  /// Where the next chunk is to begin. Not limited to the file: going back, it decides how much of
+  /// that chunk is searched.
   std::int64_t next_start_ = 1;
   std::optional<std::int64_t> first_loaded_;  ///< where the first chunk was asked for
   int loads_ = 0;
@@ -198,7 +199,7 @@ FindResult HitNavigation::report_none(const HitFinder& finder) {
   return FindResult::not_found;
 }
 
-// The text box would scroll by itself only until the line shows at its edge.
+// By itself the text box would scroll only until the line shows at its edge.
 void HitNavigation::center_highlight() {
   const int line = face_.line_from_char(face_.selection().start);
   face_.set_first_visible_line(line - face_.visible_lines() / 2);

@@ -6,7 +6,7 @@
 
 namespace tallowmere {
 
-// What a step tells holds until the place has been counted.
+// What a step shows is used until the place has been counted.
 void HitOrdinal::met(const Place& place, const HitNavigation::StepMade& step, bool from_last,
                      const HitCounter* counter) {
   const Place before = std::exchange(place_, place);
@@ -16,7 +16,7 @@ void HitOrdinal::met(const Place& place, const HitNavigation::StepMade& step, bo
   if (step.forward && (step.fresh || step.wrapped)) {
     ordinal_ = 1;
   } else if (from_last && ordinal > 0 && !step.wrapped) {
-    // A hit at the seam of two chunks may be met twice.
+    // A hit at the seam of two chunks may be reached twice.
     const bool same = place.start == before.start;
     ordinal_ = same ? ordinal : ordinal + (step.forward ? 1 : -1);
   }

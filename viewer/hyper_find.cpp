@@ -28,7 +28,7 @@ void HyperFind::user_searched() {
 
 CriteriaInput HyperFind::find(std::string selected_text, const CriteriaInput& current) {
   if (find_saved_pending_ && current.criteria.empty() && hyper_state_ == user_restored) {
-    // To go back to no criteria at all is of no use; the HyperFind before is.
+    // Going back to no criteria at all is of no use; going back to the HyperFind before is.
     find_slot_ = hyper_slot_;
     find_saved_pending_ = false;
   } else {

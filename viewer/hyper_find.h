@@ -7,14 +7,14 @@
 
 namespace tallowmere {
 
-/// The six fields of the current criteria that a HyperFind sets aside.
+/// Returns the six fields of the current criteria that a HyperFind sets aside.
 CriteriaInput current_criteria(const SearchCriteria& search);
 
-/// HyperFind searches the viewed file for the text selected in it, without losing the user's own
-/// criteria: which criteria are current, which are kept, and what the two buttons will do.
+/// HyperFind searches the viewed file for the text selected in it without losing the user's own
+/// criteria. This class knows which criteria are current, which are kept, and what the buttons do.
 ///
-/// The user's criteria are never lost: a run of the Search button makes its criteria the user's,
-/// and the first HyperFind or Restore after it puts them aside.
+/// A run of the Search button makes its criteria the user's; the first HyperFind or Restore after
+/// it sets them aside.
 class HyperFind {
  public:
   enum State {
@@ -25,16 +25,17 @@ class HyperFind {
 
   State hyper_state() const { return hyper_state_; }
 
-  /// A run of the Search button has loaded the user's criteria.
+  /// Notes that a run of the Search button has loaded the user's criteria.
   void user_searched();
 
-  /// cmdHyper with selected text (UTF-8): the criteria to search with instead of `current`.
+  /// Handles cmdHyper with selected text (UTF-8): returns the criteria that replace `current`.
   CriteriaInput find(std::string selected_text, const CriteriaInput& current);
 
-  /// cmdRestore: the user's criteria, or those of the last HyperFind when the user's are current.
+  /// Handles cmdRestore: returns the user's criteria, or those of the last HyperFind when the
+  /// user's are current.
   CriteriaInput restore(const CriteriaInput& current);
 
-  // What the buttons show; `text_selected` tells whether the user has selected text to search for.
+  // What the buttons show; `text_selected`: the user has selected text to search for.
   bool restores_hyper(bool text_selected) const {
     return hyper_state_ == user_restored && !text_selected;
   }
@@ -47,7 +48,7 @@ class HyperFind {
   CriteriaInput find_slot_;   ///< the user's own criteria, while a HyperFind is in force
   CriteriaInput hyper_slot_;  ///< of the last HyperFind
   State hyper_state_ = none;
-  bool find_saved_pending_ = true;  ///< the current criteria are the user's and not yet saved
+  bool find_saved_pending_ = true;  ///< the current criteria are the user's, not yet saved
 };
 
 }  // namespace tallowmere

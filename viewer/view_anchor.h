@@ -5,9 +5,9 @@
 
 namespace tallowmere {
 
-/// Keeps what is on view in the text box while its lines are broken anew, as by another size or
-/// font: made before, restored after. A selection on view stands in the middle afterwards;
-/// otherwise the first visible line keeps its place.
+/// Keeps what is on view in the text box while its lines are broken again, as by another size or
+/// font: made before, restored after. A selection on view is then in the middle; otherwise the
+/// first visible line keeps its place.
 class ViewAnchor {
  public:
   explicit ViewAnchor(const TextFace& face);

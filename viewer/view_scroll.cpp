@@ -12,7 +12,7 @@ void ViewScroll::scroll_lines(int lines) {
   finish(shift, lines > 0 ? move_down(shift, top, lines) : move_up(shift, top, -lines));
 }
 
-/// A line of the page before stays on view.
+/// Keeps one line of the page before on view.
 void ViewScroll::scroll_pages(int pages) {
   scroll_lines(pages * std::max(face_.visible_lines() - 1, 1));
 }
@@ -68,7 +68,7 @@ int ViewScroll::last_top() const {
   return std::max(face_.line_count() - face_.visible_lines(), 0);
 }
 
-/// Loads what `lines` more lines need; returns the line that a view then begins with.
+/// Loads what `lines` more lines need; returns the line with which the view then begins.
 int ViewScroll::move_down(ChunkShift& shift, int top, int lines) const {
   const int page = face_.visible_lines();
   while (lines > 0) {
@@ -120,7 +120,7 @@ int ViewScroll::go_to(ChunkShift& shift, std::int64_t position) const {
 
 void ViewScroll::finish(ChunkShift& shift, int top) {
   if (shift.lost()) return;
-  // A view longer than half a chunk may end behind what the chunk can show.
+  // A view longer than half a chunk may end after what the chunk can show.
   const ChunkShift::Extent whole = shift.whole_lines();
   if (!whole.to_end && top + face_.visible_lines() > whole.end) shift.load_below(top);
   shift.finish(top);
@@ -133,7 +133,7 @@ void ViewScroll::show_position() {
   face_.set_scroll_value(thumb_value(shift, face_.first_visible_line()));
 }
 
-/// Nothing but the file's first and last page has the ends of the scroll bar.
+/// Returns the thumb's value. Only the file's first and last page get the ends of the scroll bar.
 int ViewScroll::thumb_value(const ChunkShift& shift, int top) const {
   const Chunk& chunk = viewer_.shown_chunk();
   if (chunk.chunk_start == 1 && top == 0) return 0;

@@ -8,9 +8,9 @@
 
 namespace tallowmere {
 
-/// Moves the view through the whole file, loading other chunks so that what is seen does not jump.
-/// Called by the handlers of the scroll bar, the mouse wheel and the keys; does nothing while no
-/// file is shown.
+/// Moves the view through the whole file and loads other chunks without a jump in what the user
+/// sees. Called by the handlers of the scroll bar, the mouse wheel and the keys; does nothing while
+/// no file is shown.
 class ViewScroll {
  public:
   ViewScroll(FileViewer& viewer, TextFace& face) : viewer_(viewer), face_(face) {}
@@ -18,20 +18,20 @@ class ViewScroll {
   /// Scrolls by displayed lines, down when positive.
   void scroll_lines(int lines);
   void scroll_pages(int pages);
-  /// The thumb was dragged to this value, 0 to scroll_maximum.
+  /// Scrolls to where the thumb was dragged, 0 to scroll_maximum.
   void scroll_to(int value);
 
-  /// To the file's first or last line, with the caret (Ctrl+Home, Ctrl+End). With `extend` the
-  /// selection stays, as far as it lies in the chunk, for the text box to extend it.
+  /// Goes to the file's first line with the caret (Ctrl+Home; go_to_end(): last line, Ctrl+End).
+  /// With `extend` the selection stays, as far as it lies in the chunk, for the text box to extend.
   void go_to_start(bool extend);
   void go_to_end(bool extend);
 
-  /// Called before the text box handles a key that moves the caret by up to a page: makes sure
-  /// that the chunk goes on beyond the caret in that direction (down: true), when the file does.
-  /// `caret_first`: the caret stands at the start of the selection.
+  /// Makes sure that the chunk goes on beyond the caret in that direction (down: true), when the
+  /// file does. Called before the text box handles a key that moves the caret by up to a page.
+  /// `caret_first`: the caret is at the start of the selection.
   void make_room(bool down, bool caret_first);
 
-  /// The thumb for the present view; called when the text box has scrolled by itself.
+  /// Sets the thumb for the present view; called when the text box has scrolled by itself.
   void show_position();
 
  private:

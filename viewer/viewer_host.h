@@ -12,9 +12,9 @@ struct TextSelection {
   bool operator==(const TextSelection&) const = default;
 };
 
-/// The text box that shows a chunk. One character of it is one byte or one UTF-16 unit of the text
-/// set, so positions in both are equal; they count from 0. Lines are those displayed: a long line
-/// of the text takes several.
+/// The text box that shows a chunk. Each of its characters is one byte or one UTF-16 unit of the
+/// text set, so positions in both are equal; they count from 0. Lines are those displayed: a long
+/// line of the text takes several.
 class TextFace {
  public:
   virtual ~TextFace() = default;
@@ -28,28 +28,28 @@ class TextFace {
 
   virtual int line_count() const = 0;  ///< at least 1
   virtual int line_from_char(int position) const = 0;
-  /// The first character of a line.
+  /// Returns the first character of a line.
   virtual int line_index(int line) const = 0;
-  /// Lines that show at once, whole ones; at least 1.
+  /// Counts the whole lines that show at once; at least 1.
   virtual int visible_lines() const = 0;
   virtual int first_visible_line() const = 0;
   /// Scrolls so that this line is the first visible one, as far as the text goes.
   virtual void set_first_visible_line(int line) = 0;
 
-  /// Holds painting back while the text is replaced and scrolled; calls come in pairs, off first.
+  /// Stops painting (off) while the text is replaced and scrolled; calls come in pairs, off first.
   virtual void set_redraw(bool on) = 0;
   virtual void enable(bool on) = 0;  ///< the box and its scroll bar
   virtual bool enabled() const = 0;
 
-  /// The scroll bar's thumb, 0 to scroll_maximum.
+  /// Sets the scroll bar's thumb, 0 to scroll_maximum.
   virtual void set_scroll_value(int value) = 0;
 };
 
 /// The range of the viewer's scroll bar.
 inline constexpr int scroll_maximum = 100000;
 
-/// What the viewer tells and asks the main window around it. All calls come on the window's thread,
-/// inside calls of the viewer.
+/// What the viewer reports to the main window around it, and asks it. All calls come on the
+/// window's thread, inside calls of the viewer.
 class ViewerHost {
  public:
   virtual ~ViewerHost() = default;
@@ -58,16 +58,16 @@ class ViewerHost {
   /// chunk after the first.
   virtual bool go_on() = 0;
 
-  /// A box with an OK button; waits until it is closed.
+  /// Shows a box with an OK button and waits until it is closed.
   virtual void message(std::string_view prompt, std::string_view title, bool exclamation) = 0;
   virtual void beep() = 0;
 
-  /// The file of this row is open: its name and facts are to be shown.
+  /// Shows the name and the facts of the file of this row, which has been opened.
   virtual void file_opened(std::size_t row) = 0;
-  /// No file is in the viewer any more.
+  /// Shows that no file is in the viewer any more.
   virtual void viewer_cleared() = 0;
-  /// The facts of the viewed row have been corrected: shows them, and sorts the list again when its
-  /// key is the date or the size. ResultList::viewed_index follows its file.
+  /// Shows the corrected facts of the viewed row, and sorts the list again when its key is the date
+  /// or the size. ResultList::viewed_index follows its file.
   virtual void row_corrected() = 0;
   /// Makes this row the selected one.
   virtual void select_row(std::size_t row) = 0;

@@ -16,7 +16,7 @@ namespace {
 using Call = CallThread::Call;
 using Milliseconds = std::chrono::milliseconds;
 
-/// Calls that are no slower serve no events.
+/// A call that takes no longer serves no events.
 constexpr Milliseconds quick_call{15};
 constexpr Milliseconds interval{5};
 
@@ -35,7 +35,7 @@ class FactsCall : public Call {
   const std::string name_;
 };
 
-/// The calls of one reader, one after the other. Closing needs no memory.
+/// The calls of one reader, one after another. Closing needs no memory.
 class ReaderCall : public Call {
  public:
   enum class Action { open, read, close };
@@ -94,7 +94,7 @@ class WaitingFiles::Caller {
     if (!kept_) kept_ = std::move(thread);
   }
 
-  /// For a last call: what is slow about it is left to the thread, without events.
+  /// Makes a last call; if it is slow, it is left to the thread, and no events are served.
   void finish(const std::shared_ptr<Call>& call) {
     std::unique_ptr<CallThread> thread = begin(call);
     if (!thread) return call->make();
@@ -102,7 +102,7 @@ class WaitingFiles::Caller {
   }
 
  private:
-  /// Null where no thread can be started.
+  /// Begins a call on a thread; null where no thread can be started.
   std::unique_ptr<CallThread> begin(const std::shared_ptr<Call>& call) {
     std::unique_ptr<CallThread> thread = std::move(kept_);
     try {
@@ -119,7 +119,7 @@ class WaitingFiles::Caller {
   std::unique_ptr<CallThread> kept_;  ///< null during a call, also for what events do meanwhile
 };
 
-/// Everything from the file's facts to closing it.
+/// The call that reads a piece, from asking for the file's facts to closing it.
 class WaitingFiles::PieceCall : public Call {
  public:
   PieceCall(const FileSystem& files, const std::string& folder, std::string_view name,
@@ -199,7 +199,7 @@ class WaitingFiles::Reader : public FileReader {
     return call->error;
   }
 
-  /// With the next read.
+  /// Notes the position; the next read moves there.
   std::optional<SystemError> seek(std::int64_t position) override {
     call_->place = position;
     return std::nullopt;
@@ -211,12 +211,12 @@ class WaitingFiles::Reader : public FileReader {
     try {
       caller_.finish(call_);
     } catch (const std::bad_alloc&) {
-      // for another thread; the file is closed here
+      // No memory for another thread: the file is closed here.
     }
   }
 
  private:
-  /// A call that is given up keeps the file, and this reader may be gone then.
+  /// Makes a call. One that is given up keeps the file, and this reader may be gone by then.
   std::shared_ptr<ReaderCall> make(ReaderCall::Action action) {
     const std::shared_ptr<ReaderCall> call = std::move(call_);
     call->action = action;

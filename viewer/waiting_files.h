@@ -13,29 +13,29 @@
 
 namespace tallowmere {
 
-/// Thrown by a call that has been given up. No failure and nothing to tell: who gave it up knows.
-/// It is thrown because everything between, such as the second try after a read error, is to be
-/// left too.
+/// Thrown by a call that has been given up. This is no failure and is not reported: whoever gave it
+/// up knows. It is thrown to leave everything in between, too, such as a second try after a read
+/// error.
 class GivenUp : public std::exception {};
 
-/// A file system whose calls may hang without holding up the thread that makes them: another thread
-/// makes them, this one waits and serves events. For one thread, and for its readers; a call may
-/// be made while another one of it waits.
+/// A file system whose calls may hang without holding up the thread that asks: another thread makes
+/// the calls while this one waits and serves events. For one thread and its readers; that thread
+/// may make a call while another one of its calls waits.
 class WaitingFiles : public FileSystem {
  public:
-  /// `keep_waiting` is asked again and again while a call takes longer than moments, and serves
-  /// events; when it says no, the call is given up. What has been given up may still use `files`
-  /// at any later time, which must live until the program ends.
+  /// Asks `keep_waiting`, which serves events, again and again while a call takes longer than
+  /// moments; when it says no, the call is given up. Such a call may still use `files` at any later
+  /// time, so `files` must live until the program ends.
   WaitingFiles(const FileSystem& files, std::function<bool()> keep_waiting);
   ~WaitingFiles() override;
 
-  /// Not waited for: only a search lists.
+  /// Lists without waiting as above: only a search lists folders.
   std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,
                                          const std::function<bool()>& go_on) const override {
     return files_.list_folder(folder, listing, go_on);
   }
 
-  // These throw GivenUp, and what the other thread has thrown.
+  // These throw GivenUp, and whatever the other thread has thrown.
   std::optional<SystemError> facts(const std::string& folder, std::string_view name,
                                    FileFacts& facts) const override;
   std::unique_ptr<FileReader> reader() const override;
@@ -46,17 +46,17 @@ class WaitingFiles : public FileSystem {
   class Reader;
 
  public:
-  /// A piece of a file that another thread reads while this one goes on. Destroyed before the end,
-  /// it is given up.
+  /// A piece of a file that another thread reads while this one goes on. Destroying it before the
+  /// end gives it up.
   class PieceRead {
    public:
     ~PieceRead();
     PieceRead(const PieceRead&) = delete;
     PieceRead& operator=(const PieceRead&) = delete;
 
-    /// Never waits.
+    /// True when the piece has been read; never waits.
     bool done();
-    // When done:
+    // These are for when it is done:
     bool failed() const;
     const FileFacts& facts() const;  ///< when the piece was read
     std::string take_bytes();        ///< fewer than wanted at the file's end
@@ -70,8 +70,8 @@ class WaitingFiles : public FileSystem {
     std::unique_ptr<CallThread> thread_;  ///< null when done
   };
 
-  /// Begins to read `length` bytes from the 1-based `position`. Calls of the others need not wait
-  /// for it. This object outlives what is returned.
+  /// Begins to read `length` bytes from the 1-based `position`. Other calls need not wait for it.
+  /// This object must outlive what is returned.
   std::unique_ptr<PieceRead> begin_read(const std::string& folder, std::string_view name,
                                         std::int64_t position, std::int64_t length) const;
 
