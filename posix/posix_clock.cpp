@@ -37,7 +37,7 @@ DateTime PosixClock::to_local(Ticks moment) const {
 }
 
 Ticks PosixClock::start_of_day(const Date& day) const {
-  // The years that ticks can hold, as on every system.
+  // Ticks can hold only these years, as on every system.
   if (day.year < 1601) return 0;
   if (day.year > 30000) return std::numeric_limits<Ticks>::max();
   std::tm parts{};

@@ -4,7 +4,7 @@
 
 namespace tallowmere {
 
-/// The system's clock and time zone by way of the C library.
+/// The system's clock and time zone through the C library.
 class PosixClock : public Clock {
  public:
   double seconds_since_midnight() const override;

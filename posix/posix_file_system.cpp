@@ -24,7 +24,7 @@ SystemError error_of(int code) {
 }
 
 /// Opens a path of any length: the system takes fewer than PATH_MAX bytes at a time, so a longer
-/// path is gone down piece by piece. Returns -1 and sets errno on failure.
+/// path is opened piece by piece. Returns -1 and sets errno on failure.
 int open_path(const std::string& path, int flags) {
   int base = AT_FDCWD;
   std::size_t start = 0;
@@ -68,7 +68,7 @@ FileFacts facts_of(const struct stat& status) {
   return facts;
 }
 
-/// A handle of the system's, closed at the end.
+/// A handle of the system; closed with this object.
 class Handle {
  public:
   explicit Handle(int handle = -1) : handle_(handle) {}
@@ -89,8 +89,8 @@ class Handle {
 
 constexpr std::int64_t page_size = 4096;
 
-/// Whether reads of a file in this folder come from the system's page cache alone, which breaks off
-/// at the bounds of pages: a read that ends elsewhere has come to the end of the file.
+/// True when reads of a file in this folder come only from the system's page cache, which breaks
+/// off at page boundaries: a read that ends elsewhere has reached the end of the file.
 bool reads_whole_pages(int folder) {
   struct statfs system;
   if (fstatfs(folder, &system) != 0) return false;
@@ -134,7 +134,7 @@ class PosixFileReader : public FileReader {
 
   std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
                                   std::size_t& got) override {
-    // A short read may end at a bad block or a server's packet: mostly only the next one tells.
+    // A short read may end at a bad block or a server's packet: mostly only the next one shows.
     for (got = 0; got < wanted;) {
       const ssize_t count = ::read(file_.get(), into + got, wanted - got);
       if (count < 0 && errno == EINTR) continue;
@@ -174,7 +174,7 @@ class PosixFileReader : public FileReader {
   Handle file_;
   std::int64_t position_ = 0;  ///< in file_
   bool page_reads_ = false;    ///< of file_, as reads_whole_pages says
-  dev_t device_ = 0;           ///< that folder_ lies on
+  dev_t device_ = 0;           ///< of folder_
   bool whole_pages_ = false;   ///< of device_
   bool own_times_ = false;     ///< no file of folder_ has been another user's
 };
@@ -232,7 +232,8 @@ std::unique_ptr<FileReader> PosixFileSystem::reader() const {
   return std::make_unique<PosixFileReader>();
 }
 
-// A table of open files that threads share is locked at every call: 7 % of a search on two threads.
+// A table of open files that threads share is locked at every call, which takes 7 % of a search on
+// two threads.
 std::unique_ptr<PendingCalls> PosixFileSystem::enter_thread() const {
   unshare(CLONE_FILES);
   return nullptr;

@@ -6,8 +6,8 @@
 
 namespace tallowmere {
 
-/// The file system of a POSIX system. Hidden are the names that begin with a dot. Symbolic links
-/// are not followed, neither to folders nor to files, except where the caller names one.
+/// The file system of a POSIX system. Names that begin with a dot are hidden. Symbolic links are
+/// not followed, neither to folders nor to files, except where the caller names one.
 class PosixFileSystem : public FileSystem {
  public:
   std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,

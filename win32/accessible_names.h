@@ -11,12 +11,12 @@ struct IAccPropServices;
 
 namespace tallowmere::win32 {
 
-/// What screen readers call controls whose own text says something else, and before which no label
-/// stands. Does nothing where the system lacks the service.
+/// Names by which screen readers call controls that have no label and whose own text says something
+/// else. Does nothing where the system lacks the service.
 class AccessibleNames {
  public:
   AccessibleNames();
-  /// Takes the names back. The controls may be gone.
+  /// Removes the names. The controls may be gone by then.
   ~AccessibleNames();
   AccessibleNames(const AccessibleNames&) = delete;
   AccessibleNames& operator=(const AccessibleNames&) = delete;

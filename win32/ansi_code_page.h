@@ -4,7 +4,7 @@
 
 namespace tallowmere::win32 {
 
-/// The system's ANSI code page where it has one byte per character, otherwise Windows-1252.
+/// Returns the system's ANSI code page when it has one byte per character, otherwise Windows-1252.
 CodePage ansi_code_page();
 
 }  // namespace tallowmere::win32

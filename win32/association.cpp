@@ -10,7 +10,7 @@
 namespace tallowmere::win32 {
 namespace {
 
-/// Of what an association says; a longer value counts as none.
+/// The longest value of an association; a longer one counts as none.
 constexpr DWORD most_bytes = 1024 * sizeof(wchar_t);
 
 /// Reading control and every right that a key has. Users who may only read the classes of all users
@@ -21,9 +21,9 @@ std::optional<RegistryKey::Value> class_value(const std::wstring& path) {
   return RegistryKey(HKEY_CLASSES_ROOT, path, all_rights).value(L"", most_bytes);
 }
 
-/// What the system tells of an extension (with its dot); empty when it tells nothing.
+/// Returns what the system knows about an extension (with its dot); empty when it knows nothing.
 std::wstring ask_system(const std::wstring& ext, ASSOCSTR what) {
-  // Otherwise the dialog that lets the user choose a program would count as one.
+  // Without this flag, the dialog that lets the user choose a program would count as one.
   constexpr ASSOCF flags = ASSOCF_INIT_IGNOREUNKNOWN;
   std::wstring text;
   DWORD length = 0;
@@ -33,7 +33,7 @@ std::wstring ask_system(const std::wstring& ext, ASSOCSTR what) {
   return text.substr(0, text.find(L'\0'));
 }
 
-/// With the names in percent signs replaced by what they stand for.
+/// Replaces the names of variables in percent signs by their values.
 std::wstring expanded(const std::wstring& text) {
   std::wstring result(ExpandEnvironmentStringsW(text.c_str(), nullptr, 0), L'\0');
   ExpandEnvironmentStringsW(text.c_str(), result.data(), static_cast<DWORD>(result.size()));
@@ -55,7 +55,7 @@ std::string association_command(std::string_view ext, bool want_command) {
 std::optional<std::string> system_association(std::string_view ext) {
   if (ext.empty()) return std::nullopt;
   const std::wstring dotted = L"." + wide(ext);
-  // A system that names no file may know the command, and not have expanded it.
+  // A system that names no file may know the command, but not have expanded it.
   for (const ASSOCSTR what : {ASSOCSTR_EXECUTABLE, ASSOCSTR_COMMAND}) {
     const std::wstring program = expanded(ask_system(dotted, what));
     if (!program.empty()) return narrow(program);

@@ -6,13 +6,13 @@
 
 namespace tallowmere::win32 {
 
-/// What the system's registry associates with an extension (without its dot): the class of such
-/// files or, when wanted, the command that opens one of them. Empty when there is none.
+/// Returns what the system's registry associates with an extension (without its dot): the class of
+/// such files or, with `want_command`, the command that opens one. Empty when there is none.
 std::string association_command(std::string_view ext, bool want_command);
 
-/// The program that the system itself would open a file of this extension with (without its dot),
-/// whatever way that is registered: a command, its path alone, or no text when the system names
-/// none, as of a program from its store. Nothing when it has no program for such files.
+/// Returns the program with which the system itself would open a file of this extension (without
+/// its dot), however it is registered: a command, a path alone, or an empty text when the system
+/// does not name it, as for a program from its store. Nothing when there is no such program.
 std::optional<std::string> system_association(std::string_view ext);
 
 }  // namespace tallowmere::win32

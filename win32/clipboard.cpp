@@ -12,7 +12,7 @@ namespace {
 constexpr ULONGLONG patience_ms = 1000;
 constexpr DWORD interval_ms = 10;
 
-/// Memory as the clipboard takes it over; null when there is none left.
+/// Copies a text into memory that the clipboard can take over; null when there is none left.
 HGLOBAL global_text(const std::wstring& text) {
   const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
   const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);

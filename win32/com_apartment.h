@@ -6,7 +6,7 @@
 
 namespace tallowmere::win32 {
 
-/// COM on the calling thread, which the shell's functions need, for as long as the object lives.
+/// Keeps COM ready on the calling thread while the object lives; the shell's functions need it.
 class ComApartment {
  public:
   ComApartment() : entered_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {}

@@ -12,7 +12,7 @@ LPARAM pointer(const std::wstring& text) {
   return reinterpret_cast<LPARAM>(text.c_str());
 }
 
-/// A row of a list box or combo box by its two messages.
+/// Reads a row of a list box or combo box by its two messages.
 std::string list_text(HWND list, UINT length_message, UINT text_message, int index) {
   const LRESULT length = SendMessageW(list, length_message, static_cast<WPARAM>(index), 0);
   if (length <= 0) return {};
@@ -126,7 +126,7 @@ std::optional<POINT> TextBox::character_place(int position) const {
 
 std::wstring TextBox::line_units(int line) const {
   std::wstring units(static_cast<std::size_t>(std::max(line_length(line), 1)), L'\0');
-  units[0] = static_cast<wchar_t>(units.size());  // how many may be put there
+  units[0] = static_cast<wchar_t>(units.size());  // EM_GETLINE reads here how many fit
   units.resize(static_cast<std::size_t>(
       send(EM_GETLINE, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(units.data()))));
   return units;

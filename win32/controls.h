@@ -13,7 +13,7 @@
 
 namespace tallowmere::win32 {
 
-/// The place that a mouse message carries.
+/// Returns the place that a mouse message carries.
 POINT point_of(LPARAM position);
 
 class Control {
@@ -25,23 +25,23 @@ class Control {
   int id() const { return GetDlgCtrlID(window_); }
 
   std::string text() const;
-  std::wstring units() const;  ///< the same as the system has it
-  /// Does nothing when the control shows this text already, which saves a flicker.
+  std::wstring units() const;  ///< the text in UTF-16, as the system keeps it
+  /// Sets the text. Does nothing when the control shows it already, which avoids a flicker.
   void set_text(std::string_view text) const;
 
   void enable(bool on) const { EnableWindow(window_, on); }
   bool enabled() const { return IsWindowEnabled(window_) != FALSE; }
   void show(bool on) const { ShowWindow(window_, on ? SW_SHOWNA : SW_HIDE); }
-  /// The control's own state: true also while its form is hidden.
+  /// True by the control's own state, also while its form is hidden.
   bool visible() const { return (GetWindowLongPtrW(window_, GWL_STYLE) & WS_VISIBLE) != 0; }
-  /// The upper left corner on the screen.
+  /// Returns the upper left corner on the screen.
   POINT corner() const;
   bool covers(POINT on_screen) const;
   void focus() const { SetFocus(window_); }
   bool has_focus() const { return GetFocus() == window_; }
   void repaint() const { RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW); }
   void set_font(HFONT font) const;
-  /// The font that the control paints with.
+  /// Returns the font with which the control paints.
   HFONT font() const;
 
  protected:
@@ -49,15 +49,15 @@ class Control {
     return class_proc_ == nullptr ? SendMessageW(window_, message, wparam, lparam)
                                   : CallWindowProcW(class_proc_, window_, message, wparam, lparam);
   }
-  /// Lets messages past what has been put before the control: that can cost ten times as much as
-  /// the answer to a question.
+  /// Sends messages to the class's own procedure, past any subclass: that one can cost ten times as
+  /// much as the answer.
   void send_to_class() {
     class_proc_ = reinterpret_cast<WNDPROC>(GetClassLongPtrW(window_, GCLP_WNDPROC));
   }
 
  private:
   HWND window_ = nullptr;
-  WNDPROC class_proc_ = nullptr;  ///< null: what the window has now
+  WNDPROC class_proc_ = nullptr;  ///< null: the procedure that the window has now
 };
 
 class Label : public Control {
@@ -68,7 +68,7 @@ class Label : public Control {
 class Button : public Control {
  public:
   using Control::Control;
-  /// As if the user clicked; runs the handler before it returns.
+  /// Acts as if the user clicked; runs the handler before it returns.
   void click() const { send(BM_CLICK); }
 };
 
@@ -88,57 +88,57 @@ class OptionButton : public Button {
  public:
   using Button::Button;
   bool selected() const { return send(BM_GETCHECK) == BST_CHECKED; }
-  /// Only this button; the caller clears the others of its group.
+  /// Selects only this button; the caller clears the others of its group.
   void set_selected(bool on) const { send(BM_SETCHECK, on ? BST_CHECKED : BST_UNCHECKED); }
 };
 
 class TextBox : public Control {
  public:
   using Control::Control;
-  /// The same box for many quick questions; nobody else learns of them.
+  /// Returns this box for many quick questions, which bypass any subclass.
   TextBox for_questions() const {
     TextBox box = *this;
     box.send_to_class();
     return box;
   }
   void set_limit(int characters) const { send(EM_SETLIMITTEXT, static_cast<WPARAM>(characters)); }
-  /// In UTF-16 units from 0.
+  /// Selects from `start` to before `end`, in UTF-16 units from 0.
   void select(int start, int end) const {
     send(EM_SETSEL, static_cast<WPARAM>(start), static_cast<LPARAM>(end));
   }
   void select_all() const { select(0, -1); }
-  /// The text of a multi-line box, of which every unit counts; the caret goes to its start.
+  /// Sets the text of a multi-line box in UTF-16; the caret goes to its start.
   void set_units(const std::wstring& units) const { SetWindowTextW(handle(), units.c_str()); }
-  /// Adds to the end of the text, which leaves the caret there.
+  /// Adds to the end of the text and leaves the caret there.
   void append_units(const std::wstring& units) const;
-  /// Displayed lines of a multi-line box, from 0.
+  // Lines of a multi-line box are those displayed, from 0.
   int line_count() const { return static_cast<int>(send(EM_GETLINECOUNT)); }
   int line_from_char(int position) const {
     return static_cast<int>(send(EM_LINEFROMCHAR, static_cast<WPARAM>(position)));
   }
-  /// The first unit of a line; -1 without such a line. Line -1 is the one with the caret.
+  /// Returns the first unit of a line; -1 without such a line. Line -1 is the one with the caret.
   int line_index(int line) const {
     return static_cast<int>(send(EM_LINEINDEX, static_cast<WPARAM>(line)));
   }
   int first_visible_line() const { return static_cast<int>(send(EM_GETFIRSTVISIBLELINE)); }
   void scroll_lines(int lines) const { send(EM_LINESCROLL, 0, lines); }
-  /// In pixels, measured with the box's font.
+  /// Returns the height of a line in pixels, measured with the box's font.
   int line_height() const;
-  /// The part of the box that the text may use, and its height in pixels.
+  /// Returns the part of the box that the text may use; text_height() is its height in pixels.
   RECT text_area() const;
   int text_height() const;
-  /// The upper left corner of a unit; nothing behind the last one.
+  /// Returns the upper left corner of a unit; nothing after the last one.
   std::optional<POINT> character_place(int position) const;
-  /// The units of a line without its line break, and how many they are.
+  /// Returns the units of a line without its line break; line_length() counts them.
   std::wstring line_units(int line) const;
   int line_length(int line) const {
     return static_cast<int>(send(EM_LINELENGTH, static_cast<WPARAM>(line_index(line))));
   }
-  /// Where the selection begins, on the screen; the box's corner when that is not on view.
+  /// Returns where the selection begins on the screen; the box's corner when that is not on view.
   POINT caret_point() const;
   int selection_start() const;
   int selection_length() const;
-  /// The selected text, or what the insertion mark stands at, becomes `text`; can be undone.
+  /// Replaces the selected text by `text`, or inserts it at the caret; can be undone.
   void replace_selection(std::string_view text) const;
 };
 
@@ -147,14 +147,14 @@ class ListBox : public Control {
   using Control::Control;
   int count() const { return static_cast<int>(send(LB_GETCOUNT)); }
   void clear() const { send(LB_RESETCONTENT); }
-  /// Returns the row's index.
+  /// Adds a row and returns its index.
   int add(std::string_view text) const;
   std::string row_text(int index) const;
-  /// -1 when none is selected.
+  /// Returns the selected row; -1 without one.
   int selected() const { return static_cast<int>(send(LB_GETCURSEL)); }
   void select(int index) const { send(LB_SETCURSEL, static_cast<WPARAM>(index)); }
   void set_top(int index) const { send(LB_SETTOPINDEX, static_cast<WPARAM>(index)); }
-  /// Holds painting back while many rows are added; `on` again repaints.
+  /// Stops painting (off) while many rows are added; turning it on again repaints.
   void set_redraw(bool on) const;
   void set_row_height(int pixels) const { send(LB_SETITEMHEIGHT, 0, pixels); }
 };
@@ -174,12 +174,12 @@ class ComboBox : public Control {
 class ScrollBar : public Control {
  public:
   using Control::Control;
-  /// The positions 0 to `maximum` can all be reached, whatever length the thumb shows: `page` is to
-  /// the thumb what maximum + page is to the bar.
+  /// Lets the thumb reach all positions from 0 to `maximum`, whatever its length: `page` is to the
+  /// thumb what maximum + page is to the bar.
   void set_range(int maximum, int page) const;
   int position() const { return info(SIF_POS).nPos; }
   void set_position(int position) const;
-  /// Where the thumb is being dragged to. The messages themselves carry 16 bits only.
+  /// Returns where the thumb is being dragged to. The messages themselves carry only 16 bits.
   int track_position() const { return info(SIF_TRACKPOS).nTrackPos; }
 
  private:

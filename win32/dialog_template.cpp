@@ -9,7 +9,7 @@ namespace tallowmere::win32 {
 
 namespace {
 
-/// Walks over the words of a template; what lies beyond its end reads as 0 and is remembered.
+/// Walks over the words of a template; reads 0 beyond its end and remembers that.
 class TemplateReader {
  public:
   explicit TemplateReader(std::span<const std::byte> bytes) : bytes_(bytes) {}
@@ -27,7 +27,7 @@ class TemplateReader {
     return value;
   }
 
-  /// A text with its final zero, or 0xFFFF and a number.
+  /// Skips a text with its final zero, or 0xFFFF and a number.
   void skip_name() {
     WORD first = word();
     if (first == 0xFFFF) {

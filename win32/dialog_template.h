@@ -9,21 +9,21 @@
 
 namespace tallowmere::win32 {
 
-/// Font that a dialog template names.
+/// The font that a dialog template names.
 struct TemplateFont {
   std::wstring face;
   WORD points = 8;
 };
 
-/// The font of the system's message boxes.
+/// Returns the font of the system's message boxes.
 TemplateFont message_font();
 
-/// A copy of an extended dialog template (DIALOGEX) with another font, so that all its dialog units
+/// Copies an extended dialog template (DIALOGEX) with another font, so that all its dialog units
 /// follow that font. A template that is not extended or names no font is copied as it is. The
 /// result is empty when `source` is cut short.
 std::vector<std::byte> with_font(std::span<const std::byte> source, const TemplateFont& font);
 
-/// The dialog template `id` of the program's resources in the system's message font.
+/// Loads the dialog template `id` of the program's resources, in the system's message font.
 std::vector<std::byte> load_dialog_template(int id);
 
 }  // namespace tallowmere::win32

@@ -4,14 +4,14 @@ namespace tallowmere::win32 {
 
 namespace {
 
-/// A function that not every Windows has; null without it.
+/// Finds a function that not every Windows has; null without it.
 template <typename Function>
 Function function_of(HMODULE library, const char* name) {
   if (library == nullptr) return nullptr;
   return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
 }
 
-/// A function of user32 that Windows before 10 lacks; null there.
+/// Finds a function of user32 that Windows before 10 lacks; null there.
 template <typename Function>
 Function user32_function(const char* name) {
   return function_of<Function>(GetModuleHandleW(L"user32.dll"), name);
@@ -42,7 +42,7 @@ int window_dpi(HWND window) {
 }
 
 int monitor_dpi(HMONITOR monitor) {
-  // Windows before 8.1 has no such library; it must not come from the program's folder then.
+  // Windows before 8.1 lacks this library; then it must not come from the program's folder.
   constexpr DWORD search_system_folder = 0x800;  // LOAD_LIBRARY_SEARCH_SYSTEM32
   static const HMODULE library = LoadLibraryExW(L"shcore.dll", nullptr, search_system_folder);
   using GetDpiForMonitor = HRESULT(WINAPI*)(HMONITOR, int, UINT*, UINT*);

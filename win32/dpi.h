@@ -4,24 +4,24 @@
 
 namespace tallowmere::win32 {
 
-/// Dots per inch of the screen the window stands on; the system's where Windows knows no other.
+/// Returns the dots per inch of the window's screen; the system's where Windows knows no other.
 int window_dpi(HWND window);
-/// Dots per inch the program was started with.
+/// Returns the dots per inch with which the program was started.
 int system_dpi();
 
-/// Dots per inch of a screen, as far as Windows lets the program know.
+/// Returns the dots per inch of a screen, as far as Windows lets the program know.
 int monitor_dpi(HMONITOR monitor);
 
-/// Pixels at the left, the right and the lower edge of a window that belong to its frame, where it
-/// is grasped, and are not painted. Windows before 10 paints all of it.
+/// Returns how many pixels at the left, right and lower edge of a window belong to its frame, where
+/// the mouse can drag it, but are not painted. Windows before 10 paints all of it.
 int hidden_frame(int dpi);
 
-/// A length drawn for 96 dots per inch.
+/// Scales a length that was drawn for 96 dots per inch.
 inline int scale(int pixels_at_96, int dpi) {
   return MulDiv(pixels_at_96, dpi, 96);
 }
 
-/// GetSystemMetrics for a given screen resolution.
+/// Calls GetSystemMetrics for a given screen resolution.
 int metrics(int index, int dpi);
 
 }  // namespace tallowmere::win32

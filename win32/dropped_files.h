@@ -6,8 +6,8 @@
 
 namespace tallowmere::win32 {
 
-/// Takes what WM_DROPFILES, whose wParam this is, has brought: the path of the first file or
-/// folder, UTF-8. Empty when there is none.
+/// Takes over the files of WM_DROPFILES, whose wParam is `drop`, and returns the path of the first
+/// file or folder in UTF-8; empty when there is none.
 std::string take_first_dropped(WPARAM drop);
 
 }  // namespace tallowmere::win32

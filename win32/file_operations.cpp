@@ -20,8 +20,8 @@ using Progress = FileOperations::Progress;
 
 constexpr DWORD share_all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-/// Null when the file cannot be opened; GetLastError tells why. `flags` decide whether a link
-/// stands for itself or for what it leads to.
+/// Opens a file; null on failure, and GetLastError says why. `flags` decide whether a link itself
+/// is opened or what it leads to.
 Handle open_file(const std::u16string& path, DWORD access, DWORD flags = 0) {
   return file_handle(
       CreateFileW(wide(path), access, share_all, nullptr, OPEN_EXISTING, flags, nullptr));
@@ -32,7 +32,7 @@ Result result_of(BOOL success) {
   return last_system_error();
 }
 
-/// Whether another program keeps the file from being renamed, replaced or deleted.
+/// Fails when another program keeps the file from being renamed, replaced or deleted.
 Result check_free(const std::u16string& path) {
   return result_of(open_file(path, DELETE, FILE_FLAG_OPEN_REPARSE_POINT) != nullptr);
 }
@@ -49,8 +49,8 @@ Result information(const std::u16string& path, BY_HANDLE_FILE_INFORMATION& facts
   return result_of(file && GetFileInformationByHandle(file.get(), &facts));
 }
 
-/// True for one file under two paths, through a link or a drive that stands for a folder. Some
-/// networks give all their files the index 0.
+/// True when two paths lead to one file, as through a link or a drive that is a folder's other
+/// name. Some networks give all their files the index 0.
 bool is_same_file(const std::u16string& a, const std::u16string& b) {
   BY_HANDLE_FILE_INFORMATION one, other;
   return !information(a, one) && !information(b, other) &&
@@ -61,7 +61,7 @@ bool is_same_file(const std::u16string& a, const std::u16string& b) {
 
 static_assert(FileOperations::in_the_way == ERROR_FILE_EXISTS);
 
-/// Where a file is to come.
+/// Where a file is copied or moved to.
 struct Target {
   Target(const std::string& path_given, const Replace& replace_given)
       : path(path_given), file(long_path(path)), replace(replace_given) {}
@@ -77,7 +77,7 @@ Result facts_of(const std::string& path, FileFacts& facts) {
   return WinFileSystem().facts(path.substr(0, name), path.substr(name), facts);
 }
 
-/// Whether the file to be replaced is the one that the user has seen. One that is gone is as good.
+/// Fails when the file to be replaced is not the one that the user has seen; it may be gone.
 Result check_seen(const Target& target) {
   FileFacts now;
   if (!target.replace.seen || facts_of(target.path, now) || now == *target.replace.seen) {
@@ -86,7 +86,7 @@ Result check_seen(const Target& target) {
   return SystemError{ERROR_FILE_EXISTS, "The file to be replaced has changed"};
 }
 
-/// Sees before any work whether `source` may come to stand at `target`.
+/// Checks before any work whether `source` may be placed at `target`.
 Result check_target(const std::u16string& source, const Target& target) {
   const DWORD attributes = GetFileAttributesW(wide(target.file));
   if (attributes == INVALID_FILE_ATTRIBUTES) {
@@ -107,7 +107,7 @@ Result check_target(const std::u16string& source, const Target& target) {
   return check_free(target.file);
 }
 
-/// Runs `operation` again for a while when it fails because a virus scanner or an indexer looks at
+/// Runs `operation`, again for a while when it fails because a virus scanner or an indexer looks at
 /// a file just written.
 template <typename Operation>
 Result patiently(Operation operation) {
@@ -127,8 +127,8 @@ bool set(const Handle& file, FILE_INFO_BY_HANDLE_CLASS kind, Information informa
   return SetFileInformationByHandle(file.get(), kind, &information, sizeof information) != FALSE;
 }
 
-/// A file that is to be deleted, read-only or not: the file itself and not what its path leads to
-/// by then.
+/// A file that is to be deleted, read-only or not: the file itself, not what its path leads to
+/// later.
 class DoomedFile {
  public:
   explicit DoomedFile(const std::u16string& path)
@@ -145,7 +145,7 @@ class DoomedFile {
       return last_system_error();
     }
     FILE_BASIC_INFO writable{};
-    writable.FileAttributes = FILE_ATTRIBUTE_NORMAL;  // its times, at 0, stay
+    writable.FileAttributes = FILE_ATTRIBUTE_NORMAL;  // times of 0 stay as they are
     const bool read_only = (before.FileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
     if (read_only) set(file_, FileBasicInfo, writable);
     if (set(file_, FileDispositionInfo, FILE_DISPOSITION_INFO{TRUE})) return std::nullopt;
@@ -164,7 +164,7 @@ Result delete_file(const std::u16string& path) {
   return file.error() ? file.error() : file.remove();
 }
 
-/// Only within a volume.
+/// Moves a file within its volume.
 bool move_file(const std::u16string& file, const Target& target, DWORD flags) {
   if (target.replace.allowed) flags |= MOVEFILE_REPLACE_EXISTING;
   if (MoveFileExW(wide(file), wide(target.file), flags)) return true;
@@ -172,8 +172,8 @@ bool move_file(const std::u16string& file, const Target& target, DWORD flags) {
   return false;
 }
 
-/// Takes the system's reports to who wants the progress. An exception must not pass through the
-/// system: it waits until the copying has been given up.
+/// Passes the system's reports on to `progress`. An exception must not pass through the system: it
+/// waits until the copying has been given up.
 struct Reporter {
   const Progress& progress;
   std::exception_ptr thrown = nullptr;
@@ -205,8 +205,8 @@ Result size_and_time(const std::u16string& path, SizeAndTime& facts) {
   return std::nullopt;
 }
 
-/// A copy that is being made beside its target, under a name of its own. Gone with this object
-/// unless it was put in place.
+/// A copy that is being made beside its target, under its own name. Destroying this object deletes
+/// the copy unless it was put in place.
 class Draft {
  public:
   explicit Draft(const Target& target)
@@ -223,19 +223,19 @@ class Draft {
     Reporter reporter{progress};
     for (DWORD number = GetTickCount();; ++number) {
       path_ = folder_ + to_utf16("~tw" + std::to_string(number) + ".tmp");
-      // Somebody else's file of this name is not touched.
+      // A file with this name that belongs to something else is not touched.
       if (GetFileAttributesW(wide(path_)) != INVALID_FILE_ATTRIBUTES) continue;
       made_ = CopyFileExW(wide(source), wide(path_), &Reporter::report, &reporter, nullptr,
                           COPY_FILE_FAIL_IF_EXISTS);
       const DWORD code = GetLastError();
       if (!made_ && (code == ERROR_FILE_EXISTS || code == ERROR_ALREADY_EXISTS)) continue;
-      if (!made_) delete_file(path_);  // where the system has left half a file
+      if (!made_) delete_file(path_);  // when the system has left half a file
       if (reporter.thrown) std::rethrow_exception(reporter.thrown);
       return made_ ? last_chance(progress) : system_error(code);
     }
   }
 
-  /// Into the target's place. Filling may have taken long.
+  /// Puts the copy in the target's place. Checks the target again: filling may have taken long.
   Result place(const Target& target) {
     if (auto error = check_seen(target)) return error;
     Result error = patiently([&] { return move_file(path_, target, MOVEFILE_WRITE_THROUGH); });
@@ -244,7 +244,7 @@ class Draft {
   }
 
  private:
-  /// Not every system reports while it copies, and a short file's copying is never reported.
+  /// Reports once more, as not every system reports while it copies, and none for a short file.
   Result last_chance(const Progress& progress) {
     SizeAndTime copied;
     if (auto error = size_and_time(path_, copied)) return error;
@@ -258,7 +258,7 @@ class Draft {
   bool made_ = false;
 };
 
-/// Before the source goes: the copy is all of it, and on the disk.
+/// Makes sure, before the source is deleted, that the copy is complete and on the disk.
 Result check_copy(const std::u16string& source, const SizeAndTime& before,
                   const std::u16string& copy) {
   SizeAndTime now, copied;
@@ -267,8 +267,8 @@ Result check_copy(const std::u16string& source, const SizeAndTime& before,
   if (now != before || copied.size != now.size) {
     return SystemError{ERROR_INVALID_DATA, "The file changed while it was moved"};
   }
-  // What is read-only was copied as such and cannot be opened for writing; the system writes it
-  // out in its own time.
+  // A read-only file was copied as such and cannot be opened for writing; the system writes it to
+  // the disk in its own time.
   if (const Handle file = open_file(copy, GENERIC_WRITE)) FlushFileBuffers(file.get());
   return std::nullopt;
 }
@@ -280,8 +280,8 @@ Result move_across(const std::u16string& source, const Target& target, const Pro
   Draft draft(target);
   if (auto error = draft.fill(source, progress)) return error;
   if (auto error = check_copy(source, before, draft.path())) return error;
-  // From here on the path of the source counts no more: should it lead to the target after all,
-  // what is deleted is the file that was replaced.
+  // From here on the path of the source no longer counts: if it leads to the target after all, the
+  // file that was replaced is deleted.
   const DoomedFile original(source);
   if (original.error()) return original.error();
   if (auto error = draft.place(target)) return error;
@@ -300,7 +300,7 @@ bool is_folder(const std::u16string& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-/// Of \\?\C:\ or \\?\UNC\server\share\ at the start of a long path.
+/// Returns the length of \\?\C:\ or \\?\UNC\server\share\ at the start of a long path.
 std::size_t root_length(const std::u16string& path) {
   constexpr std::u16string_view network = u"\\\\?\\UNC\\";
   if (!path.starts_with(network)) return path.find(u':') + 2;
@@ -308,7 +308,7 @@ std::size_t root_length(const std::u16string& path) {
   return share == path.npos ? share : share + 1;
 }
 
-/// Makes one folder unless it is there, and notes that.
+/// Makes one folder unless it exists, and adds it to `made`.
 Result make_folder(const std::u16string& path, std::vector<std::u16string>& made) {
   if (is_folder(path)) return std::nullopt;
   if (CreateDirectoryW(wide(path), nullptr)) {
@@ -363,7 +363,7 @@ Result WinFileOperations::rename(const std::string& source, const std::string& t
 
 Result WinFileOperations::remove(const std::string& path, bool recycle) {
   std::optional<FileRedirectionOff> direct;
-  if (!recycle) direct.emplace();  // the bin loads the shell, and takes nothing redirected
+  if (!recycle) direct.emplace();  // the bin loads the shell and takes no redirected path
   const std::u16string file = long_path(path);
   if (auto error = check_source(file)) return error;
   if (auto error = check_free(file)) return error;
@@ -378,8 +378,8 @@ Result WinFileOperations::remove(const std::string& path, bool recycle) {
   return SystemError{ERROR_ACCESS_DENIED, "The Recycle Bin has not taken the file"};
 }
 
-/// A folder on the way to the one that is wanted may be closed to the user, as the one above each
-/// user's own on a server is: then nothing can be learned of it, but what is below can be used.
+/// Makes a folder and those above it. One of these may be closed to the user, as the one above each
+/// user's own on a server is: nothing is known about it then, but what is below can be used.
 Result WinFileOperations::create_folder(const std::string& folder) {
   const FileRedirectionOff direct;
   const std::u16string path = long_path(with_separator(folder));

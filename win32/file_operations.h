@@ -9,12 +9,12 @@
 
 namespace tallowmere::win32 {
 
-/// Changes to the files of Windows: paths of any length, any name that the system has.
+/// Changes to the files of Windows, for paths of any length and any name that the system has.
 class WinFileOperations : public FileOperations {
  public:
   using Result = std::optional<SystemError>;
 
-  /// `owner` is under the questions that the system itself may ask about the Recycle Bin.
+  /// The questions that the system itself may ask about the Recycle Bin appear over `owner`.
   explicit WinFileOperations(HWND owner) : bin_(owner) {}
 
   Result facts(const std::string& path, FileFacts& facts) override;

@@ -1,6 +1,6 @@
 #include "win32/file_redirection.h"
 
-// For 32-bit programs only: the header has all that others need.
+// This file is for 32-bit programs only: the header has all that others need.
 #ifndef _WIN64
 
 #include <windows.h>
@@ -14,7 +14,7 @@ namespace tallowmere::win32 {
 
 namespace {
 
-/// A function of kernel32 that may be missing; null there.
+/// Finds a function of kernel32 that may be missing; null without it.
 template <typename Function>
 Function kernel_function(const char* name) {
   return reinterpret_cast<Function>(

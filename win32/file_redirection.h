@@ -4,11 +4,10 @@
 
 namespace tallowmere::win32 {
 
-/// Where a 32-bit program on 64-bit Windows asks for System32, the system shows it another folder.
-/// While an object of this class lives, its thread reaches the real one. It belongs around single
-/// calls that open a path, as close as can be: a DLL that the thread loads meanwhile would be
-/// sought in the real folder too. Does nothing in 64-bit programs and on 32-bit Windows; leaves
-/// what GetLastError tells alone.
+/// Lets a thread reach the real System32 while the object lives: to a 32-bit program, 64-bit
+/// Windows shows another folder in its place. It belongs as close as possible around single calls
+/// that open a path: the system would also look for a DLL that the thread loads meanwhile in the
+/// real folder. Does nothing in 64-bit programs and on 32-bit Windows; leaves the last error alone.
 class FileRedirectionOff {
  public:
   FileRedirectionOff();
@@ -23,8 +22,8 @@ class FileRedirectionOff {
 #endif
 };
 
-/// Whether the system takes this path for another file's. To be asked before a path is handed to
-/// what must load DLLs, such as the shell.
+/// True when the system redirects this path to another file. To be asked before a path is handed to
+/// something that must load DLLs, such as the shell.
 bool is_redirected(std::string_view path);
 
 #ifdef _WIN64

@@ -23,7 +23,7 @@ struct NameOrder {
 
 using PitchByName = std::map<std::wstring, bool, NameOrder>;
 
-/// The system reports a face once for each of its character sets.
+/// Adds a face, which the system reports once for each of its character sets.
 int CALLBACK add_face(const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM target) {
   const std::wstring name = font->lfFaceName;
   if (!name.empty() && name.front() != L'@') {

@@ -30,7 +30,7 @@ Font::Font(std::string_view face, double points, int dpi) {
   font.lfWeight = FW_NORMAL;
   font.lfCharSet = DEFAULT_CHARSET;
   std::copy(name.begin(), name.end(), font.lfFaceName);
-  // By its name alone, a missing face would become a proportional one. Together with the name of an
+  // By its name alone, a missing face would become a proportional one. With the name of an
   // installed proportional face, the pitch could count for more than the name.
   if (!is_installed(font)) font.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
   font_ = CreateFontIndirectW(&font);

@@ -8,12 +8,13 @@
 
 namespace tallowmere::win32 {
 
-/// Owns a font. The windows that use it must go, or take another, before it does.
+/// Owns a font. Windows that use it must be destroyed, or take another font, before it is.
 class Font {
  public:
   Font() = default;
-  /// A face at a size in points for a screen of `dpi`; one of fixed pitch in place of a face that
-  /// is not installed. Holds no font when the size is absurd or the system refuses.
+  /// Makes a face at a size in points for a screen of `dpi`; one of fixed pitch replaces a face
+  /// that is not installed. Holds no font when the size is not from 1 to 1000 or the system
+  /// refuses.
   Font(std::string_view face, double points, int dpi);
   explicit Font(const LOGFONTW& font) : font_(CreateFontIndirectW(&font)) {}
   ~Font() { reset(); }
@@ -24,7 +25,7 @@ class Font {
   }
 
   HFONT handle() const { return font_; }
-  /// The face that the system took; empty without a font.
+  /// Returns the face that the system took; empty without a font.
   std::string face() const;
   explicit operator bool() const { return font_ != nullptr; }
 

@@ -16,7 +16,7 @@ namespace {
 constexpr wchar_t form_property[] = L"Tallowmere.Form";
 
 /// Posted to the form itself when its DPI changes, to be served when the system has fitted the
-/// controls. Derived classes have the numbers below for theirs.
+/// controls. Derived classes use the numbers below this one.
 constexpr UINT dpi_changed_message = WM_APP + 0x100;
 
 void load_common_controls() {
@@ -25,13 +25,13 @@ void load_common_controls() {
   InitCommonControlsEx(&classes);
 }
 
-/// The icon of a window, its own or else that of its class.
+/// Returns the icon of a window, its own or else that of its class.
 LPARAM icon_of(HWND window, WPARAM size, int class_icon) {
   const LRESULT own = SendMessageW(window, WM_GETICON, size, 0);
   return own != 0 ? own : static_cast<LPARAM>(GetClassLongPtrW(window, class_icon));
 }
 
-/// A dialog shows the icons of its owner, which may be a dialog, too.
+/// Gives a dialog the icons of its owner, which may be a dialog, too.
 void share_icons(HWND owner, HWND window) {
   SendMessageW(window, WM_SETICON, ICON_BIG, icon_of(owner, ICON_BIG, GCLP_HICON));
   SendMessageW(window, WM_SETICON, ICON_SMALL, icon_of(owner, ICON_SMALL, GCLP_HICONSM));
@@ -43,14 +43,14 @@ BOOL CALLBACK pass_on(HWND control, LPARAM message) {
   return TRUE;
 }
 
-/// Where something of this length begins that stands in the middle of what goes from `begin` to
-/// `end`, kept on a screen.
+/// Returns where something of this length begins when it is centred between `begin` and `end` and
+/// kept on a screen.
 int centred(LONG begin, LONG end, LONG length, LONG screen_begin, LONG screen_end) {
   const LONG middle = begin + (end - begin - length) / 2;
   return static_cast<int>(std::min(std::max(middle, screen_begin), screen_end - length));
 }
 
-/// Messages whose answer a dialog procedure returns itself instead of storing it.
+/// True for messages whose answer a dialog procedure returns itself instead of storing it.
 bool answers_directly(UINT message) {
   return (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC) ||
          message == WM_COMPAREITEM || message == WM_VKEYTOITEM || message == WM_CHARTOITEM ||
@@ -73,7 +73,7 @@ Form::Form(int template_id, HWND owner) {
 }
 
 Form::~Form() {
-  // The derived class, which the handlers belong to, is gone already.
+  // The derived class, to which the handlers belong, is gone already.
   commands_.clear();
   notifications_.clear();
   hide();
@@ -109,7 +109,7 @@ void Form::show_modal(HWND owner, HWND center_on) {
   center_form(center_on);
   EnableWindow(owner, FALSE);
   ShowWindow(window_, SW_SHOW);
-  if (follow_dpi()) center_form(center_on);  // told of its screen only now
+  if (follow_dpi()) center_form(center_on);  // the system reports its screen only now
   if (!IsChild(window_, GetFocus())) SetFocus(GetNextDlgTabItem(window_, nullptr, FALSE));
   on_shown();
   while (modal_owner_ != nullptr) {
@@ -120,7 +120,7 @@ void Form::show_modal(HWND owner, HWND center_on) {
       continue;
     }
     hide();
-    // The outer loops end by this message, too.
+    // The outer loops must end by this message, too.
     if (got == 0) PostQuitMessage(static_cast<int>(message.wParam));
   }
 }
@@ -128,7 +128,7 @@ void Form::show_modal(HWND owner, HWND center_on) {
 void Form::hide() {
   if (modal_owner_ == nullptr) return;
   const HWND owner = std::exchange(modal_owner_, nullptr);
-  // In this order: hiding the active window activates an enabled one, which is to be the owner.
+  // The order matters: hiding the active window activates an enabled one, which must be the owner.
   EnableWindow(owner, TRUE);
   ShowWindow(window_, SW_HIDE);
   const bool owners = focus_before_ == owner || IsChild(owner, focus_before_);
@@ -138,10 +138,10 @@ void Form::hide() {
 
 void Form::center_form(HWND main_window) {
   move_over(main_window);
-  if (follow_dpi()) move_over(main_window);  // in another size
+  if (follow_dpi()) move_over(main_window);  // its size has changed
 }
 
-/// True when there was a change to follow.
+/// Follows a change of the DPI; false when there was none.
 bool Form::follow_dpi() {
   if (new_dpi_ == 0) return false;
   const int before = std::exchange(dpi_, std::exchange(new_dpi_, 0));
@@ -191,7 +191,7 @@ bool Form::handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& r
   if (on_message(message, wparam, lparam, result)) return true;
   switch (message) {
     case WM_COMMAND: {
-      // Accelerators come with code 1 and no control: the same as a choice from the menu.
+      // Accelerators come with code 1 and no control, and count as a choice from the menu.
       const int code = lparam == 0 ? BN_CLICKED : HIWORD(wparam);
       return run_command(LOWORD(wparam), code);
     }
@@ -211,7 +211,7 @@ bool Form::handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& r
       return true;
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED: {
-      // The common controls hear of such changes from their parent only.
+      // The common controls learn of such changes only from their parent.
       const MSG message_of_all{window_, message, wparam, lparam, 0, {}};
       EnumChildWindows(window_, &pass_on, reinterpret_cast<LPARAM>(&message_of_all));
       return false;

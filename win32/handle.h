@@ -14,7 +14,7 @@ struct HandleCloser {
 /// Owns a handle of the system: a file, a process, an event.
 using Handle = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
 
-/// As CreateFileW hands it out: null when there is no file. The last error stays.
+/// Takes over a handle from CreateFileW; null when there is no file. The last error stays.
 inline Handle file_handle(HANDLE file) {
   return Handle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }

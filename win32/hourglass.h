@@ -4,7 +4,7 @@
 
 namespace tallowmere::win32 {
 
-/// Shows the hourglass pointer for as long as it lives.
+/// Shows the hourglass pointer while the object lives.
 class Hourglass {
  public:
   Hourglass() : before_(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {}

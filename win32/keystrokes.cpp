@@ -27,8 +27,8 @@ INPUT character_input(char16_t unit, DWORD flags) {
   return input;
 }
 
-/// The key that makes the character on the user's keyboard; on one without it, such as a Cyrillic
-/// one, the key that has it elsewhere.
+/// Returns the key that makes the character on the user's keyboard; on one without it, such as a
+/// Cyrillic one, the key that has it elsewhere.
 WORD virtual_key(char32_t character) {
   const SHORT key = VkKeyScanW(static_cast<wchar_t>(character));
   if (key != -1) return LOBYTE(key);

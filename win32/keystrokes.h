@@ -4,8 +4,8 @@
 
 namespace tallowmere::win32 {
 
-/// As if the user pressed and released the key; it reaches the window in front. The caller makes
-/// sure which one that is.
+/// Acts as if the user pressed and released the key, which goes to the window in front. The caller
+/// makes sure which one that is.
 void press_key(const KeyEvent& event);
 
 /// True while the user holds Shift, Ctrl, Alt or a Windows key.

@@ -9,7 +9,7 @@ namespace tallowmere::win32 {
 
 namespace {
 
-/// Up to this many selected rows are deselected one by one; a call for all rows visits each row.
+/// Up to this many selected rows are deselected one by one: a call for all rows visits each row.
 constexpr int few_rows = 64;
 
 constexpr UINT substring_flag = 0x0004;  ///< LVFI_SUBSTRING, which the compiler's headers lack
@@ -83,7 +83,7 @@ void ListView::edit_label() const {
   if (row >= 0) send(LVM_EDITLABELW, static_cast<WPARAM>(row));
 }
 
-/// Posted: the view selects the whole text when the notification is over.
+/// The message is posted, since the view selects the whole text after the notification.
 void ListView::select_in_label(std::size_t units) const {
   PostMessageW(ListView_GetEditControl(handle()), EM_SETSEL, 0, static_cast<LPARAM>(units));
 }

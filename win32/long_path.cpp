@@ -15,7 +15,7 @@ bool is_drive(std::u16string_view path) {
   return path.size() >= 2 && path[1] == u':';
 }
 
-/// The full path of a short relative one, such as "." or "C:.", by the system's current folders.
+/// Returns the full path of a short relative one, such as "." or "C:.", by the current folders.
 std::u16string full_path(const std::u16string& path) {
   const DWORD needed = GetFullPathNameW(wide(path), 0, nullptr, nullptr);
   std::u16string result(needed, u'\0');
@@ -24,7 +24,7 @@ std::u16string full_path(const std::u16string& path) {
   return result;
 }
 
-/// Appends the components of `rest` to `root`, whose first `fixed` characters ".." cannot leave.
+/// Appends the components of `rest` to `root`, above which ".." cannot lead.
 std::u16string join(std::u16string root, std::u16string_view rest) {
   const std::size_t fixed = root.size();
   while (!rest.empty()) {

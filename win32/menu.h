@@ -6,10 +6,10 @@
 
 namespace tallowmere::win32 {
 
-/// A menu of the program's resources that no window owns; destroyed with this object.
+/// A menu from the program's resources that no window owns; destroyed with this object.
 class PopupMenu {
  public:
-  /// The first submenu of the menu resource `id` is what pops up.
+  /// Loads the menu resource `id`; its first submenu is what pops up.
   explicit PopupMenu(int id);
   ~PopupMenu();
   PopupMenu(const PopupMenu&) = delete;
@@ -21,11 +21,11 @@ class PopupMenu {
   HMENU menu_;
 };
 
-/// Shows `menu` at a place on the screen; its choice arrives at `owner` as WM_COMMAND. Returns when
-/// the menu is closed, which is before the command is served.
+/// Shows `menu` at a place on the screen; `owner` gets the choice as WM_COMMAND. Returns when the
+/// menu is closed, which is before the command is served.
 void pop_up(HMENU menu, HWND owner, POINT at);
 
-/// The same, but returns the entry chosen, 0 for none, and sends no command.
+/// Shows `menu` likewise, but returns the entry chosen, 0 for none, and sends no command.
 int choose_from(HMENU menu, HWND owner, POINT at);
 
 void enable_entry(HMENU menu, int id, bool on);

@@ -6,14 +6,14 @@
 
 namespace tallowmere::win32 {
 
-/// Hands a message of the queue to its window: first to the Form it belongs to (which sees keys
+/// Passes a message from the queue to its window: first to the Form it belongs to (which sees keys
 /// before its controls), then to the dialog keyboard, then to the window itself.
 void dispatch_message(MSG& message);
 
-/// Serves every message that waits now. Returns false when the program is to end; the quit message
+/// Serves every message that is waiting. Returns false when the program is to end; the quit message
 /// is then back in the queue for the outer loop.
 bool pump_pending();
-/// The same, without those messages that are not `wanted`: nobody gets them.
+/// Serves them likewise, but drops the messages that are not `wanted`.
 bool pump_pending(const std::function<bool(const MSG&)>& wanted);
 
 /// Serves messages until the program is to end; returns its exit code.

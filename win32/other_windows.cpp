@@ -6,9 +6,9 @@ namespace tallowmere::win32 {
 namespace {
 
 constexpr UINT answer_ms = 50;
-constexpr int title_length = 512;  // of longer titles the beginning
+constexpr int title_length = 512;  // longer titles are cut
 
-// GetWindowText asks no other program, so none that hangs can hold us up.
+// GetWindowText asks no other program, so a program that hangs cannot hold this one up.
 std::string title_of(HWND window) {
   wchar_t title[title_length];
   const int length = GetWindowTextW(window, title, title_length);
@@ -37,7 +37,7 @@ GUITHREADINFO input_state(HWND window) {
   return info;
 }
 
-/// Fields for text are the controls with a selection.
+/// True for a field for text, which is a control with a selection.
 bool is_text_field(HWND control) {
   DWORD_PTR code = 0;
   return control != nullptr &&
@@ -71,7 +71,7 @@ KeyTarget key_target(HWND window) {
   if (front == window) {
     return (info.flags & GUI_INMENUMODE) != 0 ? KeyTarget::menu : KeyTarget::window;
   }
-  // Other programs may lay windows of theirs over it.
+  // Other programs may put their windows over it.
   const bool over_it =
       GetAncestor(front, GA_ROOTOWNER) == window && process_of(front) == process_of(window);
   if (!over_it) return KeyTarget::elsewhere;

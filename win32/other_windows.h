@@ -16,23 +16,23 @@ struct OtherWindow {
   std::string title;
 };
 
-/// Calls `visit` for each visible one, the foremost first.
+/// Calls `visit` for each visible one, from the foremost on.
 void visit_other_windows(const std::function<void(const OtherWindow&)>& visit);
 
-/// The same of one window; its process is 0 when the window is gone.
+/// Describes one window; its process is 0 when the window is gone.
 OtherWindow other_window(HWND window);
 
-/// Asks the system to put the window in front. Where the user is at work elsewhere, the system only
-/// makes the window's button in the task bar flash.
+/// Asks the system to bring the window to the front. While the user works elsewhere, the system
+/// only flashes the window's button in the task bar.
 void bring_to_front(HWND window);
 
-/// True when the window is in front and has got so far as to give some control the focus.
+/// True when the window is in front and some control of it has the focus.
 bool is_in_front(HWND window);
 
-/// What the next key would reach, seen from the window that it is meant for.
+/// Returns what the next key would reach, seen from the window that it is meant for.
 KeyTarget key_target(HWND window);
 
-/// True when the window answers within a moment, or is gone.
+/// True when the window answers soon (see answer_ms), or is gone.
 bool answers(HWND window);
 
 }  // namespace tallowmere::win32

@@ -11,13 +11,14 @@
 namespace tallowmere::win32 {
 namespace {
 
-constexpr DWORD path_length = 32768;  // characters: no path of the system is longer
+constexpr DWORD path_length = 32768;  // characters; no path of the system is longer
 
 bool is_full_path(std::wstring_view path) {
   return path.starts_with(L"\\\\") || (path.size() > 2 && path[1] == L':' && path[2] == L'\\');
 }
 
-/// What a function of the system writes that tells the needed size when the buffer is too small.
+/// Returns what a function of the system writes; it must return the size that it needs when the
+/// buffer is too small.
 template <typename Function>
 std::wstring system_text(Function function) {
   std::wstring text;
@@ -30,8 +31,8 @@ std::wstring system_text(Function function) {
   return text;
 }
 
-/// The current folder is not among them: a program that lies beside searched files would do for
-/// another of its name.
+/// Returns where programs are looked for. The current folder is not included: a program beside the
+/// searched files could be taken for another one with its name.
 std::wstring program_folders() {
   const std::wstring system =
       system_text([](wchar_t* text, DWORD size) { return GetSystemDirectoryW(text, size); });
@@ -42,7 +43,7 @@ std::wstring program_folders() {
   return system + L";" + windows + L";" + path;
 }
 
-/// Empty when there is no such program.
+/// Looks for a program, unless its path is full already; empty when there is none.
 std::wstring find_program(const std::wstring& program) {
   if (is_full_path(program)) return program;
   const std::wstring folders = program_folders();
@@ -51,7 +52,8 @@ std::wstring find_program(const std::wstring& program) {
   });
 }
 
-/// 0 when it cannot be told, the highest number when the system refuses to tell it.
+/// Returns a process's integrity level; 0 when it is unknown, the highest number when the system
+/// denies it.
 DWORD integrity_level(HANDLE process) {
   const auto failure = [] { return GetLastError() == ERROR_ACCESS_DENIED ? MAXDWORD : 0; };
   HANDLE opened = nullptr;
@@ -102,7 +104,7 @@ std::optional<SystemError> StartedProgram::open(const std::string& path, HWND ow
   return std::nullopt;
 }
 
-/// Takes the handle, which is null when the system has started nothing.
+/// Takes over the handle, which is null when the system has started nothing.
 void StartedProgram::keep(HANDLE process) {
   process_.reset(process);
   id_ = process != nullptr ? GetProcessId(process) : 0;

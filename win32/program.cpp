@@ -8,12 +8,12 @@ namespace tallowmere::win32 {
 
 namespace {
 
-/// LOAD_LIBRARY_SEARCH_SYSTEM32, which the headers know for Windows 8 and later only.
+/// LOAD_LIBRARY_SEARCH_SYSTEM32, which the headers know only for Windows 8 and later.
 constexpr DWORD search_system_folder = 0x800;
 
-/// What the program imports late (late_library in the CMakeLists.txt) or loads when it is there.
-/// Common controls are not among them: the manifest says where they come from. Nor is comdlg32,
-/// which Windows takes from nowhere else (see tools/check-program).
+/// The libraries that the program imports late (late_library in the CMakeLists.txt) or loads when
+/// they exist. The common controls are not among them: the manifest says where they come from. Nor
+/// is comdlg32, which Windows takes only from its own folder (see tools/check-program).
 constexpr const wchar_t* late_libraries[] = {L"uxtheme.dll", L"winmm.dll"};
 
 }  // namespace
@@ -34,7 +34,7 @@ void load_libraries_from_system() {
   const auto set_directories = reinterpret_cast<BOOL(WINAPI*)(DWORD)>(
       reinterpret_cast<void*>(GetProcAddress(kernel, "SetDefaultDllDirectories")));
   if (set_directories != nullptr && set_directories(search_system_folder)) return;
-  // Windows 7 without its updates. What is loaded already is not looked for again.
+  // This is Windows 7 without its updates. A library loaded now is not looked for again.
   SetDllDirectoryW(L"");
   std::wstring folder(MAX_PATH, L'\0');
   folder.resize(GetSystemDirectoryW(folder.data(), MAX_PATH));

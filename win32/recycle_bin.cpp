@@ -16,8 +16,8 @@ bool is_set(HKEY root, const std::wstring& key, const wchar_t* value) {
          number != 0;
 }
 
-/// The user, or who administers the computer, wants deleted files gone at once. `volume` is the
-/// system's name of the volume, \\?\Volume{...}\.
+/// True when the user or an administrator has turned the bin off, so that deleted files are gone at
+/// once. `volume` is the system's name of the volume, \\?\Volume{...}\.
 bool is_turned_off(const std::wstring& volume) {
   const std::wstring settings = L"Software\\Microsoft\\Windows\\CurrentVersion\\";
   const std::wstring policies = settings + L"Policies\\Explorer";
@@ -30,7 +30,7 @@ bool is_turned_off(const std::wstring& volume) {
   return is_set(HKEY_CURRENT_USER, bin + volume.substr(start, end + 1 - start), L"NukeOnDelete");
 }
 
-/// Drives of the network, of removable media and those that stand for a folder have no bin.
+/// False for network drives, removable media and drives that are another name of a folder.
 bool has_bin(const std::wstring& root) {
   if (GetDriveTypeW(root.c_str()) != DRIVE_FIXED) return false;
   wchar_t volume[MAX_PATH];
@@ -38,7 +38,8 @@ bool has_bin(const std::wstring& root) {
   return !is_turned_off(volume);
 }
 
-/// What SHFileOperation returns is partly older than the system's error codes and overlaps them.
+/// Converts what SHFileOperation returns: some of its codes are older than the system's error codes
+/// and overlap them.
 SystemError shell_error(int code) {
   constexpr int denied = 0x78;
   constexpr int too_deep = 0x79;

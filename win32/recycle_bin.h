@@ -12,7 +12,7 @@
 
 namespace tallowmere::win32 {
 
-/// Without a word unless a file is too big for the bin. FOF_NO_CONNECTED_ELEMENTS: a folder that
+/// Recycles silently unless a file is too big for the bin. FOF_NO_CONNECTED_ELEMENTS: a folder that
 /// belongs to a page by its name, as "page_files" to "page.htm", stays.
 inline constexpr FILEOP_FLAGS recycling_flags = FOF_ALLOWUNDO | FOF_NOCONFIRMATION |
                                                 FOF_WANTNUKEWARNING | FOF_SILENT | FOF_NOERRORUI |
@@ -21,15 +21,15 @@ inline constexpr FILEOP_FLAGS recycling_flags = FOF_ALLOWUNDO | FOF_NOCONFIRMATI
 /// The Recycle Bins of the volumes. Asks about each volume once, so an object is for one command.
 class RecycleBin {
  public:
-  /// `owner` is under the system's question when a file turns out too big for its bin.
+  /// The system's question, when a file is too big for its bin, appears over `owner`.
   explicit RecycleBin(HWND owner) : owner_(owner) {}
 
-  /// Whether the volume has a bin, the user has not turned it off, and the shell, which knows no
+  /// True when the volume has a bin, the user has not turned it off, and the shell, which knows no
   /// long paths and trims names, can find the file.
   bool takes(const std::string& path);
 
-  /// Puts a file that the bin takes into it. Nothing is deleted for good unless the user tells the
-  /// system so.
+  /// Moves a file that the bin takes into it. Nothing is deleted for good unless the user agrees to
+  /// it when the system asks.
   std::optional<SystemError> put(const std::string& path);
 
  private:

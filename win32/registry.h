@@ -13,8 +13,8 @@ namespace tallowmere::win32 {
 /// An open key of the registry.
 class RegistryKey {
  public:
-  /// A key that cannot be opened has no values. Where the system refuses some of the `rights`, the
-  /// key is opened for reading.
+  /// Opens the key, only for reading when the system refuses some of the `rights`. A key that
+  /// cannot be opened has no values.
   RegistryKey(HKEY root, const std::wstring& path, REGSAM rights = KEY_QUERY_VALUE);
   ~RegistryKey();
   RegistryKey(const RegistryKey&) = delete;
@@ -24,10 +24,10 @@ class RegistryKey {
     DWORD type = REG_NONE;
     std::wstring text;  ///< up to its first NUL, whatever the type
   };
-  /// The value `name` (the default one when empty). Nothing when it is missing or takes more than
-  /// `most_bytes`.
+  /// Returns the value `name` (the default one when empty); nothing when it is missing or takes
+  /// more than `most_bytes`.
   std::optional<Value> value(const std::wstring& name, DWORD most_bytes = MAXDWORD) const;
-  /// Nothing when the value is missing or no string.
+  /// Returns the value `name`; nothing when it is missing or not a string.
   std::optional<std::string> string_value(const std::wstring& name) const;
 
  private:
@@ -37,7 +37,7 @@ class RegistryKey {
 /// Settings as string values of one key of the current user.
 class RegistrySettings : public SettingsStore {
  public:
-  /// `path` is below HKEY_CURRENT_USER; tests take one of their own.
+  /// Keeps settings at `path` below HKEY_CURRENT_USER; tests use their own.
   explicit RegistrySettings(std::wstring path = L"Software\\Tallowmere\\Startup");
 
   std::string get_setting(std::string_view key) override;
@@ -47,8 +47,8 @@ class RegistrySettings : public SettingsStore {
   std::wstring path_;
 };
 
-/// What the system calls files with this extension (without its dot), for example "Text Document"
-/// for txt; empty when it knows none.
+/// Returns what the system calls files with this extension (without its dot), for example "Text
+/// Document" for txt; empty when it has no name for them.
 std::string type_description(std::string_view extension);
 
 }  // namespace tallowmere::win32

@@ -4,10 +4,10 @@
 
 namespace tallowmere::win32 {
 
-/// The system's description of one of its error codes (those of GetLastError).
+/// Returns the system's description of one of its error codes (those of GetLastError).
 SystemError system_error(unsigned long code);
 
-/// The description of what the last failed call on this thread left behind.
+/// Returns the description of the last error on this thread.
 SystemError last_system_error();
 
 }  // namespace tallowmere::win32

@@ -8,7 +8,7 @@
 
 namespace tallowmere::win32 {
 
-/// A file in the system's folder for files that do not last; gone with this object.
+/// A file in the system's folder for temporary files; deleted with this object.
 class TempFile {
  public:
   TempFile() = default;
@@ -16,7 +16,7 @@ class TempFile {
   TempFile(const TempFile&) = delete;
   TempFile& operator=(const TempFile&) = delete;
 
-  /// Makes the file. To be called once; the path is known afterwards.
+  /// Makes the file; to be called only once. path() is known afterwards.
   std::optional<SystemError> write(std::string_view bytes);
   const std::string& path() const { return path_; }
 

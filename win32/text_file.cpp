@@ -30,7 +30,7 @@ std::wstring filter_of(std::span<const FileKind> kinds) {
   return wide(filter);  // its second final zero is the string's own
 }
 
-/// Makes a file of a name of its own and fills it; `path` is then that name.
+/// Makes a file with a new name and fills it; `path` is then its path.
 Result write_draft(const std::string& folder, std::string& path, std::string_view text) {
   const FileRedirectionOff direct;
   Handle file;

@@ -24,15 +24,15 @@ struct SavePlace {
   std::size_t kind = 0;
 };
 
-/// Shows the system's dialog for it; a file in the way has been asked about. `name` is offered at
-/// first. Nothing when the user gives up, and where the system cannot show the dialog.
+/// Shows the system's dialog for saving, which offers `name` and asks before a file is replaced.
+/// Nothing when the user cancels, or when the system cannot show the dialog.
 std::optional<SavePlace> ask_save_place(HWND owner, std::string_view name,
                                         std::span<const FileKind> kinds);
 
-/// Writes all of it at the file's place.
+/// Writes all bytes at the file's current position.
 std::optional<SystemError> write_bytes(HANDLE file, std::string_view bytes);
 
-/// Writes a text in UTF-8 with its mark. A file of this name stays what it is until all is written.
+/// Writes a text in UTF-8 with its mark. A file with this name stays as it is until all is written.
 std::optional<SystemError> write_text_file(const std::string& path, std::string_view text);
 
 }  // namespace tallowmere::win32

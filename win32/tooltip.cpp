@@ -38,7 +38,7 @@ ToolTip::ToolTip(HWND form)
                               WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0, 0, 0, 0, form, nullptr,
                               GetModuleHandleW(nullptr), nullptr)) {
   fit();
-  // A tip may be long. It is to stay until the mouse goes; more than this the system does not take.
+  // A tip may be long, so it stays until the mouse leaves; the system takes no longer delay.
   SendMessageW(window_, TTM_SETDELAYTIME, TTDT_AUTOPOP, longest_delay);
 }
 
@@ -64,7 +64,7 @@ void ToolTip::set(HWND control, std::string_view text) {
                reinterpret_cast<LPARAM>(&info));
 }
 
-/// Fitted each time: nobody tells when the form has come to a screen of another DPI.
+/// Fits the width each time, since nothing reports when the form comes to a screen of another DPI.
 void ToolTip::set_area(const RECT& area) {
   clear_area();
   fit();
@@ -72,7 +72,7 @@ void ToolTip::set_area(const RECT& area) {
   info.rect = area;
   info.lpszText = LPSTR_TEXTCALLBACKW;
   SendMessageW(window_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&info));
-  // The mouse may rest where it is now, and its movement has gone past the tip.
+  // The mouse may rest there already, and the tip window has missed its movement.
   POINT at;
   GetCursorPos(&at);
   ScreenToClient(form_, &at);

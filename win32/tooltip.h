@@ -8,7 +8,7 @@
 
 namespace tallowmere::win32 {
 
-/// The tool tips of one form. Owns the tip window and the texts, which the window only points to.
+/// The tool tips of one form. Owns the tip window and the texts, to which the window only points.
 class ToolTip {
  public:
   explicit ToolTip(HWND form);
@@ -16,17 +16,17 @@ class ToolTip {
   ToolTip(const ToolTip&) = delete;
   ToolTip& operator=(const ToolTip&) = delete;
 
-  /// Fits the width of the tips to the form's DPI; again when that changes.
+  /// Fits the width of the tips to the form's DPI; to be called again when that changes.
   void fit() const;
-  /// Tip shown while the mouse rests over `control`; an empty text takes it away. A label needs
-  /// the style SS_NOTIFY to have one.
+  /// Sets the tip that shows while the mouse rests over `control`; an empty text removes it. A
+  /// label needs the style SS_NOTIFY to have one.
   void set(HWND control, std::string_view text);
-  /// The form has another tip for this area of it, in its client coordinates, instead of the one
-  /// so far. The form is asked for the text by TTN_GETDISPINFO when the tip is to show.
+  /// Sets the area of the form, in its client coordinates, that has one more tip; replaces the area
+  /// so far. TTN_GETDISPINFO asks the form for the text when the tip is to show.
   void set_area(const RECT& area);
   void clear_area();
   bool has_sent(const NMHDR& header) const { return header.hwndFrom == window_; }
-  /// The tip of `control`, empty when it has none.
+  /// Returns the tip of `control`; empty when it has none.
   std::string text(HWND control) const;
 
  private:

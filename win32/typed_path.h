@@ -4,10 +4,10 @@
 
 namespace tallowmere::win32 {
 
-/// The text with the values of its environment variables, such as %USERPROFILE%, in their places.
+/// Replaces environment variables, such as %USERPROFILE%, by their values.
 std::string expand_variables(const std::string& text);
 
-/// A whole path without "." and "..". No disk is touched.
+/// Returns the full path without "." and ".."; touches no disk.
 std::string full_path(const std::string& path);
 
 }  // namespace tallowmere::win32

@@ -6,16 +6,16 @@
 
 namespace tallowmere::win32 {
 
-/// A day in the user's short date form; empty when the system cannot write it.
+/// Formats a day in the user's short date form; empty when the system cannot write it.
 std::string short_date(const Date& date);
 
-/// The order of that form.
+/// Returns the order of that form.
 DateOrder short_date_order();
 
-/// A moment in the user's general form: the short date and, except at midnight, the time.
+/// Formats a moment in the user's general form: the short date and, except at midnight, the time.
 std::string general_date(const DateTime& moment);
 
-/// What the user writes between thousands.
+/// Returns what the user writes between thousands.
 std::string thousands_separator();
 
 }  // namespace tallowmere::win32

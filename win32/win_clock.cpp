@@ -38,7 +38,7 @@ DateTime WinClock::to_local(Ticks moment) const {
 }
 
 Ticks WinClock::start_of_day(const Date& day) const {
-  // The years that the system's calendar has.
+  // The system's calendar has only these years.
   if (day.year < 1601) return 0;
   if (day.year > 30827) return std::numeric_limits<Ticks>::max();
   SYSTEMTIME local{};

@@ -36,8 +36,8 @@ FileFacts facts_of(const FILETIME& modified, DWORD size_high, DWORD size_low) {
           join_halves(size_high, size_low)};
 }
 
-/// True for what leads elsewhere: symbolic links, junctions, mount points. Wine gives its links
-/// no tag. Other reparse points, such as the folders of a cloud drive, are what they seem.
+/// True for entries that lead elsewhere: symbolic links, junctions, mount points. Wine gives its
+/// links no tag. Other reparse points, such as the folders of a cloud drive, are ordinary entries.
 bool is_link(const WIN32_FIND_DATAW& entry) {
   if ((entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return false;
   constexpr DWORD name_surrogate = 0x20000000;
@@ -53,7 +53,7 @@ void add_entry(const WIN32_FIND_DATAW& entry, FolderListing& listing) {
     return;
   }
   const FileFacts facts = facts_of(entry.ftLastWriteTime, entry.nFileSizeHigh, entry.nFileSizeLow);
-  // What the listing says of a link is not true of the file that it leads to.
+  // What the listing says about a link does not hold for the file that it leads to.
   const bool link = is_link(entry);
   listing.add_file(to_utf8(name), link ? nullptr : &facts,
                    !link && is_online_only(entry.dwFileAttributes));
@@ -63,7 +63,7 @@ std::u16string path_of(const std::string& folder, std::string_view name) {
   return long_path(folder) + to_utf16(name);
 }
 
-/// Opens what the path leads to, links included; others may do with it as they like meanwhile.
+/// Opens what the path leads to, through links; others may read, write and delete it meanwhile.
 Handle open_file(const std::u16string& path, DWORD access, DWORD flags) {
   const FileRedirectionOff direct;
   constexpr DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
@@ -90,7 +90,7 @@ class WinFileReader : public FileReader {
 
   std::optional<SystemError> read(unsigned char* into, std::size_t wanted,
                                   std::size_t& got) override {
-    // A short read may end at a server's packet: only the next one tells.
+    // A short read may end at a server's packet: only the next read shows the file's end.
     for (got = 0; got < wanted;) {
       DWORD count = 0;
       const BOOL good =
@@ -112,7 +112,7 @@ class WinFileReader : public FileReader {
   void close() override { file_.reset(); }
 
  private:
-  /// The path of a file for the system. The folder's part is worked out once per folder.
+  /// Returns the path of a file for the system. The folder's part is computed once per folder.
   const std::u16string& path_in(const std::string& folder, std::string_view name) {
     if (folder_length_ == 0 || folder != folder_) {
       folder_ = folder;
@@ -130,14 +130,14 @@ class WinFileReader : public FileReader {
   Handle file_;
 };
 
-/// Those of a link itself.
+/// Asks for the facts of a link itself.
 bool own_facts(const std::u16string& path, WIN32_FILE_ATTRIBUTE_DATA& data) {
   const FileRedirectionOff direct;
   return GetFileAttributesExW(wide(path), GetFileExInfoStandard, &data) != FALSE;
 }
 
 std::optional<SystemError> facts_of_target(const std::u16string& link, FileFacts& facts) {
-  // A link may lead to a folder, which opens with this flag only.
+  // A link may lead to a folder, which opens only with this flag.
   const Handle target = open_file(link, FILE_READ_ATTRIBUTES, FILE_FLAG_BACKUP_SEMANTICS);
   if (!target) return last_system_error();
   BY_HANDLE_FILE_INFORMATION data;
@@ -146,14 +146,14 @@ std::optional<SystemError> facts_of_target(const std::u16string& link, FileFacts
   return std::nullopt;
 }
 
-/// Only the opening goes by the path; what follows goes by the folder's handle.
+/// Begins a listing. Only this call uses the path; the next ones use the folder's handle.
 HANDLE find_first(const std::u16string& pattern, WIN32_FIND_DATAW& entry) {
   const FileRedirectionOff direct;
   return FindFirstFileExW(wide(pattern), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr,
                           FIND_FIRST_EX_LARGE_FETCH);
 }
 
-/// The volume that a folder lies on; null for a share, and where the system does not tell.
+/// Opens the volume of a folder; null for a share, or when the system does not name it.
 Handle open_volume(const std::u16string& folder) {
   std::array<wchar_t, MAX_PATH> mount_point;
   std::array<wchar_t, MAX_PATH> volume;
@@ -178,7 +178,7 @@ class WinPendingCalls : public PendingCalls {
 
 }  // namespace
 
-// The headers of mingw-w64 may be older than the first two.
+// The headers of mingw-w64 may lack the first two.
 bool is_online_only(std::uint32_t attributes) {
   constexpr std::uint32_t recall_on_data_access = 0x00400000;
   constexpr std::uint32_t recall_on_open = 0x00040000;
@@ -192,7 +192,7 @@ std::optional<SystemError> WinFileSystem::list_folder(const std::string& folder,
   const HANDLE first = find_first(path_of(folder, "*"), entry);
   if (first == INVALID_HANDLE_VALUE) {
     const DWORD code = GetLastError();
-    // An empty drive has not even the entry "." in its root.
+    // The root of an empty drive does not even have the entry ".".
     if (code == ERROR_FILE_NOT_FOUND) return std::nullopt;
     return system_error(code);
   }
@@ -222,7 +222,7 @@ std::unique_ptr<FileReader> WinFileSystem::reader() const {
   return std::make_unique<WinFileReader>();
 }
 
-// Source: the documentation of IOCTL_STORAGE_QUERY_PROPERTY.
+// This follows the documentation of IOCTL_STORAGE_QUERY_PROPERTY.
 bool WinFileSystem::has_to_seek(const std::string& folder) const {
   const Handle volume = open_volume(long_path(folder));
   if (!volume) return false;

@@ -7,11 +7,11 @@
 
 namespace tallowmere::win32 {
 
-/// True for the attributes of a file whose content, wholly or in part, is not on this computer:
-/// reading it would fetch it.
+/// True for the attributes of a file whose content, or part of it, is not on this computer, so that
+/// reading would fetch it.
 bool is_online_only(std::uint32_t attributes);
 
-/// The file system of Windows. Paths of any length and any name that the system has.
+/// The file system of Windows, for paths of any length and any name that the system has.
 class WinFileSystem : public FileSystem {
  public:
   std::optional<SystemError> list_folder(const std::string& folder, FolderListing& listing,

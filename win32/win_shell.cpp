@@ -21,7 +21,7 @@ Result run(SHELLEXECUTEINFOW request) {
   return last_system_error();
 }
 
-/// False where the system lacks the function, and for paths too long for it.
+/// Opens the folder with the file selected; false where the system cannot, as for a path too long.
 bool select_in_window(const std::wstring& path) {
   PIDLIST_ABSOLUTE item = nullptr;
   if (FAILED(SHParseDisplayName(path.c_str(), nullptr, &item, 0, nullptr))) return false;
@@ -30,7 +30,7 @@ bool select_in_window(const std::wstring& path) {
   return shown;
 }
 
-/// The program is named with its folder: another one of its name, planted on the path, does not do.
+/// Returns the program's path with its folder, so that no other program planted on the path is run.
 std::wstring explorer() {
   std::wstring folder(MAX_PATH, L'\0');
   folder.resize(GetWindowsDirectoryW(folder.data(), MAX_PATH));

@@ -11,7 +11,7 @@ class WinShell : public SystemShell {
  public:
   using Result = std::optional<SystemError>;
 
-  /// `owner` is under what the system shows.
+  /// What the system shows appears over `owner`.
   explicit WinShell(HWND owner) : owner_(owner) {}
 
   Result show_in_folder(const std::string& path) override;
