@@ -43,8 +43,8 @@ HelpPage criteria_examples();
 /// The program's name and version, and what it is.
 inline constexpr std::string_view about_title = "Tallowmere 32 - Version " TALLOWMERE_VERSION;
 inline constexpr std::string_view about_text =
-    "Searches the contents of many files at once for words and phrases, lists the files that hold "
-    "them, and shows every hit.\n\n"
-    "Files are only read, unless you copy, move, rename or delete them.";
+    "Searches the contents of many files at once for words and phrases, lists the files that "
+    "contain them, and shows every hit.\n\n"
+    "The program only reads your files, unless you copy, move, rename or delete them.";
 
 }  // namespace tallowmere
