@@ -170,8 +170,8 @@ FunctionEnd
 Function LeaveDirectoryPage
   Call FindObstacle
   ${If} $5 != ""
-    MessageBox MB_OK|MB_ICONEXCLAMATION "$INSTDIR holds another $5, which this setup has not \
-      installed. It stays as it is: please choose another folder."
+    MessageBox MB_OK|MB_ICONEXCLAMATION "$INSTDIR contains another $5, which this setup did \
+      not install. It stays as it is. Choose another folder."
     Abort
   ${EndIf}
 FunctionEnd
@@ -181,7 +181,7 @@ Section "Tallowmere 32" ProgramSection
   Call FindObstacle
   ${If} $5 != ""
     SetErrorLevel 3
-    Abort "The folder holds another $5."
+    Abort "The folder contains another $5."
   ${EndIf}
   !insertmacro RequireClosedProgram
   SetOutPath "$INSTDIR"
@@ -191,10 +191,10 @@ Section "Tallowmere 32" ProgramSection
   !insertmacro Install "ReadMe.txt"
   WriteUninstaller "$INSTDIR\uninstall.exe"
   !insertmacro NoteSum "uninstall.exe"
-  !insertmacro TellKept "$INSTDIR holds files that this setup has not installed, or \
-    that have been changed since. They stay as they are:"
+  !insertmacro TellKept "These files in $INSTDIR were not installed by this setup, or \
+    were changed since. They stay as they are:"
   CreateShortcut "${SHORTCUT}" "${PROGRAM}" "" "" "" "" "" \
-    "Searches the contents of files"
+    "Searches the contents of files for words and phrases"
   ; Chosen before, but not this time.
   !insertmacro RemoveFromExplorer "Directory"
   !insertmacro RemoveFromExplorer "Drive"
@@ -212,16 +212,16 @@ Section "Tallowmere 32" ProgramSection
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" "EstimatedSize" $0
 SectionEnd
 
-Section '"Search with Tallowmere" on folders in Explorer' ExplorerSection
+Section '"Search with Tallowmere" in Explorer' ExplorerSection
   !insertmacro AddToExplorer "Directory"
   !insertmacro AddToExplorer "Drive"
 SectionEnd
 
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${ProgramSection} \
-    "The program, tallowmere-find for the command line, and an entry in the Start menu."
+    "The program, an entry in the Start menu and tallowmere-find, which is not added to PATH."
   !insertmacro MUI_DESCRIPTION_TEXT ${ExplorerSection} \
-    "An entry in the menu of every folder and drive. It starts the program with that folder."
+    "A menu entry on folders and drives that starts the program with that folder."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
 Function .onInit
@@ -229,9 +229,9 @@ Function .onInit
   ; Nobody can be asked by /S: it installs what was started.
   ${If} ${IsNativeAMD64}
   ${AndIf} ${Cmd} `MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 \
-      "This setup is for 32-bit Windows. Your Windows has 64 bits: \
-      Tallowmere32-${VERSION}-setup.exe is meant for it.$\r$\n$\r$\nInstall the program for \
-      32 bits all the same?" /SD IDYES IDNO`
+      "This setup is for 32-bit Windows. Your Windows is 64-bit: use \
+      Tallowmere32-${VERSION}-setup.exe for it.$\r$\n$\r$\nInstall the 32-bit program \
+      anyway?" /SD IDYES IDNO`
     Abort
   ${EndIf}
 !endif
@@ -252,7 +252,7 @@ Section "Uninstall"
   !insertmacro Uninstall "s_done.wav"
   !insertmacro Uninstall "ReadMe.txt"
   !insertmacro Uninstall "uninstall.exe"
-  !insertmacro TellKept "These files have been changed since they were installed. They stay in \
+  !insertmacro TellKept "These files were changed after they were installed. They stay in \
     $INSTDIR:"
   RMDir "$INSTDIR"
   Delete "${SHORTCUT}"
