@@ -45,7 +45,8 @@ void ClipboardCommands::tell(Outcome outcome) {
       return host_.message("Another program is using the Clipboard. Please try again.",
                            "Cannot Open Clipboard");
     case Outcome::failed:
-      return host_.message("The Clipboard does not take the text.", "Cannot Copy to Clipboard");
+      return host_.message("The text could not be placed onto the Clipboard. Please try again.",
+                           "Cannot Copy to Clipboard");
   }
 }
 

@@ -79,7 +79,9 @@ bool SearchRun::can_search(const CriteriaInput& input) {
   viewer_.criteria_loaded();
   const SearchCriteria& search = services_.search;
   if (!search.unicode_text || SearchPage(search, services_.page).fits()) return true;
-  window_.message(too_many_characters_text, "Cannot Search");
+  window_.message(std::string(too_many_characters_text) +
+                      "\n\nShorten them, or untick Unicode Text in the Search menu.",
+                  "Cannot Search");
   return false;
 }
 
@@ -167,8 +169,10 @@ void SearchRun::go_through(const std::function<void()>& search) {
     search();
   } catch (const std::bad_alloc&) {
     stop_ = true;
-    window_.message("There is not enough memory to search on. The files found so far are kept.",
-                    search_stopped_text);
+    window_.message(
+        "There is not enough memory to continue the search. The files found so far stay in the "
+        "list. Close other programs and search again.",
+        search_stopped_text);
   }
 }
 

@@ -126,14 +126,14 @@ void frmPath::wire_check_box(int id) {
 }
 
 void frmPath::set_tips() {
-  tips_.set(chkHidden.handle(), "Hidden and system files and folders are searched, too.");
+  tips_.set(chkHidden.handle(), "Searches hidden and system files and folders, too.");
   tips_.set(
       chkOnline.handle(),
-      "Files that are only in the cloud are fetched to be searched. Without the tick they are "
-      "counted as not read.");
+      "Fetches files that are only in the cloud and searches them. When this is not ticked, they "
+      "count as not read.");
   tips_.set(txtLeaveOut.handle(),
-            "Files and folders with these names are left out, such as .git; node_modules; *.bak. "
-            "* stands for any characters, ? for one.");
+            "Leaves out files and folders with these names, separated by \";\", such as .git; "
+            "node_modules; *.bak. * stands for any characters, ? for one.");
 }
 
 void frmPath::show(HWND owner, HWND main_window) {

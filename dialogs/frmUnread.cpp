@@ -156,7 +156,7 @@ void frmUnread::cmdCopy_Click() {
     copied = clipboard && clipboard.set_text(unread_lines(unread_, rows));
   }
   if (copied) return;
-  win32::message_box(handle(), "The Clipboard does not take the text. Please try again.",
+  win32::message_box(handle(), "The text could not be placed onto the Clipboard. Please try again.",
                      "Cannot Copy to Clipboard", win32::BoxIcon::exclamation);
 }
 

@@ -57,9 +57,9 @@ class Transfer {
         (request_.name.empty() ? source.substr(name_start(source)) : request_.name);
     FileFacts facts;
     if (name_key(source) == name_key(target)) {
-      fault(source, "The file is already there");
+      fault(source, "The file is already in that folder");
     } else if (taken_.contains(name_key(target))) {
-      fault(source, "Another of the selected files has taken its name there");
+      fault(source, "Another selected file with the same name was placed there first");
     } else if (const auto error = operations_.facts(source, facts)) {
       fault(source, error->text);
     } else {

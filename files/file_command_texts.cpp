@@ -47,13 +47,14 @@ std::string delete_question(const SelectedFiles& files, std::size_t unrecoverabl
   const std::string path = "\"" + files.folder + files.name + "\"";
   std::string text = "Delete " + (one ? path : files_text(files)) + " from Disk?\n\n";
   if (unrecoverable == 0) {
-    text += one ? "It goes to the Recycle Bin." : "They go to the Recycle Bin.";
+    text += one ? "It will be moved to the Recycle Bin." : "They will be moved to the Recycle Bin.";
   } else if (unrecoverable == files.count) {
-    text += one ? "There is no Recycle Bin for it: it will be gone for good."
-                : "There is no Recycle Bin for them: they will be gone for good.";
+    text += one ? "There is no Recycle Bin for it: it will be deleted permanently."
+                : "There is no Recycle Bin for them: they will be deleted permanently.";
   } else {
     text += "There is no Recycle Bin for " + std::to_string(unrecoverable) +
-            " of them: " + (unrecoverable == 1 ? "it" : "these") + " will be gone for good.";
+            " of them: " + (unrecoverable == 1 ? "it" : "these") +
+            " will be deleted permanently. The others will be moved to the Recycle Bin.";
   }
   return text;
 }

@@ -69,9 +69,11 @@ std::string name_fault(std::string_view name) {
   }
   if (std::ranges::any_of(name, is_control)) return "A name cannot contain control characters.";
   if (name.ends_with('.') || name.ends_with(' ')) {
-    return "A name cannot end with a period or a blank.";
+    return "A name cannot end with a period or a space.";
   }
-  if (is_device(name)) return "Windows keeps the name \"" + std::string(name) + "\" for a device.";
+  if (is_device(name)) {
+    return "Windows reserves the name \"" + std::string(name) + "\" for a device.";
+  }
   if (to_utf16(name).size() > longest_name) {
     return "A name cannot be longer than " + std::to_string(longest_name) + " characters.";
   }

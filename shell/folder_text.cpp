@@ -38,8 +38,7 @@ std::string folder_refused_message(const std::string& path, const SystemError& e
 std::string no_whole_path_message(const std::string& path) {
   return path +
          "\n\nType the whole path of a folder, such as C:\\Documents or \\\\server\\share, or "
-         "choose "
-         "one from the lists.";
+         "choose one from the lists.";
 }
 
 }  // namespace tallowmere

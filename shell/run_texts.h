@@ -18,7 +18,7 @@ inline constexpr std::string_view search_stopped_text = "Search Stopped";
 
 /// Why criteria cannot be searched for in Unicode text (see SearchPage).
 inline constexpr std::string_view too_many_characters_text =
-    "The criteria hold more than 126 different characters beyond ASCII.";
+    "The criteria contain more than 126 different characters beyond ASCII.";
 static_assert(SearchPage::most == 126);
 
 /// Matches above which sorting_found_text is shown.

@@ -41,7 +41,7 @@ std::string reading_text(const RunOutcome& run) {
 std::string types_text(const RunOutcome& run) {
   const std::int64_t files = run.left_out.types;
   if (run.searched == 0)
-    return "No file of the ticked types, " + std::to_string(files) + " of others";
+    return counted(files, " file, but not of a ticked type", " files, but none of a ticked type");
   return counted(files, " file is of a type that is", " files are of types that are") +
          " not ticked";
 }

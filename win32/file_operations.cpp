@@ -41,7 +41,7 @@ Result check_source(const std::u16string& path) {
   const DWORD attributes = GetFileAttributesW(wide(path));
   if (attributes == INVALID_FILE_ATTRIBUTES) return last_system_error();
   if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return std::nullopt;
-  return SystemError{ERROR_DIRECTORY, "It is a folder now"};
+  return SystemError{ERROR_DIRECTORY, "It is now a folder, not a file"};
 }
 
 Result information(const std::u16string& path, BY_HANDLE_FILE_INFORMATION& facts) {
@@ -83,7 +83,7 @@ Result check_seen(const Target& target) {
   if (!target.replace.seen || facts_of(target.path, now) || now == *target.replace.seen) {
     return std::nullopt;
   }
-  return SystemError{ERROR_FILE_EXISTS, "The file to be replaced has changed"};
+  return SystemError{ERROR_FILE_EXISTS, "The file to be replaced was changed in the meantime"};
 }
 
 /// Checks before any work whether `source` may be placed at `target`.
@@ -94,11 +94,11 @@ Result check_target(const std::u16string& source, const Target& target) {
     return last_system_error();
   }
   if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-    return SystemError{ERROR_ALREADY_EXISTS, "A folder of the same name is in the way"};
+    return SystemError{ERROR_ALREADY_EXISTS, "A folder with this name already exists"};
   }
   if (!target.replace.allowed) return system_error(ERROR_FILE_EXISTS);
   if (is_same_file(source, target.file)) {
-    return SystemError{ERROR_ALREADY_EXISTS, "The file there is this file itself"};
+    return SystemError{ERROR_ALREADY_EXISTS, "The source and the target are the same file"};
   }
   if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
     return SystemError{ERROR_ACCESS_DENIED, "The file to be replaced is read-only"};
@@ -265,7 +265,7 @@ Result check_copy(const std::u16string& source, const SizeAndTime& before,
   if (auto error = size_and_time(source, now)) return error;
   if (auto error = size_and_time(copy, copied)) return error;
   if (now != before || copied.size != now.size) {
-    return SystemError{ERROR_INVALID_DATA, "The file changed while it was moved"};
+    return SystemError{ERROR_INVALID_DATA, "The file was changed while it was being moved"};
   }
   // A read-only file was copied as such and cannot be opened for writing; the system writes it to
   // the disk in its own time.
@@ -291,7 +291,7 @@ Result move_across(const std::u16string& source, const Target& target, const Pro
     delete_file(target.file);
     return error;
   }
-  error->text = "The file was copied, but the original cannot be removed: " + error->text;
+  error->text = "The file was copied, but the original could not be deleted: " + error->text;
   return error;
 }
 
@@ -321,7 +321,7 @@ Result make_folder(const std::u16string& path, std::vector<std::u16string>& made
   if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
     return std::nullopt;
   }
-  return SystemError{ERROR_DIRECTORY, "A file of the same name is in the way"};
+  return SystemError{ERROR_DIRECTORY, "A file with this name already exists"};
 }
 
 }  // namespace
@@ -375,7 +375,7 @@ Result WinFileOperations::remove(const std::string& path, bool recycle) {
   }
   if (auto error = bin_.put(path)) return error;
   if (GetFileAttributesW(wide(file)) == INVALID_FILE_ATTRIBUTES) return std::nullopt;
-  return SystemError{ERROR_ACCESS_DENIED, "The Recycle Bin has not taken the file"};
+  return SystemError{ERROR_ACCESS_DENIED, "Windows could not move the file to the Recycle Bin"};
 }
 
 /// Makes a folder and those above it. One of these may be closed to the user, as the one above each

@@ -8,11 +8,11 @@ namespace tallowmere::win32 {
 
 namespace {
 
-constexpr wchar_t title[] = L"Cannot Go On";
+constexpr wchar_t title[] = L"Cannot Continue";
 constexpr wchar_t no_memory[] =
     L"There is not enough memory for this. Close other programs and try again.";
 constexpr wchar_t no_resources[] =
-    L"Windows does not have what this needs. Close other programs and try again.";
+    L"Windows has too few resources left for this. Close other programs and try again.";
 
 }  // namespace
 

@@ -54,7 +54,8 @@ SystemError shell_error(int code) {
     case unknown:
       return system_error(ERROR_PATH_NOT_FOUND);
   }
-  return {code, "The Recycle Bin does not take the file (" + std::to_string(code) + ")"};
+  return {code, "Windows could not move the file to the Recycle Bin (error " +
+                    std::to_string(code) + ")"};
 }
 
 }  // namespace

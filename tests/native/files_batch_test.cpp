@@ -200,8 +200,8 @@ TEST_F(FileBatchTest, OneFailureKeepsNoOtherBack) {
   std::string faults;
   for (const auto& [path, reason] : outcome.faults) faults += path + ": " + reason + "\n";
   EXPECT_EQ(faults,
-            "/a/locked: in use\n/a/gone: not found\n/to/THERE: The file is already there\n"
-            "/b/X: Another of the selected files has taken its name there\n");
+            "/a/locked: in use\n/a/gone: not found\n/to/THERE: The file is already in that folder\n"
+            "/b/X: Another selected file with the same name was placed there first\n");
   EXPECT_EQ(on_disk({"/to/x", "/b/x"}), "/a/x/b/X");
   EXPECT_EQ(user.asked, "");
 }

@@ -122,11 +122,13 @@ TEST(FileCommandTexts, FailuresAndQuestions) {
 
   const SelectedFiles one{"a.txt", "C:\\docs\\", 1}, many{"a.txt", "C:\\docs\\", 12};
   EXPECT_EQ(delete_question(one, 0),
-            "Delete \"C:\\docs\\a.txt\" from Disk?\n\nIt goes to the Recycle Bin.");
+            "Delete \"C:\\docs\\a.txt\" from Disk?\n\nIt will be moved to the Recycle Bin.");
   EXPECT_TRUE(remove_question(one).ends_with("The file stays on the Disk."));
-  EXPECT_TRUE(delete_question(many, 1).ends_with("for 1 of them: it will be gone for good."));
-  for (const auto& [files, lost] : {std::pair{one, 1}, {many, 12}, {many, 2}}) {
-    EXPECT_TRUE(delete_question(files, lost).ends_with("will be gone for good.")) << lost;
+  EXPECT_TRUE(delete_question(many, 1).ends_with(
+      "for 1 of them: it will be deleted permanently. The others will be moved to the Recycle "
+      "Bin."));
+  for (const auto& [files, lost] : {std::pair{one, 1}, {many, 12}}) {
+    EXPECT_TRUE(delete_question(files, lost).ends_with("will be deleted permanently.")) << lost;
   }
 }
 

@@ -194,8 +194,7 @@ TEST(WindowNote, ARunThatListsNothingSaysWhatLeftTheFilesOut) {
             "the dates; the code page lacks a character of the criteria. [Read Unicode text]; "
             "[2 files were not read]");
   run = {.unread = 1, .nothing_listed = true, .left_out = {1, 1, 0}};
-  EXPECT_EQ(told(),
-            "No file of the ticked types, 1 of others; 1 name was left out; [1 file was not read]");
+  EXPECT_EQ(told(), "1 file, but not of a ticked type; 1 name was left out; [1 file was not read]");
   run.nothing_listed = false;
   EXPECT_EQ(told(), "[1 file was not read]");
   run = {.nothing_listed = true};

@@ -102,7 +102,8 @@ TEST_F(FileCommandsTest, DeletesWhatIsConfirmed) {
         id == IDYES ? std::make_unique<User>("Cannot Delete File", press_button(IDOK)) : nullptr;
     commands.delete_files(paths({1, 2, 3}));
   }
-  EXPECT_TRUE(text.ends_with("There is no Recycle Bin for them: they will be gone for good."));
+  EXPECT_TRUE(
+      text.ends_with("There is no Recycle Bin for them: they will be deleted permanently."));
   EXPECT_EQ(listed(), deep + "1|" + deep + "gone|");
   EXPECT_EQ(list.matched_count, 2);
   EXPECT_EQ(take_calls(), "removed1 viewed3 ");

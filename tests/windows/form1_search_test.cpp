@@ -114,7 +114,7 @@ TEST_F(Form1SearchTest, WithoutMemoryItKeepsWhatItHasFoundAndGoesOn) {
   // In any other handler: reported, and the viewer can be used again.
   files.on_read = [] { throw std::bad_alloc(); };
   {
-    const User user("Cannot Go On", press_button(IDOK));
+    const User user("Cannot Continue", press_button(IDOK));
     click_row(0);
   }
   files.on_read = {};
