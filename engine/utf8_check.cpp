@@ -102,8 +102,8 @@ std::size_t surely_valid(std::string_view text) {
 
 #if !defined(_WIN32)
 /// Returns a place before which all is ASCII. Every search asks this of nearly every byte: wide
-/// registers are worth their few lines. Not on Windows: the compiler does not keep the stack aligned
-/// for them there.
+/// registers are worth their few lines. Not on Windows: the compiler does not keep the stack
+/// aligned for them there.
 __attribute__((target("avx2"))) std::size_t skip_ascii_wide(std::string_view text) {
   const auto* from = reinterpret_cast<const __m256i*>(text.data());
   std::size_t at = 0;
