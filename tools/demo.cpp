@@ -168,7 +168,7 @@ void show_pictures(const std::string& path, const std::string& folder) {
   picture_dialogs(program, criteria);
   program.begin(criteria, any_word, "lantern storm");
   if (!program.wait_for_end()) throw std::runtime_error("the search does not end");
-  view_row(program, 0);
+  view_row(program, 3);  // with several hits
   take_picture("main", program.window().text());
   picture_viewer(program);
   picture_actions(program);
