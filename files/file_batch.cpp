@@ -12,13 +12,13 @@
 namespace tallowmere {
 namespace {
 
-/// Where a path's name begins.
+/// Returns where a path's name begins.
 std::size_t name_start(std::string_view path) {
   return path.rfind(path_separator) + 1;
 }
 
-/// Where to go from `row` once `removed` of `count` rows are gone: the row itself, else the one
-/// that takes its place, else the last; -1 when no row is left. `removed` is ascending.
+/// Returns where to go from `row` once `removed` of `count` rows are gone: the row itself, else the
+/// one that takes its place, else the last; -1 when no row is left. `removed` is ascending.
 std::ptrdiff_t row_after_removal(std::size_t row, std::span<const std::size_t> removed,
                                  std::size_t count) {
   const auto above = std::ranges::lower_bound(removed, row) - removed.begin();
@@ -37,7 +37,7 @@ class Transfer {
   BatchOutcome run(std::span<const std::string> paths) {
     outcome_.selected = paths.size();
     for (std::size_t i = 0; i < paths.size() && !outcome_.stopped; ++i) {
-      // Replaced by a file that was moved before it.
+      // A file that was moved before has replaced this one.
       if (moves() && taken_.contains(name_key(paths[i]))) continue;
       if (user_.at_file(i, paths.size(), paths[i])) {
         transfer(paths[i]);
@@ -77,8 +77,8 @@ class Transfer {
     return facts;
   }
 
-  /// Begins anew whenever the target turns out to be another one than it was: what the user let go
-  /// is only what the question showed.
+  /// Writes one file. Begins again whenever the target has changed: the user agreed to replace only
+  /// what the question showed.
   void put(const std::string& source, const FileFacts& source_facts, const std::string& target) {
     std::optional<FileFacts> let_go;
     for (;;) {
@@ -134,7 +134,7 @@ class Transfer {
   std::unordered_set<std::string> taken_;  ///< the keys of the targets written
 };
 
-/// Works out what an outcome means for the records. No events are served meanwhile.
+/// Applies an outcome to the records. No events are served meanwhile.
 class ListUpdate {
  public:
   ListUpdate(ResultList& list, const BatchOutcome& outcome) : list_(list), outcome_(outcome) {}
@@ -212,7 +212,7 @@ class ListUpdate {
   ResultList& list_;
   const BatchOutcome& outcome_;
   ListChange change_;
-  std::size_t first_row_ = 0;         ///< the topmost of those that the command was for
+  std::size_t first_row_ = 0;         ///< the topmost row that the command was for
   std::vector<std::size_t> removed_;  ///< ascending
   std::unordered_map<std::string, std::size_t> replacing_;  ///< their rows by the key of the path
 };

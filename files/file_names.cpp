@@ -19,7 +19,7 @@ constexpr std::string_view numbered_devices[] = {"COM", "LPT"};
 constexpr std::string_view device_numbers[] = {"1", "2", "3", "4",        "5",        "6",
                                                "7", "8", "9", "\xC2\xB9", "\xC2\xB2", "\xC2\xB3"};
 
-/// A device's name stays one with an extension: "nul.txt".
+/// True for a device's name, also with an extension: "nul.txt".
 bool is_device(std::string_view name) {
   std::string stem = name_key(name.substr(0, name.find('.')));
   stem.erase(stem.find_last_not_of(' ') + 1);
@@ -45,7 +45,7 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(start, text.find_last_not_of(blanks) + 1 - start);
 }
 
-/// Takes the root off `text` when it begins with one; without one the path goes on from `open`.
+/// Removes the root from `text` and returns it; without one, the path goes on from `open`.
 std::string take_root(const std::string& open, std::string_view& text, char separator) {
   if (text.size() >= 2 && text[1] == ':' && (text.size() == 2 || is_slash(text, 2))) {
     const std::string root{text[0], ':', separator};

@@ -29,7 +29,7 @@ FolderLookup look_up_typed(const FileSystem& files, const std::string& path,
   const std::size_t separator = path.rfind(path_separator);
   if (!lookup.error || separator == std::string::npos) return lookup;
   const std::string folder = path.substr(0, separator + 1);
-  // Only what is a file opens.
+  // Only a file can be opened.
   if (files.reader()->open(folder, std::string_view(path).substr(separator + 1))) return lookup;
   return look_up_first(files, {folder}, go_on);
 }

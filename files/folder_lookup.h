@@ -10,24 +10,24 @@
 
 namespace tallowmere {
 
-/// What came of looking for a folder.
+/// The result of looking for a folder.
 struct FolderLookup {
-  FolderTree tree;                   ///< stands on the folder
+  FolderTree tree;                   ///< has the folder open
   std::optional<SystemError> error;  ///< why there is none
 };
 
 // All of these wait for the disk, and ask `go_on` during long listings.
 
-/// The first of `paths` that can be opened; else the error of the last.
+/// Finds the first of `paths` that can be opened; else returns the error of the last.
 FolderLookup look_up_first(const FileSystem& files, const std::vector<std::string>& paths,
                            const std::function<bool()>& go_on);
 
-/// The folder that a search has, or else `fallback`. One on a share stays even when the share does
-/// not answer: it may tomorrow.
+/// Opens the folder of a search, or else `fallback`. A folder on a share stays even when the share
+/// does not answer: it may tomorrow.
 FolderLookup look_up_saved(const FileSystem& files, const std::string& path,
                            const std::string& fallback, const std::function<bool()>& go_on);
 
-/// A folder, or the one that a file lies in; else the error of `path` itself.
+/// Opens a folder, or the folder of a file; else returns the error of `path` itself.
 FolderLookup look_up_typed(const FileSystem& files, const std::string& path,
                            const std::function<bool()>& go_on);
 

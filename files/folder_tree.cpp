@@ -8,7 +8,7 @@
 namespace tallowmere {
 namespace {
 
-/// Bytes of the root at the start of `path`, with its separator: \\server\share\, C:\ or /.
+/// Returns the length of the root of `path`, with its separator: \\server\share\, C:\ or /.
 std::size_t root_length(const std::string& path, char separator) {
   const auto behind_separator = [&](std::size_t from) {
     const std::size_t found = path.find(separator, from);

@@ -23,14 +23,14 @@ struct FolderRow {
   FolderKind kind = FolderKind::child;
 };
 
-/// The rows of `path` and its ancestors, the root first. Roots are C:\, \\server\share\ and, on
-/// systems without drives, /.
+/// Returns the rows of `path` and its ancestors, the root first. Roots are C:\, \\server\share\
+/// and, on systems without drives, /.
 std::vector<FolderRow> folder_ancestry(const std::string& path, char separator);
 
-/// A path such as \\server\share\x, which lies on no drive.
+/// True for a path such as \\server\share\x, which is on no drive.
 bool is_share(std::string_view path);
 
-/// What a folder list box shows: the ancestors of one open folder, the folder, its subfolders.
+/// What a folder list box shows: the ancestors of the open folder, that folder, its subfolders.
 class FolderTree {
  public:
   /// Opens a folder; on failure everything stays as it was. `go_on` is asked during long listings;
@@ -38,13 +38,13 @@ class FolderTree {
   std::optional<SystemError> open(const FileSystem& files, const std::string& path,
                                   const std::function<bool()>& go_on);
 
-  /// Stands on a folder that cannot be listed, without its subfolders.
+  /// Opens a folder that cannot be listed, without its subfolders.
   void open_unlisted(const std::string& path);
 
-  /// Of the open folder, with its final separator; empty before the first open().
+  /// Returns the open folder with its final separator; empty before the first open().
   const std::string& path() const { return path_; }
   const std::vector<FolderRow>& rows() const { return rows_; }
-  /// The row of the open folder; -1 before the first open().
+  /// Returns the row of the open folder; -1 before the first open().
   int open_row() const { return open_row_; }
 
  private:
@@ -53,8 +53,8 @@ class FolderTree {
   int open_row_ = -1;
 };
 
-/// Which folder the tree opens when `drive` was chosen: `path` when it lies on that drive, else the
-/// drive itself. An empty `path` first becomes the tree's folder.
+/// Returns the folder that the tree opens when `drive` was chosen: `path` when it is on that drive,
+/// else the drive itself. An empty `path` first becomes the tree's folder.
 std::string set_dir_to_drive(const std::string& drive, std::string& path,
                              const std::string& tree_path);
 

@@ -8,9 +8,9 @@
 namespace tallowmere {
 namespace {
 
-/// Takes what stands in braces; `position` is behind the opening one.
+/// Takes what is in braces; `position` is after the opening one.
 void take_braced(std::string_view keys, std::size_t& position, KeyEvent& event) {
-  // A closing brace right behind the opening one is the braced character itself.
+  // A closing brace right after the opening one is the braced character itself.
   const std::size_t closing = std::min(keys.find('}', position + 1), keys.size());
   const std::string_view name = keys.substr(position, closing - position);
   position = std::min(closing + 1, keys.size());

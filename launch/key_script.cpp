@@ -64,7 +64,7 @@ constexpr Script scripts[] = {
     {"cardfile", cardfile}, {"msworks", msworks},
 };
 
-/// The first piece without control characters.
+/// Returns the first piece without control characters.
 std::string first_line(std::string_view text) {
   const auto is_control = [](char c) { return static_cast<unsigned char>(c) < 0x20; };
   const auto* begin = std::find_if_not(text.begin(), text.end(), is_control);
@@ -91,7 +91,7 @@ ScriptStep step_of(const Line& line, const std::string& keys) {
   return {Kind::send, text};
 }
 
-/// The first term's text, as a search of Unicode text or of the code page has it.
+/// Returns the first term's text, as a search of Unicode text or of the code page has it.
 FindRequest first_term(const SearchCriteria& search, const CodePage& page) {
   if (search.unicode_text) {
     const SearchPage unicode(search, page);

@@ -16,12 +16,12 @@ struct FindRequest {
   bool match_case = false;
 };
 
-/// From the current search: the first term, or the whole of a phrase. Of a text with control
-/// characters, which no Find dialog takes, the first piece without.
+/// Makes the request from the current search: the first term, or the whole phrase. From a text with
+/// control characters, which no Find dialog takes, it takes the first piece without them.
 FindRequest find_request(const SearchCriteria& search, const CodePage& page);
 
-/// The text in keystroke notation. Characters that mean something in it stand in braces, those
-/// without an upper-case form of their own (capitals, digits, blanks, punctuation) get a "+".
+/// Writes a text in keystroke notation. Characters with a meaning there are put in braces; those
+/// without an upper-case form (capitals, digits, spaces, punctuation) get a "+".
 std::string escape_keys(std::string_view text);
 
 struct ScriptStep {
@@ -29,7 +29,7 @@ struct ScriptStep {
     activate,   ///< bring the window with the title `text` to the front
     wait,       ///< let `seconds` go by
     send,       ///< send the keys `text`
-    send_text,  ///< send the keys `text`: the text to find, for a Find dialog and nothing else
+    send_text,  ///< send the keys `text`, the text to find, to a Find dialog and nothing else
     send_wait   ///< send the keys `text` and wait until they have been processed
   };
   Kind kind;
@@ -37,8 +37,8 @@ struct ScriptStep {
   double seconds = 0;
 };
 
-/// The steps that make the program `app` (an app_base_name) find the text; empty when it is none of
-/// the known editors or there is no text.
+/// Returns the steps that make the program `app` (an app_base_name) find the text; empty when it is
+/// not one of the known editors or there is no text.
 std::vector<ScriptStep> build_script(std::string_view app, const FindRequest& request);
 
 }  // namespace tallowmere

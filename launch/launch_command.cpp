@@ -13,7 +13,7 @@ bool same_ascii_letter(char a, char b) {
   return to_lower(static_cast<unsigned char>(a)) == to_lower(static_cast<unsigned char>(b));
 }
 
-/// Where the program's extension begins, or the arguments of a command without one.
+/// Returns where the program's extension begins, or the arguments of a command without one.
 std::size_t program_end(std::string_view command) {
   for (const std::string_view spelling : {program_extension, std::string_view(".EXE")}) {
     const std::size_t found = command.find(spelling);
@@ -25,8 +25,8 @@ std::size_t program_end(std::string_view command) {
   return std::min(command.find('"', 1), command.size());
 }
 
-/// A program with a blank in its path is quoted, as the system itself does it when it finds such a
-/// program: what is started would otherwise take the rest of its own path for an argument.
+/// Quotes a program with a space in its path, as the system itself does: otherwise the program
+/// would take the rest of its own path for an argument.
 std::string as_first_word(std::string_view program) {
   if (program.find(' ') == std::string_view::npos) return std::string(program);
   return "\"" + std::string(program) + "\"";

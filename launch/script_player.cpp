@@ -50,11 +50,12 @@ ScriptEnd ScriptPlayer::play_step(const ScriptStep& step) {
       break;
   }
   const ScriptEnd end = send(step.text, false);
-  // An editor that searches for longer keeps the keys that follow in its queue.
+  // An editor that searches longer keeps the following keys in its queue.
   return end == ScriptEnd::done ? settle(ScriptEnd::done) : end;
 }
 
-/// A window that was activated before and has lost the front stays behind: the user went elsewhere.
+/// Activates the window with this title. One that was activated before and is no longer in front
+/// is not brought back: the user went elsewhere.
 ScriptEnd ScriptPlayer::activate(const std::string& title) {
   const bool again = title == title_;
   title_ = title;
@@ -107,7 +108,7 @@ ScriptEnd ScriptPlayer::wait_seconds(double seconds) {
   return wait_until([] { return false; }, seconds, ScriptEnd::done);
 }
 
-/// `otherwise` is the answer when the time has gone by.
+/// Waits until `ready` is true; returns `otherwise` when the time is over.
 ScriptEnd ScriptPlayer::wait_until(const std::function<bool()>& ready, double seconds,
                                    ScriptEnd otherwise) {
   const double end = stage_.seconds() + seconds;

@@ -10,16 +10,16 @@
 
 namespace tallowmere {
 
-/// What the next key would reach.
+/// What would receive the next key.
 enum class KeyTarget {
   elsewhere,  ///< some other window, or none
   window,     ///< the activated window itself, where a key may change a document
   menu,       ///< a menu of the activated window
   dialog,     ///< a window over the activated one
-  text_field  ///< the same, with the insertion mark in a field for text
+  text_field  ///< the same, with the caret in a field for text
 };
 
-/// How far a window has come to the front.
+/// Whether a window has come to the front.
 enum class Activation {
   waiting,
   done,
@@ -32,9 +32,9 @@ class KeyStage {
   virtual ~KeyStage() = default;
 
   /// Looks for the window once, makes it the activated one and brings it to the front. Done when it
-  /// stands there and takes keys.
+  /// is there and takes keys.
   virtual Activation try_activate(std::string_view title) = 0;
-  /// Asked right before each key.
+  /// Returns what would receive the next key; asked right before each key.
   virtual KeyTarget target() = 0;
   /// True when the user holds no Shift, Ctrl, Alt or Windows key, which would join those sent.
   virtual bool keyboard_free() = 0;
@@ -43,7 +43,7 @@ class KeyStage {
   virtual bool keys_processed() = 0;
 
   virtual double seconds() const = 0;  ///< of a clock that never goes back
-  /// Serves events for a moment. False: the script is to end.
+  /// Serves events for a moment; false when the script is to end.
   virtual bool pause() = 0;
 };
 
@@ -58,17 +58,17 @@ enum class ScriptEnd {
   interrupted
 };
 
-/// Plays a script: waits serve events, and no key is sent that would reach another window than the
-/// activated one and those over it. Text and Enter go to menus and dialogs only, never to the
-/// window itself, where they would change the user's document; the text to find only to a text
-/// field, because a message over the window would take letters for its buttons.
+/// Plays a script: waits serve events, and keys go only to the activated window and those over it.
+/// Text and Enter go only to menus and dialogs, never to the window itself, where they would change
+/// the user's document. The text to find goes only to a text field, because a message over the
+/// window would take letters for its buttons.
 class ScriptPlayer {
  public:
   explicit ScriptPlayer(KeyStage& stage) : stage_(stage) {}
 
   ScriptEnd play(const std::vector<ScriptStep>& steps);
 
-  /// The title of the last window that the script wanted.
+  /// Returns the title of the last window that the script wanted.
   const std::string& title() const { return title_; }
 
  private:
@@ -85,7 +85,7 @@ class ScriptPlayer {
   bool settling_ = false;  ///< the last key may yet open or close a menu or a dialog
 };
 
-/// What the status bar says of a script that ended so; empty when there is nothing to say.
+/// Returns what the status bar says about a script's end; empty when there is nothing to say.
 std::string script_status(ScriptEnd end, std::string_view title);
 
 }  // namespace tallowmere

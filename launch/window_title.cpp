@@ -14,7 +14,8 @@ TitleMatch match_lower_case(std::string_view have, std::string_view want) {
   return have.ends_with(want) ? TitleMatch::ends_with : TitleMatch::none;
 }
 
-/// Editors write "*a.txt - Editor", "Editor - [a.txt]", "C:\docs\a.txt (read only) - Editor".
+/// True when a file's name may follow this text. Editors write "*a.txt - Editor",
+/// "Editor - [a.txt]", "C:\docs\a.txt (read only) - Editor".
 bool may_stand_before_name(std::string_view text) {
   constexpr std::string_view marks = "*\\/[(\"'";
   return text.empty() || text.ends_with("- ") || marks.find(text.back()) != marks.npos;
