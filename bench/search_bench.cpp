@@ -22,7 +22,7 @@ const CodePage& page() {
   return value;
 }
 
-/// Text that looks like prose to a search: words of small letters, blanks, some capitals.
+/// Returns text that looks like prose to a search: words of small letters, spaces, some capitals.
 const std::string& prose() {
   static const std::string text = [] {
     std::mt19937 random(20240517);
@@ -73,8 +73,8 @@ void BM_OneCharacter(benchmark::State& state) {
 }
 BENCHMARK(BM_OneCharacter);
 
-/// A pattern of one letter in a text of nothing else but a break now and then, so that every
-/// place is a candidate and no comparison ends early.
+/// Searches a text of one letter, with a break now and then, for a pattern of that letter, so that
+/// every place is a candidate and no comparison ends early.
 void BM_RunOfOneLetter(benchmark::State& state) {
   const auto length = static_cast<std::size_t>(state.range(0));
   std::string text(text_size, 'a');
@@ -132,7 +132,7 @@ void BM_ManyTermsOneByOne(benchmark::State& state) {
 }
 BENCHMARK(BM_ManyTermsOneByOne)->Arg(4)->Arg(16)->Arg(50);
 
-/// A file that repeats `text` without end in sight; reading costs a copy, as it does from a cache.
+/// A file of `size` bytes that repeats `text`; reading costs a copy, as it does from a cache.
 class RepeatedFile : public FileReader {
  public:
   RepeatedFile(const std::string& text, std::size_t size) : text_(text), left_(size) {}
@@ -187,7 +187,7 @@ void BM_MatchFile(benchmark::State& state) {
 }
 BENCHMARK(BM_MatchFile)->DenseRange(search_and, search_near);
 
-/// Words of `letters` characters from `first` on, with blanks between them, as UTF-8.
+/// Returns words of `letters` characters from `first` on, with spaces between them, as UTF-8.
 std::string words_of(char32_t first, unsigned letters) {
   std::mt19937 random(20240517);
   std::string made;
@@ -200,7 +200,7 @@ std::string words_of(char32_t first, unsigned letters) {
   return made;
 }
 
-/// Files in Cyrillic, Chinese and ASCII that are decoded: as UTF-8 and as both kinds of UTF-16.
+/// Decodes files in Cyrillic, Chinese and ASCII: as UTF-8 and as both kinds of UTF-16.
 void BM_DecodeFile(benchmark::State& state) {
   const std::string texts[] = {words_of(0x430, 32), words_of(0x4E00, 3000), prose()};
   std::string text = texts[state.range(0)];
@@ -219,7 +219,7 @@ void BM_DecodeFile(benchmark::State& state) {
 }
 BENCHMARK(BM_DecodeFile)->ArgsProduct({{0, 1, 2}, {0, 1, 2}});
 
-/// Every byte is an anchor, and no window holds what is looked for.
+/// Searches with NEAR where every byte is an anchor and no window holds what is looked for.
 void BM_NearWithAnchorsEverywhere(benchmark::State& state) {
   CriteriaInput input;
   input.search_type = search_near;
@@ -229,7 +229,7 @@ void BM_NearWithAnchorsEverywhere(benchmark::State& state) {
 }
 BENCHMARK(BM_NearWithAnchorsEverywhere);
 
-/// The list of a large search, in no order, by each of its keys.
+/// Sorts the list of a large search, in no order before, by each of its keys.
 void BM_SortRows(benchmark::State& state) {
   std::mt19937 random(20240517);
   ResultList rows;

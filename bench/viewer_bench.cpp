@@ -27,7 +27,7 @@ const CodePage& page() {
   return value;
 }
 
-/// Text that looks like prose to a search: words of small letters, blanks, some capitals.
+/// Returns text that looks like prose to a search: words of small letters, spaces, some capitals.
 const std::string& prose() {
   static const std::string text = [] {
     std::mt19937 random(20240517);
@@ -123,7 +123,7 @@ class RepeatedFile : public CountedFiles {
   }
 };
 
-/// The prose as a file of the disk, for as long as the program runs.
+/// The prose as a file on the disk while the program runs.
 class DiskFile {
  public:
   DiskFile() : folder_(with_separator(std::filesystem::temp_directory_path().string())) {
@@ -147,14 +147,14 @@ const CriteriaInput kinds[] = {
     {"absentee committee", search_and, false, 0, 0, false},
     {"absentee committee chairman", search_or, false, 0, 0, false},
     {"\"absentee\" \"committee\" \"chairman\"", search_or, true, 0, 0, false},
-    {"heelwright", search_or, false, 0, 0, false},  // stands inside many words only
+    {"heelwright", search_or, false, 0, 0, false},  // occurs only inside words
     {"the absentee committee", search_near, false, 110, 110, false},
     {"the absentee committee", search_near, false, 110, 110, true},
 };
 const char* const names[] = {"phrase", "phrase any case", "and",  "or",
                              "parts",  "whole word",      "near", "near all"};
 
-/// One step through the whole file, which has no hit.
+/// Makes one step through the whole file, which has no hit.
 void find(benchmark::State& state, CountedFiles& files, const std::string& folder,
           const std::string& name, bool forward) {
   const CriteriaInput& input = kinds[state.range(0)];

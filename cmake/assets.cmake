@@ -1,7 +1,7 @@
-# The icon and the end-of-search sound are drawn and composed by scripts while building.
+# Scripts draw the icon and compose the end-of-search sound during the build.
 #
-# tallowmere.ico is found by resource scripts through the include path (ICON "tallowmere.ico");
-# s_done.wav stands beside the program, where the program looks for it.
+# Resource scripts find tallowmere.ico through the include path (ICON "tallowmere.ico"); s_done.wav
+# is placed beside the program, where the program looks for it.
 if(WIN32)
   find_package(Python3 REQUIRED COMPONENTS Interpreter)
 

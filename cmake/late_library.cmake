@@ -2,17 +2,17 @@
 #
 #   late_library(winmm PlaySoundW@12 waveOutGetNumDevs@0)
 #
-# makes the target late_winmm, to be linked in the place of winmm. A program looks for what it
-# imports in its own folder first, before any code of it runs, unless the system keeps the DLL
-# among the known ones (tools/check-program names them). A late one is looked for where
+# makes the target late_winmm, to be linked instead of winmm. The system looks for what a program
+# imports in the program's own folder first, before any of its code runs, unless the DLL is one of
+# the known ones (tools/check-program lists them). A late library is looked for where
 # win32::load_libraries_from_system() says. The number is the size of a function's arguments in
-# 32-bit programs, which is a part of the name there.
+# 32-bit programs, where it is a part of the name.
 function(late_library dll)
   set(functions ${ARGN})
   set(options)
   if(CMAKE_SYSTEM_PROCESSOR STREQUAL "i686")
-    # The linker leaves out what is called through its pointer only: the code that loads the DLL,
-    # which the pointer leads to at first.
+    # The linker leaves out what is called only through its pointer: the code that loads the DLL,
+    # to which the pointer leads at first.
     list(TRANSFORM functions PREPEND "-Wl,--undefined=_" OUTPUT_VARIABLE options)
   else()
     list(TRANSFORM functions REPLACE "@.*" "")

@@ -16,10 +16,10 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
 # Resource scripts are UTF-8.
 set(CMAKE_RC_FLAGS_INIT "-c 65001")
-# What they include is noted while they are compiled, as for C++.
+# The compiler notes what they include, as for C++.
 set(CMAKE_DEPFILE_FLAGS_RC "--preprocessor-arg=-MD")
 foreach(argument -MF <DEP_FILE> -MT <DEP_TARGET>)
   string(APPEND CMAKE_DEPFILE_FLAGS_RC " --preprocessor-arg=${argument}")
 endforeach()
-# One file that needs nothing but Windows, without symbols.
+# The program is one file without symbols that needs only Windows.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -s")

@@ -20,7 +20,7 @@ is_installed() {
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
 }
 
-# install_packages PACKAGE...: installs those that are missing; says nothing when none is.
+# install_packages PACKAGE...: installs those that are missing; silent when none is.
 install_packages() {
     local package missing=() become=()
     for package in "$@"; do
@@ -53,9 +53,9 @@ screen_packages=(xvfb openbox imagemagick xdotool)
 use_wine() {
     export WINEPREFIX=$build/wine/$1 WINEARCH=win64
     export WINEDEBUG=${WINEDEBUG:--all}
-    # No .NET, no web engine, and no entries in the menus of the user's desktop.
+    # Wine needs no .NET and no web engine, and adds no entries to the menus of the user's desktop.
     export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d"
-    # What the tests recycle does not go into the user's own trash.
+    # What the tests recycle does not go to the user's own trash.
     export XDG_DATA_HOME=$build/wine/data
     mkdir -p "$XDG_DATA_HOME"
     # Wine smooths text only where fontconfig asks for it.
@@ -67,11 +67,11 @@ use_wine() {
 }
 
 # Starts the Wine of the current prefix and keeps it for ten minutes, so that no test has to start
-# it. Nothing of it may hold our pipes: ctest would wait for their end.
+# it. No process of it may hold our pipes: ctest would wait for their end.
 keep_wine() {
     wineserver -p120 >/dev/null 2>&1 </dev/null || true
     wine cmd /c exit >/dev/null 2>&1 </dev/null || true
-    # While some window is open, the desktop stays; to start it takes a second each time.
+    # The desktop stays while some window is open; starting it takes a second each time.
     setsid timeout 600 wine winemine >/dev/null 2>&1 </dev/null &
     disown
     sleep 1

@@ -1,9 +1,9 @@
 // Drives the real program through its windows, for people to look at:
 //
-//   demo search PROGRAM FOLDER     one search of the folder, told step by step
+//   demo search PROGRAM FOLDER     one search of the folder, described step by step
 //   demo pictures PROGRAM FOLDER   every window in turn
 //
-// Pictures are asked for on standard output, as tools/with-pictures describes.
+// It asks for pictures on standard output, as tools/with-pictures describes.
 
 #include <cstdio>
 #include <exception>
@@ -98,7 +98,7 @@ void show_search(const std::string& path, const std::string& folder) {
   if (!program.quit()) throw std::runtime_error("the program does not end");
 }
 
-/// Pictures of the dialogs that the criteria dialog opens.
+/// Takes pictures of the dialogs that the criteria dialog opens.
 void picture_dialogs(const MainWindow& program, Window criteria) {
   const Window where = program.open(criteria, IDC_SEARCH_WHERE, where_caption);
   take_picture("where", where_caption);
@@ -121,7 +121,7 @@ void view_row(const MainWindow& program, int row) {
   }
 }
 
-/// Pictures of a HyperFind and of the choice of the font.
+/// Takes pictures of a HyperFind and of the choice of the font.
 void picture_viewer(const MainWindow& program) {
   const Window box = program.control(IDC_TEXT1);
   const Window restore = program.control(IDC_CMDRESTORE);
@@ -140,11 +140,11 @@ void picture_viewer(const MainWindow& program) {
   program.close(fonts, IDCANCEL);
   program.control(IDC_LABEL2).set_text("");
   restore.click();
-  // During the run, Search would stop it.
+  // While the run goes on, Search would stop it.
   if (!program.wait_for_end()) throw std::runtime_error("the criteria are not restored");
 }
 
-/// Pictures of the copy dialog and of a help screen with an answer.
+/// Takes pictures of the copy dialog and of a help screen with an answer.
 void picture_actions(const MainWindow& program) {
   program.window().command(ID_MNUCOPY);
   const Window copy = program.program().wait_for_window("Copy Files");

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes engine/byte_ranks.inc: how common each byte is in files that people search.
 
-Run by hand over a mixture of source, documents and programs:
+Run it by hand on a mixture of source, documents and programs:
     tools/make_byte_ranks.py FOLDER... > engine/byte_ranks.inc
 """
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes engine/case_ranges.inc: Unicode's simple lower-case mapping as ranges.
 
-Run by hand when a newer Unicode version is wanted:
+Run it by hand when a newer Unicode version is wanted:
     tools/make_case_ranges.py > engine/case_ranges.inc
 """
 

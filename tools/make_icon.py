@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Draws the program's icon in all its sizes: make_icon.py OUTPUT.ico [PREVIEW.png].
 
-A sheet of text with one marked word, and a magnifying glass over it. The drawing is a list of
-shapes in a unit square, sampled several times a pixel. Standard library only; the same bytes on
-every machine.
+The icon is a sheet of text with one marked word, and a magnifying glass over it. The drawing is a
+list of shapes in a unit square, sampled several times per pixel. The script needs only the standard
+library and makes the same bytes on every machine.
 """
 
 import math
@@ -21,7 +21,7 @@ HANDLE = (196, 92, 44)
 
 
 def box(left, top, right, bottom, radius=0.0):
-    """A rectangle with rounded corners, as a test of a point."""
+    """Makes a rectangle with rounded corners, as a test of a point."""
     def inside(x, y):
         if not (left <= x <= right and top <= y <= bottom):
             return False
@@ -36,7 +36,7 @@ def disc(centre_x, centre_y, radius):
 
 
 def stroke(x1, y1, x2, y2, width):
-    """A thick line with round ends."""
+    """Makes a thick line with round ends, as a test of a point."""
     dx, dy = x2 - x1, y2 - y1
     length = dx * dx + dy * dy
 
@@ -47,11 +47,11 @@ def stroke(x1, y1, x2, y2, width):
 
 
 def drawing(size):
-    """The shapes from back to front, each with its colour and its opacity."""
+    """Returns the shapes from back to front, each with its colour and opacity."""
     small = size < 40  # fewer, thicker lines where there are few pixels
 
     def snap(value):
-        """The nearest pixel border: straight edges stay sharp."""
+        """Returns the nearest pixel border, so that straight edges stay sharp."""
         return round(value * size) / size
 
     left, top, right, bottom = snap(0.07), snap(0.02), snap(0.76), snap(0.98)
@@ -78,7 +78,7 @@ def drawing(size):
 
 
 def pixel(shapes, column, row, size):
-    """The mean of a pixel's samples: red, green, blue (not premultiplied), alpha."""
+    """Returns the mean of a pixel's samples: red, green, blue (not premultiplied), alpha."""
     across = 4 if size < 96 else 2  # samples per direction: small icons need the smoothness more
     total = [0.0, 0.0, 0.0, 0.0]
     for sample in range(across * across):
@@ -100,7 +100,7 @@ def pixel(shapes, column, row, size):
 
 
 def draw(size):
-    """Rows of pixels, top first."""
+    """Returns rows of pixels, top first."""
     shapes = drawing(size)
     return [[pixel(shapes, column, row, size) for column in range(size)] for row in range(size)]
 
@@ -118,7 +118,7 @@ def png(image):
 
 
 def bitmap(image):
-    """A 32-bit device-independent bitmap with its mask, as icons hold them: bottom row first."""
+    """Makes a 32-bit device-independent bitmap with its mask, as in icons: bottom row first."""
     size = len(image)
     mask_bytes = (size + 31) // 32 * 4
     header = struct.pack("<IiiHHIIiiII", 40, size, size * 2, 1, 32, 0,
@@ -133,7 +133,7 @@ def bitmap(image):
 
 
 def icon(images):
-    """Small sizes as bitmaps, which every reader knows; 256 as PNG, as Windows wants it."""
+    """Packs small sizes as bitmaps, which every reader knows, and 256 as PNG, as Windows needs."""
     parts = [png(image) if len(image) >= 256 else bitmap(image) for image in images]
     offset = 6 + 16 * len(parts)
     entries = b""

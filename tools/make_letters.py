@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes engine/letters.inc: Unicode's letters and its simple case folding, as ranges.
 
-Run by hand when a newer Unicode version is wanted:
+Run it by hand when a newer Unicode version is wanted:
     tools/make_letters.py > engine/letters.inc
 """
 
@@ -10,8 +10,8 @@ import unicodedata
 
 
 def simple_fold(code):
-    """Statuses C and S of CaseFolding.txt: what folds to several characters in full goes by its
-    lower case, where that is one character."""
+    """Folds by the statuses C and S of CaseFolding.txt: a character whose full folding is several
+    characters folds to its lower case, when that is one character."""
     character = chr(code)
     for folded in (character.casefold(), character.lower()):
         if len(folded) == 1:

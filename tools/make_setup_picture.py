@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the picture of the installer's last page, the program's icon: make_setup_picture.py BMP"""
+"""Draws the program's icon for the installer's last page: make_setup_picture.py BMP"""
 
 import struct
 import sys

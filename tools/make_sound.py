@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Composes s_done.wav, the short sound at the end of a search: make_sound.py OUTPUT.
 
-Three soft bell notes, rising. Standard library only; the same bytes on every machine.
+The sound is three soft, rising bell notes. The script needs only the standard library and makes the
+same bytes on every machine.
 """
 
 import math
@@ -20,7 +21,7 @@ ATTACK = 0.006  # seconds; without it each note begins with a click
 
 
 def note_at(time, frequency):
-    """One struck note, `time` seconds after the stroke."""
+    """Returns the value of a struck note, `time` seconds after the stroke."""
     if time < 0:
         return 0.0
     value = sum(share * math.exp(-decay * time) * math.sin(2 * math.pi * frequency * factor * time)

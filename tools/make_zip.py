@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Makes a zip archive that depends on nothing but its files: make_zip.py ZIP FOLDER NAME EPOCH
+"""Makes a zip archive that depends only on its files: make_zip.py ZIP FOLDER NAME EPOCH
 
-The files of FOLDER come in the order of their names, below NAME/ in the archive and with the same
+The archive holds the files of FOLDER in the order of their names, below NAME/ and all with the same
 date, which is EPOCH in seconds since 1970.
 """
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int text_limit = 2048;  // characters of a cell that are read
 
-/// An item structure followed by the text it points to, as both lie in the other process.
+/// An item structure followed by the text to which it points, as both are in the other process.
 template <typename Item>
 struct ItemWithText {
   Item item;

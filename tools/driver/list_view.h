@@ -7,7 +7,7 @@
 
 namespace tallowmere::driver {
 
-/// A list view in report style of another process.
+/// A list view in report style that belongs to another process.
 class ListView : public Window {
  public:
   using Row = std::vector<std::string>;
@@ -18,13 +18,13 @@ class ListView : public Window {
   std::vector<std::string> headers() const;
   std::string cell(int row, int column) const;
   std::vector<Row> rows() const;
-  /// One column of all rows.
+  /// Returns one column of all rows.
   std::vector<std::string> column(int column) const;
 
   std::vector<int> selected() const;
-  /// Selects a row besides those that are, or takes it out.
+  /// Adds a row to the selection, or removes it.
   void select(int row, bool selected = true) const;
-  /// The text box in which a row is renamed; null while there is none.
+  /// Returns the text box in which a row is renamed; null while there is none.
   Window label_editor() const;
   /// Clicks a column's header with the left mouse button. Returns at once.
   void click_header(int column) const;

@@ -63,12 +63,12 @@ void MainWindow::begin(Window dialog, int search_type, std::string_view criteria
   option.click();
   wait_until([&] { return option.is_checked(); });
   dialog.child(IDC_SEARCH_TEXT).set_text(criteria);
-  // Otherwise the text of the run before could be taken for the end of this one.
+  // Without this, the text of the run before could be taken for the end of this one.
   control(IDC_LABEL2).set_text("");
   if (!close(dialog, IDOK)) throw std::runtime_error("the criteria dialog stays");
 }
 
-// The time stands in its label before the list is sorted and filled; Exit comes back last.
+// The time appears in its label before the list is sorted and filled; Exit comes back last.
 bool MainWindow::wait_for_end(int milliseconds) const {
   return wait_until(
       [&] {

@@ -9,10 +9,10 @@
 
 namespace tallowmere::driver {
 
-/// The running program as its user meets it: the main window and the dialogs of a search.
+/// The running program as its user sees it: the main window and the dialogs of a search.
 class MainWindow {
  public:
-  /// Starts the program and waits for its window; throws when it does not come.
+  /// Starts the program and waits for its window; throws when none appears.
   explicit MainWindow(const std::string& program_path, std::string_view arguments = {});
 
   const Program& program() const { return program_; }
@@ -24,20 +24,20 @@ class MainWindow {
   std::string timing_label() const;
   bool is_searching() const;
 
-  /// Presses Search and waits for the dialog that comes, the narrow prompt or the criteria dialog.
+  /// Clicks Search and waits for the dialog that appears, the narrow prompt or the criteria dialog.
   Window press_search(std::string_view dialog_caption) const;
-  /// Chooses an answer of the narrow prompt and waits for the criteria dialog that follows.
+  /// Chooses an answer in the narrow prompt and waits for the criteria dialog that follows.
   Window choose_narrowing(Window prompt, int option, std::string_view dialog_caption) const;
-  /// Presses a button of a dialog and waits for the dialog that this opens.
+  /// Clicks a button of a dialog and waits for the dialog that this opens.
   Window open(Window dialog, int button, std::string_view caption) const;
-  /// Presses a button of a dialog and waits until the dialog is gone.
+  /// Clicks a button of a dialog and waits until the dialog is gone.
   bool close(Window dialog, int button) const;
 
-  /// Fills in the criteria dialog and presses Begin. Returns when the dialog is gone.
+  /// Fills in the criteria dialog and clicks Begin. Returns when the dialog is gone.
   void begin(Window dialog, int search_type, std::string_view criteria) const;
   /// Waits for the end of the run that begin() started.
   bool wait_for_end(int milliseconds = hang_ms) const;
-  /// A whole New Search on an empty list.
+  /// Makes a whole New Search on an empty list.
   bool search(int search_type, std::string_view criteria) const;
 
   /// Closes the window and waits for the program's end.

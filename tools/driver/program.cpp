@@ -8,7 +8,7 @@ namespace tallowmere::driver {
 
 namespace {
 
-constexpr int message_text_id = 0xFFFF;  // of the static control that holds a message's prompt
+constexpr int message_text_id = 0xFFFF;  // the static control with a message's prompt
 
 struct WindowQuery {
   DWORD process_id;

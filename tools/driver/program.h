@@ -9,23 +9,23 @@
 
 namespace tallowmere::driver {
 
-/// A running program, driven through its windows. Ended with the object if it still runs.
+/// A running program, driven through its windows. Destroying the object ends it if it still runs.
 class Program {
  public:
-  /// Starts the program; throws when it does not start. The arguments stand as they are on the
-  /// command line.
+  /// Starts the program; throws when it does not start. The arguments go to the command line
+  /// unchanged.
   explicit Program(const std::string& path, std::string_view arguments = {});
   ~Program();
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
-  /// The visible top-level window with this caption, once it is there; null after the time.
+  /// Waits for the visible top-level window with this caption; null when the time is over.
   Window wait_for_window(std::string_view caption, int milliseconds = hang_ms) const;
-  /// The same without waiting.
+  /// Finds that window without waiting.
   Window find_window(std::string_view caption) const;
 
   bool is_running() const;
-  /// Waits for the program's end; false when it does not come.
+  /// Waits for the program's end; false when the time is over.
   bool wait_for_exit(int milliseconds = hang_ms) const;
   DWORD exit_code() const;
 
@@ -33,10 +33,10 @@ class Program {
   PROCESS_INFORMATION process_{};
 };
 
-/// The prompt of a message box.
+/// Returns the prompt of a message box.
 std::string message_box_text(Window box);
 
-/// The folder of the running test or tool, with its final separator.
+/// Returns the folder of the running test or tool, with its final separator.
 std::string own_folder();
 
 }  // namespace tallowmere::driver

@@ -8,8 +8,8 @@
 
 namespace tallowmere::driver {
 
-/// Memory in the process of a window: messages of the common controls carry addresses, which mean
-/// something there only.
+/// Memory in the process of a window: messages of the common controls carry addresses, which have
+/// a meaning only there.
 class RemoteMemory {
  public:
   RemoteMemory(HWND window, std::size_t bytes);
@@ -20,7 +20,7 @@ class RemoteMemory {
   LPARAM address(std::size_t offset = 0) const;
   void write(const void* data, std::size_t bytes) const;
   void read(void* data, std::size_t bytes) const;
-  /// The `length` characters that begin `offset` bytes into the memory.
+  /// Reads the `length` characters that begin `offset` bytes into the memory.
   std::wstring read_text(std::size_t length, std::size_t offset = 0) const;
 
  private:

@@ -5,12 +5,12 @@
 
 namespace tallowmere::driver {
 
-/// The program's settings as they lie in the current user's registry.
+/// The program's settings in the current user's registry.
 class SettingsKey {
  public:
   void clear() const;
   void set(std::string_view name, std::string_view value) const;
-  /// Empty when there is no such value.
+  /// Returns a value; empty when there is none.
   std::string get(std::string_view name) const;
 };
 

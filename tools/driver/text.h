@@ -5,7 +5,7 @@
 
 namespace tallowmere::driver {
 
-/// UTF-8 to and from the system's UTF-16.
+/// Converts UTF-8 to the system's UTF-16; from_wide() converts back.
 std::wstring to_wide(std::string_view text);
 std::string from_wide(std::wstring_view text);
 

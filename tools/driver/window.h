@@ -9,17 +9,17 @@
 
 namespace tallowmere::driver {
 
-/// What waits longer hangs, on the slowest machine.
+/// A program that takes longer hangs, even on the slowest machine.
 inline constexpr int hang_ms = 60'000;
 
-/// Looks every few milliseconds until `done` is true; false when that takes too long.
+/// Checks every few milliseconds until `done` is true; false when that takes too long.
 bool wait_until(const std::function<bool()>& done, int milliseconds = hang_ms);
 
-/// Presses a key on the keyboard, together with a modifier key unless that is 0: the window in
-/// front gets it.
+/// Presses a key on the keyboard, together with a modifier key unless that is 0; it goes to the
+/// window in front.
 void press_key(WORD virtual_key, WORD modifier = 0);
 
-/// The text on the clipboard; empty when there is none.
+/// Returns the text on the clipboard; empty when there is none.
 std::string clipboard_text();
 
 /// A window or a control of another process. Does not own it.
@@ -30,9 +30,9 @@ class Window {
   HWND handle() const { return handle_; }
   explicit operator bool() const { return handle_ != nullptr; }
 
-  /// The control with this number; a null window when there is none.
+  /// Returns the control with this number; a null window when there is none.
   Window child(int id) const;
-  /// The first control below this window of this class.
+  /// Returns the first control of this class below this window.
   Window child_of_class(std::wstring_view name) const;
 
   bool is_visible() const { return IsWindowVisible(handle_) != 0; }
@@ -44,16 +44,16 @@ class Window {
   std::string text() const;
   void set_text(std::string_view text) const;
 
-  /// Presses a button. Returns at once: the handler may open a dialog.
+  /// Clicks a button. Returns at once: the handler may open a dialog.
   void click() const;
-  /// Gives a menu command to a window. Returns at once.
+  /// Sends a menu command to a window. Returns at once.
   void command(int id) const;
   /// Presses and releases a key in a control. Returns at once.
   void key(WORD virtual_key) const;
-  /// Brings a top-level window to the front, where the keyboard writes to.
+  /// Brings a top-level window to the front, where it gets the keyboard.
   bool bring_to_front() const;
   bool has_focus(Window control) const;
-  /// Whether a menu of the window's thread is open.
+  /// True while a menu of the window's thread is open.
   bool shows_menu() const;
   /// Asks for the pop-up menu of one of this window's controls, as the menu key does. Returns at
   /// once.
@@ -61,21 +61,21 @@ class Window {
   /// Asks the window to close. Returns at once.
   void close() const;
 
-  /// The texts of a list box or of the list of a combo box.
+  /// Returns the texts of a list box; combo_box_texts(): those of a combo box's list.
   std::vector<std::string> list_box_texts() const;
   std::vector<std::string> combo_box_texts() const;
   /// Makes an entry of a list box the current one and double clicks it.
   void open_list_box_entry(int index) const;
 
-  /// The selected text of a text box, and where it begins.
+  /// Returns the selected text of a text box; selection_start() is where it begins.
   std::string selected_text() const;
   int selection_start() const;
-  /// Selects in a text box as a user does with the mouse. Returns when the box has noticed.
+  /// Selects in a text box as a user does with the mouse. Returns when the box has noticed it.
   void select_text(int start, int length) const;
-  /// How many lines of a text box stand above its first visible one.
+  /// Counts the lines of a text box above its first visible one.
   int first_visible_line() const;
 
-  /// The texts of a status bar's panels.
+  /// Returns the texts of a status bar's panels.
   std::vector<std::string> panel_texts() const;
 
  private:
