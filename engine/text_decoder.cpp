@@ -70,8 +70,8 @@ bool copy_ascii(DecodeSpan& span) {
 #endif
 
 /// Decodes well-formed text while a whole block of text and room is left, up to a byte that needs a
-/// closer look. Always false.
-bool decode_utf8_blocks(DecodeSpan& span, const SearchPage& page) {
+/// closer look.
+void decode_utf8_blocks(DecodeSpan& span, const SearchPage& page) {
   while (copy_ascii(span)) {
     const Byte* from = span.from;
     Byte* into = span.into;
@@ -101,9 +101,8 @@ bool decode_utf8_blocks(DecodeSpan& span, const SearchPage& page) {
     const bool moved = from != span.from;
     span.from = from;
     span.into = into;
-    if (!moved) return false;
+    if (!moved) return;
   }
-  return false;
 }
 
 /// Decodes UTF-16 by eight units at a time, as long as none of them is half of a pair.

@@ -23,8 +23,8 @@ struct FolderRow {
   FolderKind kind = FolderKind::child;
 };
 
-/// Returns the rows of `path` and its ancestors, the root first. Roots are C:\, \\server\share\
-/// and, on systems without drives, /.
+/// Returns the rows of `path` and its ancestors, the root first. Roots are `C:\`,
+/// `\\server\share\` and, on systems without drives, `/`.
 std::vector<FolderRow> folder_ancestry(const std::string& path, char separator);
 
 /// True for a path such as \\server\share\x, which is on no drive.
