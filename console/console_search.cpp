@@ -111,7 +111,8 @@ class ConsoleHost : public SearchHost {
   const std::optional<SystemError>& folder_error() const { return folder_error_; }
 
  private:
-  /// The search reports a file once for each file type that it fits; a script wants it once.
+  /// True for a file printed before. The search reports a file once for each file type that it
+  /// fits; a script wants it once.
   bool already_told(const FoundFile& file) {
     if (options_.from_list || options_.search.type_checked[0]) return false;
     if (file.folder != folder_) {
@@ -128,10 +129,10 @@ class ConsoleHost : public SearchHost {
   std::int64_t matched_ = 0;
   std::optional<SystemError> folder_error_;
   std::string folder_;
-  std::unordered_set<std::string> names_;  ///< told already, of this folder
+  std::unordered_set<std::string> names_;  ///< printed already, of this folder
 };
 
-/// Where a path's name begins.
+/// Returns where a path's name begins.
 std::size_t name_start(const std::string& path) {
   const char* separators = path_separator == '\\' ? "\\/:" : "/";
   return path.find_last_of(separators) + 1;
@@ -160,7 +161,7 @@ std::optional<SystemError> read_file(const std::string& path, Surroundings& arou
   return failure;
 }
 
-/// The lines of a text file or of standard input; nothing when it cannot be read.
+/// Returns the lines of a text file or of standard input; nothing when it cannot be read.
 std::optional<std::vector<std::string>> read_lines(const std::string& path, Surroundings& around,
                                                    SystemError& error) {
   std::string text;
@@ -184,7 +185,8 @@ std::optional<std::vector<std::string>> read_lines(const std::string& path, Surr
   return lines;
 }
 
-/// A single thread is this one, which then works instead of waiting.
+/// Returns how many threads to use. A single one is this thread, which then works instead of
+/// waiting.
 ThreadUse thread_use(const Options& options) {
   const bool asked = options.threads > 0;
   const unsigned most = asked ? static_cast<unsigned>(options.threads) : machine_threads();
@@ -212,7 +214,7 @@ void report(const FileSearch& search, const ConsoleHost& host, const Options& op
   }
 }
 
-/// What keeps a folder from being searched, and what to do if it is a file.
+/// Says what keeps a folder from being searched, and what to do if it is a file.
 std::string folder_trouble(const std::string& path, const SystemError& error,
                            Surroundings& around) {
   const std::size_t name = name_start(path);

@@ -33,7 +33,7 @@ inline constexpr int exit_matched = 0;
 inline constexpr int exit_nothing = 1;
 inline constexpr int exit_trouble = 2;
 
-/// The whole program behind main: returns the exit status.
+/// Runs the whole program; returns the exit status.
 int run(const std::vector<std::string>& arguments, Surroundings& around);
 
 }  // namespace tallowmere::console

@@ -26,7 +26,7 @@ void watch_signals() {
   action.sa_flags = SA_RESETHAND;
   sigaction(SIGINT, &action, nullptr);
   sigaction(SIGTERM, &action, nullptr);
-  // A closed pipe is then told by write() itself.
+  // write() itself then reports a closed pipe.
   signal(SIGPIPE, SIG_IGN);
 }
 
@@ -55,6 +55,6 @@ int main(int count, char** arguments) {
                                [](std::string_view text) { return write_all(STDOUT_FILENO, text); },
                                [](std::string_view text) { write_all(STDERR_FILENO, text); },
                                [] { return interrupt_asked.load(std::memory_order_relaxed); }};
-  // Threads that hang in the system may still use what stands here.
+  // Threads that hang in the system may still use what is here.
   std::_Exit(console::run({arguments + 1, arguments + count}, around));
 }

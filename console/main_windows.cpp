@@ -16,7 +16,7 @@
 
 namespace {
 
-// The handler runs on a thread of the system's and gets nothing but the kind of event.
+// The system runs the handler on a thread of its own and passes it only the kind of event.
 std::atomic<bool> interrupt_asked{false};
 
 BOOL WINAPI ask_interrupt(DWORD kind) {
@@ -25,12 +25,12 @@ BOOL WINAPI ask_interrupt(DWORD kind) {
   return TRUE;
 }
 
-/// The reader has gone: how the system, or Wine, says so.
+/// True for the errors by which the system, or Wine, reports that the reader has gone.
 bool is_closed_pipe(DWORD error) {
   return error == ERROR_BROKEN_PIPE || error == ERROR_NO_DATA || error == ERROR_PIPE_NOT_CONNECTED;
 }
 
-/// In pieces: Windows 7 refuses more than some 64 KB at once.
+/// Writes in pieces: Windows 7 refuses more than some 64 KB at once.
 bool write_console(HANDLE console, std::u16string_view text) {
   constexpr std::size_t longest_piece = 8000;
   while (!text.empty()) {
@@ -44,7 +44,7 @@ bool write_console(HANDLE console, std::u16string_view text) {
   return true;
 }
 
-/// A console takes UTF-16, a file or a pipe gets UTF-8.
+/// Writes UTF-16 to a console, UTF-8 to a file or a pipe.
 tallowmere::console::Written write_all(DWORD which, std::string_view text) {
   using tallowmere::console::Written;
   const HANDLE handle = GetStdHandle(which);
@@ -83,6 +83,6 @@ int wmain(int count, wchar_t** arguments) {
   for (int i = 1; i < count; ++i) {
     utf8.push_back(to_utf8(reinterpret_cast<const char16_t*>(arguments[i])));
   }
-  // Threads that hang in the system may still use what stands here.
+  // Threads that hang in the system may still use what is here.
   std::_Exit(console::run(utf8, around));
 }

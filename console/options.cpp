@@ -78,7 +78,7 @@ class Parser {
     if (error_.empty()) error_ = text;
   }
 
-  /// The value of an option: behind "=" or the next argument.
+  /// Returns the value of an option: what follows "=", or the next argument.
   std::string value() {
     if (inline_value_) {
       std::string taken = *inline_value_;
@@ -112,7 +112,7 @@ class Parser {
     }
   }
 
-  /// Several letters may follow one dash.
+  /// Takes options of one letter; several may follow one dash.
   void take_short_options(const std::string& argument) {
     for (const char letter : argument.substr(1)) {
       const auto name = one_of<std::string>(
@@ -182,7 +182,7 @@ class Parser {
     options_.search.type_checked[file_types_] = true;
   }
 
-  /// Names hold no separators, so a path would leave out nothing.
+  /// Takes names to leave out. They hold no separators: a path would leave out nothing.
   void take_exclusion(const std::string& names) {
     const char* separators = path_separator == '\\' ? "\\/" : "/";
     if (NamePatterns(names).empty() || names.find_first_of(separators) != std::string::npos) {

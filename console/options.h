@@ -28,10 +28,10 @@ struct UsageError {
   std::string text;  ///< one line
 };
 
-/// `arguments` are UTF-8, without the program's name.
+/// Reads the command line. `arguments` are UTF-8, without the program's name.
 std::variant<Options, UsageError> parse_options(const std::vector<std::string>& arguments);
 
-/// The text of --help.
+/// Returns the text of --help.
 const char* help_text();
 
 }  // namespace tallowmere::console
