@@ -8,6 +8,8 @@ Run it by hand when a newer Unicode version is wanted:
 import sys
 import unicodedata
 
+from make_case_ranges import step_ranges
+
 
 def simple_fold(code):
     """Folds by the statuses C and S of CaseFolding.txt: a character whose full folding is several
@@ -32,19 +34,8 @@ def letter_ranges():
 
 
 def fold_ranges():
-    ranges = []  # first, last, step, delta
-    for code in range(0x110000):
-        delta = simple_fold(code) - code
-        if delta == 0:
-            continue
-        if ranges and ranges[-1][3] == delta:
-            first, last, step, _ = ranges[-1]
-            gap = code - last
-            if gap <= 2 and (first == last or gap == step):
-                ranges[-1] = (first, code, gap, delta)
-                continue
-        ranges.append((code, code, 1, delta))
-    return ranges
+    deltas = ((code, simple_fold(code) - code) for code in range(0x110000))
+    return step_ranges((code, delta) for code, delta in deltas if delta != 0)
 
 
 def main():
